@@ -1,0 +1,75 @@
+#include "arranque.h"
+#include "fallo.h"
+#include "mdiform1.h"
+#include "mensajes.h"
+#include "module1.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QTimer>
+
+Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv)
+{
+    setOrganizationName(QStringLiteral("ControlDePagos"));
+    setApplicationName(QStringLiteral("control-pagos"));
+    setApplicationDisplayName(QStringLiteral("Control de Pagos"));
+}
+
+bool Aplicacion::notify(QObject* receptor, QEvent* evento)
+{
+    return Atiende_Fallo([&] { return QApplication::notify(receptor, evento); });
+}
+
+bool Atiende_Fallo(const std::function<bool()>& accion)
+{
+    try {
+        return accion();
+    } catch (const FalloEjecucion& fallo) {
+        Mensajes::Reporte_Fallo(fallo);
+    } catch (const std::exception& e) {
+        Mensajes::Reporte_Fallo(FalloEjecucion(51, QString::fromStdString(e.what())));
+    }
+    QCoreApplication::exit(1);
+    return false;
+}
+
+Despliegue Lee_Despliegue()
+{
+    QSettings s(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("ControlDePagos"),
+                QStringLiteral("control-pagos"));
+    Despliegue d;
+    const QString datos = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                          QStringLiteral("/ControlDePagos");
+    d.tipo = s.value(QStringLiteral("servidor/tipo")).toString().compare(QLatin1String("sqlserver"), Qt::CaseInsensitive) == 0
+                 ? Despliegue::Tipo::SqlServer
+                 : Despliegue::Tipo::Embebido;
+    d.archivo = s.value(QStringLiteral("servidor/archivo"), datos + QStringLiteral("/ramil.db")).toString();
+    d.servidor = s.value(QStringLiteral("servidor/host")).toString();
+    d.puerto = s.value(QStringLiteral("servidor/puerto"), 1433).toInt();
+    d.clave = s.value(QStringLiteral("servidor/clave")).toString();
+    d.carpetaRecibos = s.value(QStringLiteral("recibos/carpeta"), QDir::homePath() + QStringLiteral("/RECIBOS")).toString();
+    d.impresora = s.value(QStringLiteral("recibos/impresora")).toString();
+    d.web = s.value(QStringLiteral("recibos/web")).toString();
+    if (d.tipo == Despliegue::Tipo::Embebido)
+        QDir().mkpath(QFileInfo(d.archivo).absolutePath());
+    return d;
+}
+
+void Registra_Pantallas(MDIForm1&)
+{
+    // The working screens register here as they join the program.
+}
+
+int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue)
+{
+    Module1 m(despliegue);
+    MDIForm1 principal(m);
+    Registra_Pantallas(principal);
+    principal.showMaximized();
+    // LOGIN opens inside the event loop, so that a failure of the start-up
+    // reaches the run-time report like any other.
+    QTimer::singleShot(0, &principal, [&principal] { principal.Mostrar(QStringLiteral("LOGIN")); });
+    return app.exec();
+}

@@ -1,0 +1,32 @@
+#pragma once
+// Start of the program: the deployment settings, the application object that
+// turns any failure into the run-time report, and the main window with LOGIN.
+#include "despliegue.h"
+
+#include <QApplication>
+#include <functional>
+
+class MDIForm1;
+
+// The deployment settings file (XDG config location, ControlDePagos/control-pagos.conf).
+// Without one: the embedded server on a file in the XDG data location, receipts
+// in ~/RECIBOS, the built-in PDF printer.
+Despliegue Lee_Despliegue();
+
+class Aplicacion : public QApplication {
+public:
+    Aplicacion(int& argc, char** argv);
+    // Any failure that reaches the top shows the run-time report and ends the
+    // program with a non-zero status.
+    bool notify(QObject* receptor, QEvent* evento) override;
+};
+
+// Runs an action; a failure shows the run-time report and ends the program
+// with status 1 (every event of the program runs through here).
+bool Atiende_Fallo(const std::function<bool()>& accion);
+
+// Makes every screen of the program known to the main window's menu.
+void Registra_Pantallas(MDIForm1& principal);
+
+// Brings up the main window with LOGIN and runs until the program ends.
+int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue);

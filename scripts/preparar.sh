@@ -1,0 +1,22 @@
+#!/usr/bin/env bash
+# Installs what the project needs on a Debian 12 machine when it is missing,
+# then configures and builds it in ./build.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+paquetes=(qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libqt6sql6-odbc cmake ninja-build g++
+          tdsodbc unixodbc unixodbc-dev libsqlite3-dev xvfb xauth fonts-dejavu-core poppler-utils)
+faltan=()
+for p in "${paquetes[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || faltan+=("$p")
+done
+if [ ${#faltan[@]} -gt 0 ]; then
+  echo "Instalando: ${faltan[*]}"
+  sudo_cmd=""
+  [ "$(id -u)" -ne 0 ] && sudo_cmd="sudo"
+  $sudo_cmd apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $sudo_cmd apt-get install -y -qq --no-install-recommends "${faltan[@]}"
+fi
+
+cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo > /dev/null
+cmake --build build -j"$(nproc)"

@@ -1,0 +1,7 @@
+#!/usr/bin/env bash
+# Builds the project and runs the whole test suite, without a display.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/preparar.sh
+cd build
+QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j"$(nproc)"

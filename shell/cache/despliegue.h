@@ -1,0 +1,17 @@
+#pragma once
+// The fixed values of a deployment: where the server is and how to reach it,
+// where receipts go and which printer makes them. Read from the settings file
+// at start-up; without one, the embedded server and the built-in PDF printer.
+#include <QString>
+
+struct Despliegue {
+    enum class Tipo { Embebido, SqlServer };
+    Tipo tipo = Tipo::Embebido;
+    QString archivo;          // embedded server: the database file
+    QString servidor;         // SQL Server: host name or address
+    int puerto = 1433;
+    QString clave;            // SQL Server: the password of the user TRUMIN
+    QString carpetaRecibos;   // folder of the receipt files
+    QString impresora;        // receipt printer; empty: the built-in PDF printer
+    QString web;              // web address printed in the second receipt head
+};

@@ -1,0 +1,85 @@
+#pragma once
+// What every screen shares: the one connection, the one command, the one
+// result set, the work variables, the business parameters and the in-memory
+// copy of the reference tables, with the small routines that read them.
+#include "arreglos.h"
+#include "conexion.h"
+#include "despliegue.h"
+#include "valor.h"
+
+#include <QDateTime>
+#include <QString>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+class Module1 {
+public:
+    explicit Module1(Despliegue despliegue = {});
+
+    // ---- session objects
+    Despliegue despliegue;
+    ::Conexion Conexion;
+    ::Comando Comando;
+    std::unique_ptr<Recordset> Rs;
+    QString SQL;
+
+    // ---- shared work variables: no screen may count on them across a call
+    Valor I, J, K, L;
+    int32_t Cuenta = 0;
+
+    // ---- parameters of the session
+    QString Servidor;
+    QString Base_Datos;
+    QString Clave;
+    QString Fecha_Param;
+    QString Fecha_Compraventas;
+    float Dolar_Param = 0;
+    float Dolar_Actual = 0;
+    bool Nivel = false;
+
+    // ---- server clock, written by Hora_Servidor
+    QString Ahora_Texto;
+    int Hora_S = 0, Minuto_S = 0, Segundo_S = 0, Dia_S = 0, Mes_S = 0, Ano_S = 0;
+
+    // ---- reference cache; rows of the growing tables start at 1
+    TablaTexto<3> Bancos_T;
+    TablaTexto<4> Clientes_T;
+    TablaTexto<5> Proveedores_T;
+    TablaTexto<3> Conceptos_T;
+    int16_t N_Bancos = 0, N_Clientes = 0, N_Proveedores = 0, N_Conceptos = 0;
+    ArregloFijo<std::array<QString, 6>, 100> Servicios_T; // by service code, columns 0 to 5
+    int16_t N_Servicios = 0;                              // code of the last service read
+    ArregloFijo<float, 100> Monto_T;
+    ArregloFijo<double, 100> Compra_T;
+    ArregloFijo<double, 100> Div_T;
+    ArregloFijo<QString, 10> Bancos_Zelle_T;
+    ArregloFijo<float, 100> Precios_T;
+
+    // ---- conversion slots of Convierte_Dolar
+    double Monto_Conv = 0;
+    double Monto_Usd = 0;
+
+    // ---- routines
+    void Cierra_Rs();
+    // Runs the procedure in Comando.CommandText with the values set, into Rs.
+    void Ejecuta_Comando();
+    // The command set up for a procedure call: text, time-out 60, type 4, the connection.
+    void Prepara_Comando(const QString& procedimiento);
+    // Rs opened on a raw select.
+    void Abre_Rs(const QString& sql);
+    void Hora_Servidor();
+    static QString Fecha_AMD(const QString& fecha);
+    static QString Fecha_DMA(const QString& fecha);
+    void Carga_Tablas();
+    QString Nombre_Banco(const QString& codigo);
+    QString Nombre_Cliente(int16_t codigo);
+    QString Nombre_Proveedor(int16_t codigo);
+    QString Nombre_Concepto(int16_t codigo);
+    static QString Nombre_Dia(int16_t dia);
+    void Espera(int16_t segundos);
+    void Convierte_Dolar(double monto, int16_t servicio);
+
+    // The clock Espera reads; tests give it a clock of their own.
+    std::function<QDateTime()> reloj = [] { return QDateTime::currentDateTime(); };
+};

@@ -1,0 +1,153 @@
+#include "login.h"
+#include "mdiform1.h"
+#include "mensajes.h"
+#include "module1.h"
+#include "numeros.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QVBoxLayout>
+#include <cstdlib>
+#include <ctime>
+
+const QString LOGIN::Version = QStringLiteral("  Contról de Pagos versión = 25.09.18  (Linux)");
+
+namespace {
+// Enter in the code box checks the code; the key itself is kept.
+class FiltroEnter : public QObject {
+public:
+    FiltroEnter(QObject* padre, std::function<void()> alEnter) : QObject(padre), alEnter_(std::move(alEnter)) {}
+
+protected:
+    bool eventFilter(QObject*, QEvent* e) override
+    {
+        if (e->type() == QEvent::KeyPress) {
+            const int tecla = static_cast<QKeyEvent*>(e)->key();
+            if (tecla == Qt::Key_Return || tecla == Qt::Key_Enter)
+                alEnter_();
+        }
+        return false;
+    }
+
+private:
+    std::function<void()> alEnter_;
+};
+} // namespace
+
+LOGIN::LOGIN(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral("LOGIN"))
+{
+    setWindowTitle(QStringLiteral("LOGIN"));
+    Text1 = new QLineEdit(this);
+    Text1->setObjectName(QStringLiteral("Text1"));
+    Text1->setAccessibleName(QStringLiteral("Código de acceso"));
+    Text1->setEchoMode(QLineEdit::Password);
+    Text1->setAlignment(Qt::AlignCenter);
+    Text1->setFixedWidth(px(3000));
+    QFont f = Text1->font();
+    f.setPointSize(14);
+    Text1->setFont(f);
+    auto* caja = new QVBoxLayout(this);
+    caja->addStretch();
+    caja->addWidget(Text1, 0, Qt::AlignHCenter);
+    caja->addStretch();
+    Text1->installEventFilter(new FiltroEnter(Text1, [this] { Valida_Clave(); }));
+}
+
+void LOGIN::Form_Load() { Tamano(14501, 8000); }
+
+void LOGIN::fondoTexto(const QColor& color)
+{
+    QPalette pal = Text1->palette();
+    pal.setColor(QPalette::Base, color);
+    Text1->setPalette(pal);
+}
+
+void LOGIN::Form_Activate()
+{
+    Text1->clear();
+    fondoTexto(Qt::black);
+    principal.Habilita_Menus(false);
+    Conectar();
+    principal.setWindowTitle(m.Base_Datos + Version);
+    Carga_Parametros(m);
+    fondoTexto(Qt::white);
+    Text1->setFocus();
+}
+
+void LOGIN::Conectar()
+{
+    const QDateTime horaLocal = QDateTime::currentDateTime();
+    Q_UNUSED(horaLocal);
+    Intentos = 0;
+    const Despliegue& d = m.despliegue;
+    const bool remoto = d.tipo == Despliegue::Tipo::SqlServer;
+    m.Servidor = remoto ? d.servidor + QStringLiteral(",") + QString::number(d.puerto) : d.archivo;
+    m.Base_Datos = QStringLiteral("RAMIL");
+
+    // Head of an attempt. A failed open is not caught here: it ends the program
+    // with the run-time report after one attempt, so the limit below is not reached.
+    ++Intentos;
+    if (Intentos == 6) {
+        Mensajes::MsgBox(QStringLiteral(" ERROR CONECCION DESPUES DE 5 INTENTOS"));
+        std::exit(1);
+    }
+    repaint();
+    if (m.Conexion.Abierta())
+        m.Conexion.Close();
+    const QString usuario = QStringLiteral("TRUMIN");
+    m.Conexion.CursorLocation = 3;
+    m.Conexion.CommandTimeout = 0;
+    m.Conexion.ConnectionTimeout = 10;
+    if (remoto)
+        m.Conexion.ConnectionString = QStringLiteral("Provider=sqlserver;Server=") + m.Servidor +
+                                      QStringLiteral(";Database=") + m.Base_Datos + QStringLiteral(";User=") + usuario +
+                                      QStringLiteral(";Password=") + d.clave + QStringLiteral(";Timeout=10");
+    else
+        m.Conexion.ConnectionString = QStringLiteral("Provider=embebido;Data Source=") + m.Servidor;
+    m.Conexion.Open();
+
+    // With the embedded server this machine's clock is the server's clock.
+    if (!m.Conexion.EsLocal()) {
+        try {
+            m.Hora_Servidor();
+            Pone_Hora();
+        } catch (...) {
+        }
+    }
+}
+
+void LOGIN::Pone_Hora()
+{
+    QDateTime servidor(QDate(m.Ano_S, m.Mes_S, m.Dia_S), QTime(m.Hora_S, m.Minuto_S, m.Segundo_S));
+    timespec ts{};
+    ts.tv_sec = servidor.toSecsSinceEpoch();
+    clock_settime(CLOCK_REALTIME, &ts); // refused without the right to set the clock: the PC keeps its time
+}
+
+void LOGIN::Carga_Parametros(Module1& m)
+{
+    m.Cierra_Rs();
+    m.Prepara_Comando(QStringLiteral("TRU_PARAMETROS"));
+    m.Ejecuta_Comando();
+    m.Clave = m.Rs->Fields(QStringLiteral("Clave")).aTexto();
+    m.Fecha_Param = m.Rs->Fields(QStringLiteral("Fecha")).aTexto();
+    m.Fecha_Compraventas = m.Rs->Fields(QStringLiteral("Fecha_Compraventas")).aTexto();
+    m.Dolar_Param = Numeros::CSng(m.Rs->Fields(QStringLiteral("Dolar")).aDouble());
+    m.Cierra_Rs();
+    m.Carga_Tablas();
+}
+
+void LOGIN::Valida_Clave()
+{
+    m.Nivel = true;
+    const QString codigo = Text1->text().trimmed();
+    if (codigo == QLatin1String("3607")) {
+        m.Nivel = false;
+    } else if (codigo != m.Clave) {
+        Text1->clear();
+        Text1->setFocus();
+        return;
+    }
+    principal.Habilita_Menus(true);
+    Unload();
+}

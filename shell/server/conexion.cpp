@@ -1,0 +1,138 @@
+#include "conexion.h"
+#include "fallo.h"
+
+Recordset::Recordset(Resultados conjuntos) : conjuntos_(std::move(conjuntos)), abierto_(true) {}
+
+const ConjuntoResultados* Recordset::actual() const
+{
+    if (!abierto_ || conjunto_ >= conjuntos_.size())
+        return nullptr;
+    return &conjuntos_[conjunto_];
+}
+
+bool Recordset::Eof() const
+{
+    const auto* c = actual();
+    if (!c)
+        throw FalloEjecucion::objetoCerrado();
+    return fila_ >= c->filas.size();
+}
+
+void Recordset::MoveNext()
+{
+    if (Eof())
+        throw FalloEjecucion::finDeDatos();
+    ++fila_;
+}
+
+void Recordset::MoveFirst()
+{
+    if (!actual())
+        throw FalloEjecucion::objetoCerrado();
+    fila_ = 0;
+}
+
+bool Recordset::TieneCampo(const QString& nombre) const
+{
+    const auto* c = actual();
+    if (!c)
+        return false;
+    for (const auto& columna : c->columnas)
+        if (columna.compare(nombre, Qt::CaseInsensitive) == 0)
+            return true;
+    return false;
+}
+
+const Valor& Recordset::Fields(const QString& nombre) const
+{
+    const auto* c = actual();
+    if (!c)
+        throw FalloEjecucion::objetoCerrado();
+    for (qsizetype i = 0; i < c->columnas.size(); ++i) {
+        if (c->columnas[i].compare(nombre, Qt::CaseInsensitive) == 0) {
+            if (fila_ >= c->filas.size())
+                throw FalloEjecucion::finDeDatos();
+            return c->filas[fila_][size_t(i)];
+        }
+    }
+    throw FalloEjecucion::campoNoEncontrado(nombre);
+}
+
+long Recordset::RecordCount() const
+{
+    const auto* c = actual();
+    if (!c)
+        throw FalloEjecucion::objetoCerrado();
+    return long(c->filas.size());
+}
+
+bool Recordset::NextRecordset()
+{
+    if (!abierto_)
+        throw FalloEjecucion::objetoCerrado();
+    if (conjunto_ < conjuntos_.size())
+        ++conjunto_;
+    fila_ = 0;
+    return conjunto_ < conjuntos_.size();
+}
+
+void Recordset::Open(const QString& sql, Conexion& conexion)
+{
+    conjuntos_ = conexion.servidor().abrirConsulta(sql);
+    conjunto_ = 0;
+    fila_ = 0;
+    abierto_ = true;
+}
+
+void Recordset::Close()
+{
+    conjuntos_.clear();
+    conjunto_ = fila_ = 0;
+    abierto_ = false;
+}
+
+void Conexion::Open()
+{
+    servidor_ = crearServidor(ConnectionString);
+    servidor_->abrir();
+}
+
+void Conexion::Close()
+{
+    if (servidor_)
+        servidor_->cerrar();
+    servidor_.reset();
+}
+
+Servidor& Conexion::servidor()
+{
+    if (!Abierta())
+        throw FalloEjecucion::objetoCerrado();
+    return *servidor_;
+}
+
+void Conexion::Execute(const QString& sql) { servidor().ejecutar(sql); }
+
+Parametro& Comando::Parameters(int n)
+{
+    if (CommandText.compare(textoDeLosParametros_, Qt::CaseInsensitive) != 0) {
+        valores_.clear();
+        textoDeLosParametros_ = CommandText;
+    }
+    if (n < 1)
+        throw FalloEjecucion::fueraDeRango();
+    if (valores_.size() < size_t(n))
+        valores_.resize(size_t(n));
+    return valores_[size_t(n - 1)];
+}
+
+std::unique_ptr<Recordset> Comando::Execute(int)
+{
+    if (!ActiveConnection)
+        throw FalloEjecucion::objetoCerrado();
+    if (CommandText.compare(textoDeLosParametros_, Qt::CaseInsensitive) != 0) {
+        valores_.clear();
+        textoDeLosParametros_ = CommandText;
+    }
+    return std::make_unique<Recordset>(ActiveConnection->servidor().procedimiento(CommandText, valores_));
+}

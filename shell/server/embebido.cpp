@@ -1,0 +1,1087 @@
+#include "embebido.h"
+#include "fallo.h"
+#include "recursos_bd.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QMutex>
+#include <QMutexLocker>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <sqlite3.h>
+
+namespace {
+
+// ---------------------------------------------------------------------------
+// Statements and the connection
+// ---------------------------------------------------------------------------
+
+struct FinalizarSentencia {
+    void operator()(sqlite3_stmt* s) const { sqlite3_finalize(s); }
+};
+using Sentencia = std::unique_ptr<sqlite3_stmt, FinalizarSentencia>;
+
+QString mensaje(sqlite3* bd) { return QString::fromUtf8(sqlite3_errmsg(bd)); }
+
+// A statement run only for its effect (PRAGMA, BEGIN, COMMIT); a failure is the server's.
+void ejecutarDirecto(sqlite3* bd, const char* sql)
+{
+    char* error = nullptr;
+    if (sqlite3_exec(bd, sql, nullptr, nullptr, &error) != SQLITE_OK) {
+        const QString texto = error ? QString::fromUtf8(error) : mensaje(bd);
+        sqlite3_free(error);
+        throw FalloEjecucion::servidor(texto);
+    }
+}
+
+void ejecutarDirecto(sqlite3* bd, const QByteArray& sql) { ejecutarDirecto(bd, sql.constData()); }
+
+// GETDATE(): the server's clock, which on this server is the machine's own,
+// as the text 'yyyy-mm-dd hh:mm:ss.zzz' in local time.
+void funcionGetDate(sqlite3_context* ctx, int, sqlite3_value**)
+{
+    const QByteArray ahora = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")).toUtf8();
+    sqlite3_result_text(ctx, ahora.constData(), int(ahora.size()), SQLITE_TRANSIENT);
+}
+
+// Digits with an optional sign and at most one '.' as decimal point, at least one digit.
+bool esDecimalConPunto(const QString& t)
+{
+    int digitos = 0, puntos = 0;
+    for (qsizetype i = 0; i < t.size(); ++i) {
+        const QChar c = t[i];
+        if (c.isDigit() && c.unicode() < 128)
+            ++digitos;
+        else if (c == QLatin1Char('.'))
+            ++puntos;
+        else if (i == 0 && (c == QLatin1Char('+') || c == QLatin1Char('-')))
+            continue;
+        else
+            return false;
+    }
+    return digitos > 0 && puntos <= 1;
+}
+
+// num_coma(texto): an amount written the business's way, as some procedures
+// receive it from the screens, read as a number. The client turns every '.'
+// of a screen value into ',', so "1.234,50" may arrive as "1,234,50"; the rule
+// is therefore:
+//  - with at least one ',', the LAST ',' is the decimal mark and every other
+//    '.' or ',' is a thousands mark: "1,234,50" -> 1234.5, "1.234,50" -> 1234.5,
+//    "45,5" -> 45.5, "1,234,5678" -> 1234.5678;
+//  - without a ',', one '.' is a decimal point ("12.5" -> 12.5) and several
+//    '.' are thousands marks ("1.234.567" -> 1234567);
+//  - blanks around are ignored, an empty text is 0, NULL stays NULL, a number
+//    passes through; any other text is the server's conversion error.
+void funcionNumComa(sqlite3_context* ctx, int, sqlite3_value** argv)
+{
+    switch (sqlite3_value_type(argv[0])) {
+    case SQLITE_NULL:
+        sqlite3_result_null(ctx);
+        return;
+    case SQLITE_INTEGER:
+    case SQLITE_FLOAT:
+        sqlite3_result_double(ctx, sqlite3_value_double(argv[0]));
+        return;
+    default:
+        break;
+    }
+    const auto* crudo = reinterpret_cast<const char*>(sqlite3_value_text(argv[0]));
+    QString t = QString::fromUtf8(crudo, sqlite3_value_bytes(argv[0])).trimmed();
+    if (t.isEmpty()) {
+        sqlite3_result_double(ctx, 0.0);
+        return;
+    }
+    const qsizetype coma = t.lastIndexOf(QLatin1Char(','));
+    if (coma >= 0) {
+        QString entera = t.left(coma);
+        entera.remove(QLatin1Char('.')).remove(QLatin1Char(','));
+        t = entera + QLatin1Char('.') + t.mid(coma + 1);
+    } else if (t.count(QLatin1Char('.')) > 1) {
+        t.remove(QLatin1Char('.'));
+    }
+    if (!esDecimalConPunto(t)) {
+        sqlite3_result_error(ctx, "Error converting data type varchar to numeric.", -1);
+        return;
+    }
+    sqlite3_result_double(ctx, t.toDouble());
+}
+
+// The connection settings shared by the processes of one machine, and the
+// functions that the procedures and the client's statements use.
+void prepararConexion(sqlite3* bd)
+{
+    sqlite3_busy_timeout(bd, 10000);
+    ejecutarDirecto(bd, "PRAGMA journal_mode=WAL");
+    ejecutarDirecto(bd, "PRAGMA synchronous=FULL");
+    ejecutarDirecto(bd, "PRAGMA foreign_keys=OFF");
+    int r = sqlite3_create_function_v2(bd, "GETDATE", 0, SQLITE_UTF8, nullptr, funcionGetDate, nullptr, nullptr, nullptr);
+    if (r == SQLITE_OK)
+        r = sqlite3_create_function_v2(bd, "num_coma", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
+                                       nullptr, funcionNumComa, nullptr, nullptr, nullptr);
+    if (r != SQLITE_OK)
+        throw FalloEjecucion::servidor(mensaje(bd));
+}
+
+sqlite3* abrirArchivo(const QString& archivo, int banderas)
+{
+    sqlite3* bd = nullptr;
+    const int r = sqlite3_open_v2(QFile::encodeName(archivo).constData(), &bd, banderas, nullptr);
+    if (r != SQLITE_OK) {
+        const QString texto = bd ? mensaje(bd) : QString::fromUtf8(sqlite3_errstr(r));
+        sqlite3_close_v2(bd);
+        throw FalloEjecucion::conexion(QStringLiteral("%1 (%2)").arg(texto, archivo));
+    }
+    sqlite3_extended_result_codes(bd, 1);
+    return bd;
+}
+
+// ---------------------------------------------------------------------------
+// Running statements
+// ---------------------------------------------------------------------------
+
+// Compiles the statements of a text in order. Stops at the first that does not
+// compile: then false, with its position in the text in *fallo.
+bool prepararTodas(sqlite3* bd, const QByteArray& texto, int desde, std::vector<Sentencia>& sentencias, int* fallo)
+{
+    const char* inicio = texto.constData();
+    const char* resto = inicio + desde;
+    const char* fin = inicio + texto.size();
+    while (resto < fin) {
+        sqlite3_stmt* s = nullptr;
+        const char* cola = nullptr;
+        if (sqlite3_prepare_v2(bd, resto, int(fin - resto), &s, &cola) != SQLITE_OK) {
+            *fallo = int(resto - inicio);
+            return false;
+        }
+        if (s) // blanks and comments compile to nothing
+            sentencias.emplace_back(s);
+        resto = cola;
+    }
+    return true;
+}
+
+// The server's message of a failed statement; the statement is reset so that
+// the transaction around it can be rolled back at once.
+FalloEjecucion falloDeSentencia(sqlite3* bd, sqlite3_stmt* s)
+{
+    const QString texto = mensaje(bd);
+    sqlite3_reset(s);
+    return FalloEjecucion::servidor(texto);
+}
+
+ConjuntoResultados leerFilas(sqlite3* bd, sqlite3_stmt* s)
+{
+    ConjuntoResultados conjunto;
+    const int columnas = sqlite3_column_count(s);
+    for (int c = 0; c < columnas; ++c)
+        conjunto.columnas << QString::fromUtf8(sqlite3_column_name(s, c));
+    for (;;) {
+        const int r = sqlite3_step(s);
+        if (r == SQLITE_DONE)
+            break;
+        if (r != SQLITE_ROW)
+            throw falloDeSentencia(bd, s);
+        std::vector<Valor> fila;
+        fila.reserve(size_t(columnas));
+        for (int c = 0; c < columnas; ++c) {
+            switch (sqlite3_column_type(s, c)) {
+            case SQLITE_INTEGER:
+                fila.emplace_back(int64_t(sqlite3_column_int64(s, c)));
+                break;
+            case SQLITE_FLOAT:
+                fila.emplace_back(sqlite3_column_double(s, c));
+                break;
+            case SQLITE_TEXT:
+                fila.emplace_back(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(s, c)),
+                                                    sqlite3_column_bytes(s, c)));
+                break;
+            case SQLITE_BLOB: {
+                const void* datos = sqlite3_column_blob(s, c);
+                fila.emplace_back(QByteArray(static_cast<const char*>(datos), sqlite3_column_bytes(s, c)));
+                break;
+            }
+            default:
+                fila.emplace_back();
+            }
+        }
+        conjunto.filas.push_back(std::move(fila));
+    }
+    return conjunto;
+}
+
+// Runs one statement; a statement with columns adds its result set, even empty.
+void correr(sqlite3* bd, sqlite3_stmt* s, Resultados& resultados)
+{
+    if (sqlite3_column_count(s) > 0) {
+        resultados.push_back(leerFilas(bd, s));
+        return;
+    }
+    int r;
+    while ((r = sqlite3_step(s)) == SQLITE_ROW) {
+    }
+    if (r != SQLITE_DONE)
+        throw falloDeSentencia(bd, s);
+}
+
+// One transaction around a run: all of it or nothing of it.
+class Transaccion {
+public:
+    Transaccion(sqlite3* bd, bool escribe) : bd_(bd)
+    {
+        ejecutarDirecto(bd_, escribe ? "BEGIN IMMEDIATE" : "BEGIN");
+    }
+    ~Transaccion()
+    {
+        if (!cerrada_)
+            sqlite3_exec(bd_, "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+    void confirmar()
+    {
+        ejecutarDirecto(bd_, "COMMIT");
+        cerrada_ = true;
+    }
+
+private:
+    sqlite3* bd_;
+    bool cerrada_ = false;
+};
+
+bool algunaEscribe(const std::vector<Sentencia>& sentencias)
+{
+    for (const auto& s : sentencias)
+        if (!sqlite3_stmt_readonly(s.get()))
+            return true;
+    return false;
+}
+
+// ---------------------------------------------------------------------------
+// Procedures: the files of the database folder
+// ---------------------------------------------------------------------------
+
+enum class Tipo { Entero, Real, Texto, Bytes, FechaHora };
+
+// A value ready to bind, in the storage class of its parameter.
+struct ValorSql {
+    enum Clase { Nulo, Entero, Real, Texto, Bytes } clase = Nulo;
+    int64_t entero = 0;
+    double real = 0;
+    QByteArray bytes;
+};
+
+struct ParametroDeclarado {
+    QString nombre; // with its '@'
+    Tipo tipo = Tipo::Texto;
+    bool tieneDefecto = false;
+    Valor defecto;
+};
+
+struct Definicion {
+    QString nombre;
+    std::vector<ParametroDeclarado> parametros;
+    QByteArray cuerpo;
+};
+
+FalloEjecucion falloDeArchivo(const QString& procedimiento, const QString& linea)
+{
+    return FalloEjecucion::servidor(QStringLiteral("Procedure '%1': cannot read the parameter line \"%2\".").arg(procedimiento, linea));
+}
+
+// The default of a parameter line: NULL, a number, or a quoted text with '' for a quote.
+Valor leerLiteral(const QString& texto, bool* bien)
+{
+    *bien = true;
+    const QString t = texto.trimmed();
+    if (t.compare(QLatin1String("NULL"), Qt::CaseInsensitive) == 0)
+        return {};
+    if (t.size() >= 2 && t.startsWith(QLatin1Char('\'')) && t.endsWith(QLatin1Char('\''))) {
+        const QString dentro = t.mid(1, t.size() - 2);
+        QString r;
+        for (qsizetype i = 0; i < dentro.size(); ++i) {
+            if (dentro[i] == QLatin1Char('\'')) {
+                if (i + 1 >= dentro.size() || dentro[i + 1] != QLatin1Char('\'')) {
+                    *bien = false;
+                    return {};
+                }
+                ++i;
+            }
+            r += dentro[i];
+        }
+        return r;
+    }
+    bool entero = false;
+    const qlonglong n = t.toLongLong(&entero);
+    if (entero)
+        return int64_t(n);
+    if (esDecimalConPunto(t))
+        return t.toDouble();
+    *bien = false;
+    return {};
+}
+
+// "--@param @nombre TIPO [= defecto]"
+ParametroDeclarado leerParametro(const QString& procedimiento, const QString& linea)
+{
+    QString resto = linea.trimmed().mid(8).trimmed(); // after "--@param"
+    ParametroDeclarado p;
+    const qsizetype igual = resto.indexOf(QLatin1Char('='));
+    QString cabeza = igual >= 0 ? resto.left(igual) : resto;
+    const QStringList partes = cabeza.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    if (partes.size() != 2 || !partes[0].startsWith(QLatin1Char('@')) || partes[0].size() < 2)
+        throw falloDeArchivo(procedimiento, linea);
+    p.nombre = partes[0];
+    const QString tipo = partes[1].toUpper();
+    if (tipo == QLatin1String("INTEGER"))
+        p.tipo = Tipo::Entero;
+    else if (tipo == QLatin1String("REAL"))
+        p.tipo = Tipo::Real;
+    else if (tipo == QLatin1String("TEXT"))
+        p.tipo = Tipo::Texto;
+    else if (tipo == QLatin1String("BLOB"))
+        p.tipo = Tipo::Bytes;
+    else if (tipo == QLatin1String("DATETIME"))
+        p.tipo = Tipo::FechaHora;
+    else
+        throw falloDeArchivo(procedimiento, linea);
+    if (igual >= 0) {
+        bool bien = false;
+        p.defecto = leerLiteral(resto.mid(igual + 1), &bien);
+        if (!bien)
+            throw falloDeArchivo(procedimiento, linea);
+        p.tieneDefecto = true;
+    }
+    return p;
+}
+
+Definicion leerDefinicion(const QString& nombre, const QByteArray& texto)
+{
+    Definicion d;
+    d.nombre = nombre;
+    d.cuerpo = texto;
+    for (const QString& linea : QString::fromUtf8(texto).split(QLatin1Char('\n'))) {
+        if (!linea.trimmed().startsWith(QLatin1String("--@param")))
+            continue;
+        ParametroDeclarado p = leerParametro(nombre, linea);
+        for (const auto& otro : d.parametros)
+            if (otro.nombre.compare(p.nombre, Qt::CaseInsensitive) == 0)
+                throw falloDeArchivo(nombre, linea);
+        d.parametros.push_back(std::move(p));
+    }
+    return d;
+}
+
+// The procedures compiled into the program, read and parsed once per process.
+std::shared_ptr<const Definicion> definicion(const QString& nombre)
+{
+    static QMutex candado;
+    static QHash<QString, QString> archivos; // lower-case name -> file name
+    static QHash<QString, std::shared_ptr<const Definicion>> leidas;
+    QMutexLocker bloqueo(&candado);
+    if (archivos.isEmpty())
+        for (const QString& archivo : RecursosBd::procedimientos())
+            archivos.insert(archivo.toLower(), archivo);
+    const QString clave = nombre.trimmed().toLower();
+    if (auto it = leidas.constFind(clave); it != leidas.constEnd())
+        return it.value();
+    const auto archivo = archivos.constFind(clave);
+    if (archivo == archivos.constEnd())
+        throw FalloEjecucion::servidor(QStringLiteral("Could not find stored procedure '%1'.").arg(nombre.trimmed()));
+    auto d = std::make_shared<const Definicion>(
+        leerDefinicion(archivo.value(), RecursosBd::leer(QStringLiteral("procedimientos/%1.sql").arg(archivo.value()))));
+    leidas.insert(clave, d);
+    return d;
+}
+
+// A real as the shortest text that reads back the same, with '.' for the decimals.
+QByteArray textoDeReal(double v)
+{
+    char buffer[400];
+    const auto r = std::to_chars(buffer, buffer + sizeof buffer, v, std::chars_format::fixed);
+    if (r.ec != std::errc())
+        return QByteArray::number(v, 'g', 17);
+    return QByteArray(buffer, int(r.ptr - buffer));
+}
+
+FalloEjecucion falloConversion(const QString& valor, const char* tipo)
+{
+    return FalloEjecucion::servidor(QStringLiteral("Conversion failed when converting the varchar value '%1' to data type %2.")
+                                        .arg(valor, QLatin1String(tipo)));
+}
+
+// A value of the client turned into the type that the procedure declares, the
+// way SQL Server converts the value of a parameter.
+ValorSql convertir(const Valor& v, Tipo tipo)
+{
+    ValorSql r;
+    if (v.esNulo())
+        return r;
+    switch (tipo) {
+    case Tipo::Entero:
+        r.clase = ValorSql::Entero;
+        if (v.esEntero()) {
+            r.entero = v.aTexto().toLongLong();
+        } else if (v.esReal()) {
+            const double d = std::trunc(v.aDouble());
+            if (!(d >= -9.2e18 && d <= 9.2e18))
+                throw FalloEjecucion::servidor(QStringLiteral("Arithmetic overflow error converting float to data type int."));
+            r.entero = int64_t(d);
+        } else if (v.esTexto() || v.esBytes()) {
+            const QString original = v.aTexto();
+            const QString t = original.trimmed();
+            if (t.isEmpty())
+                return r; // '' is 0 to the server
+            qsizetype i = (t[0] == QLatin1Char('+') || t[0] == QLatin1Char('-')) ? 1 : 0;
+            if (i == t.size())
+                throw falloConversion(original, "int");
+            for (; i < t.size(); ++i)
+                if (!(t[i].isDigit() && t[i].unicode() < 128))
+                    throw falloConversion(original, "int");
+            bool bien = false;
+            r.entero = t.toLongLong(&bien);
+            if (!bien)
+                throw FalloEjecucion::servidor(QStringLiteral("The conversion of the varchar value '%1' overflowed an int column.").arg(original));
+        } else {
+            throw FalloEjecucion::servidor(QStringLiteral("Implicit conversion from data type datetime to int is not allowed."));
+        }
+        return r;
+    case Tipo::Real:
+        r.clase = ValorSql::Real;
+        if (v.esEntero() || v.esReal()) {
+            r.real = v.aDouble();
+        } else if (v.esTexto() || v.esBytes()) {
+            const QString t = v.aTexto().trimmed();
+            if (t.isEmpty())
+                return r;
+            bool bien = false;
+            r.real = t.toDouble(&bien); // the C locale: '.' is the decimal point
+            if (!bien || !std::isfinite(r.real))
+                throw FalloEjecucion::servidor(QStringLiteral("Error converting data type varchar to float."));
+        } else {
+            throw FalloEjecucion::servidor(QStringLiteral("Implicit conversion from data type datetime to float is not allowed."));
+        }
+        return r;
+    case Tipo::Texto:
+        r.clase = ValorSql::Texto;
+        if (v.esReal())
+            r.bytes = textoDeReal(v.aDouble());
+        else if (v.esFechaHora())
+            r.bytes = v.aFechaHora().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toUtf8();
+        else if (v.esBytes())
+            r.bytes = v.aBytes();
+        else
+            r.bytes = v.aTexto().toUtf8();
+        return r;
+    case Tipo::Bytes:
+        r.clase = ValorSql::Bytes;
+        if (v.esReal())
+            r.bytes = textoDeReal(v.aDouble());
+        else if (v.esFechaHora())
+            throw FalloEjecucion::servidor(QStringLiteral("Implicit conversion from data type datetime to varbinary(max) is not allowed."));
+        else if (v.esBytes())
+            r.bytes = v.aBytes();
+        else
+            r.bytes = v.aTexto().toUtf8();
+        return r;
+    case Tipo::FechaHora:
+        r.clase = ValorSql::Texto;
+        if (v.esFechaHora())
+            r.bytes = v.aFechaHora().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toUtf8();
+        else if (v.esTexto())
+            r.bytes = v.aTexto().toUtf8();
+        else
+            throw FalloEjecucion::servidor(QStringLiteral("Operand type clash: the value is incompatible with datetime."));
+        return r;
+    }
+    return r;
+}
+
+// The values of a call, one per declared parameter: the value given at that
+// position, or the default when it was left unset.
+std::vector<ValorSql> valoresDeLaLlamada(const Definicion& d, const std::vector<Parametro>& valores)
+{
+    size_t dados = valores.size();
+    while (dados > 0 && !valores[dados - 1]) // trailing unset values are not sent
+        --dados;
+    if (dados > d.parametros.size())
+        throw FalloEjecucion::servidor(QStringLiteral("Procedure or function '%1' has too many arguments specified.").arg(d.nombre));
+    std::vector<ValorSql> r;
+    r.reserve(d.parametros.size());
+    for (size_t i = 0; i < d.parametros.size(); ++i) {
+        const auto& p = d.parametros[i];
+        if (i < dados && valores[i])
+            r.push_back(convertir(*valores[i], p.tipo));
+        else if (p.tieneDefecto)
+            r.push_back(convertir(p.defecto, p.tipo));
+        else
+            throw FalloEjecucion::servidor(QStringLiteral("Procedure or function '%1' expects parameter '%2', which was not supplied.")
+                                               .arg(d.nombre, p.nombre));
+    }
+    return r;
+}
+
+// Binds every @name of a statement to the declared parameter of that name,
+// whatever its capitals, as T-SQL names are.
+void enlazar(sqlite3* bd, sqlite3_stmt* s, const Definicion& d, const std::vector<ValorSql>& valores)
+{
+    const int cuantos = sqlite3_bind_parameter_count(s);
+    for (int i = 1; i <= cuantos; ++i) {
+        const char* crudo = sqlite3_bind_parameter_name(s, i);
+        const QString nombre = crudo ? QString::fromUtf8(crudo) : QStringLiteral("?");
+        size_t k = 0;
+        while (k < d.parametros.size() && d.parametros[k].nombre.compare(nombre, Qt::CaseInsensitive) != 0)
+            ++k;
+        if (k == d.parametros.size())
+            throw FalloEjecucion::servidor(QStringLiteral("Must declare the scalar variable \"%1\".").arg(nombre));
+        const ValorSql& v = valores[k];
+        int r = SQLITE_OK;
+        switch (v.clase) {
+        case ValorSql::Nulo:
+            r = sqlite3_bind_null(s, i);
+            break;
+        case ValorSql::Entero:
+            r = sqlite3_bind_int64(s, i, v.entero);
+            break;
+        case ValorSql::Real:
+            r = sqlite3_bind_double(s, i, v.real);
+            break;
+        case ValorSql::Texto:
+            r = sqlite3_bind_text(s, i, v.bytes.constData(), int(v.bytes.size()), SQLITE_TRANSIENT);
+            break;
+        case ValorSql::Bytes:
+            r = sqlite3_bind_blob(s, i, v.bytes.constData(), int(v.bytes.size()), SQLITE_TRANSIENT);
+            break;
+        }
+        if (r != SQLITE_OK)
+            throw FalloEjecucion::servidor(mensaje(bd));
+    }
+}
+
+bool cambiaEsquema(sqlite3_stmt* s)
+{
+    const QString sql = QString::fromUtf8(sqlite3_sql(s)).trimmed();
+    for (const char* palabra : {"CREATE", "DROP", "ALTER"})
+        if (sql.startsWith(QLatin1String(palabra), Qt::CaseInsensitive))
+            return true;
+    return false;
+}
+
+Resultados correrProcedimiento(sqlite3* bd, const Definicion& d, const std::vector<Parametro>& valores)
+{
+    const std::vector<ValorSql> enlazados = valoresDeLaLlamada(d, valores);
+    std::vector<Sentencia> sentencias;
+    int fallo = 0;
+    const bool todas = prepararTodas(bd, d.cuerpo, 0, sentencias, &fallo);
+    // The whole body compiles before anything runs. The one exception is a body
+    // that builds a work table and then uses it: the statements after the
+    // CREATE can only compile once it has run; the transaction still makes the
+    // call all or nothing.
+    bool porPasos = false;
+    if (!todas) {
+        for (const auto& s : sentencias)
+            porPasos = porPasos || cambiaEsquema(s.get());
+        if (!porPasos)
+            throw FalloEjecucion::servidor(mensaje(bd));
+    }
+    for (const auto& s : sentencias)
+        enlazar(bd, s.get(), d, enlazados);
+
+    Resultados resultados;
+    Transaccion transaccion(bd, porPasos || algunaEscribe(sentencias));
+    for (const auto& s : sentencias)
+        correr(bd, s.get(), resultados);
+    if (porPasos) {
+        const char* inicio = d.cuerpo.constData();
+        const char* resto = inicio + fallo;
+        const char* fin = inicio + d.cuerpo.size();
+        while (resto < fin) {
+            sqlite3_stmt* crudo = nullptr;
+            const char* cola = nullptr;
+            if (sqlite3_prepare_v2(bd, resto, int(fin - resto), &crudo, &cola) != SQLITE_OK)
+                throw FalloEjecucion::servidor(mensaje(bd));
+            resto = cola;
+            if (!crudo)
+                continue;
+            Sentencia s(crudo);
+            enlazar(bd, s.get(), d, enlazados);
+            correr(bd, s.get(), resultados);
+        }
+    }
+    transaccion.confirmar();
+    return resultados;
+}
+
+// ---------------------------------------------------------------------------
+// Raw statements: the T-SQL text of the client
+// ---------------------------------------------------------------------------
+
+struct Pieza {
+    enum Clase { Palabra, Numero, Cadena, Simbolo } clase;
+    qsizetype inicio;
+    qsizetype fin; // one past the last character
+    QString texto;
+    bool es(const char* palabra) const
+    {
+        return clase == Palabra && texto.compare(QLatin1String(palabra), Qt::CaseInsensitive) == 0;
+    }
+    bool esSimbolo(const char* s) const { return clase == Simbolo && texto == QLatin1String(s); }
+};
+
+FalloEjecucion sintaxis(const QString& cerca)
+{
+    return FalloEjecucion::servidor(QStringLiteral("Incorrect syntax near '%1'.").arg(cerca));
+}
+
+bool empiezaPalabra(QChar c) { return c.isLetter() || c == QLatin1Char('_') || c == QLatin1Char('@') || c == QLatin1Char('#'); }
+bool siguePalabra(QChar c) { return empiezaPalabra(c) || c.isDigit() || c == QLatin1Char('$'); }
+bool esDigito(QChar c) { return c.unicode() >= '0' && c.unicode() <= '9'; }
+
+// Splits the text into words, numbers, quoted texts and symbols. Comments,
+// ';', double quotes and brackets belong to no statement the client sends.
+std::vector<Pieza> trocear(const QString& sql)
+{
+    std::vector<Pieza> piezas;
+    qsizetype i = 0;
+    const qsizetype n = sql.size();
+    while (i < n) {
+        const QChar c = sql[i];
+        if (c.isSpace()) {
+            ++i;
+            continue;
+        }
+        const qsizetype inicio = i;
+        if (empiezaPalabra(c)) {
+            while (i < n && siguePalabra(sql[i]))
+                ++i;
+            piezas.push_back({Pieza::Palabra, inicio, i, sql.mid(inicio, i - inicio)});
+        } else if (esDigito(c) || (c == QLatin1Char('.') && i + 1 < n && esDigito(sql[i + 1]))) {
+            while (i < n && esDigito(sql[i]))
+                ++i;
+            if (i < n && sql[i] == QLatin1Char('.'))
+                for (++i; i < n && esDigito(sql[i]);)
+                    ++i;
+            if (i < n && siguePalabra(sql[i]))
+                throw sintaxis(sql.mid(inicio, i + 1 - inicio));
+            piezas.push_back({Pieza::Numero, inicio, i, sql.mid(inicio, i - inicio)});
+        } else if (c == QLatin1Char('\'')) {
+            QString valor;
+            for (++i;; ++i) {
+                if (i >= n)
+                    throw FalloEjecucion::servidor(
+                        QStringLiteral("Unclosed quotation mark after the character string '%1'.").arg(valor));
+                if (sql[i] == QLatin1Char('\'')) {
+                    if (i + 1 < n && sql[i + 1] == QLatin1Char('\'')) {
+                        valor += QLatin1Char('\'');
+                        ++i;
+                        continue;
+                    }
+                    ++i;
+                    break;
+                }
+                valor += sql[i];
+            }
+            piezas.push_back({Pieza::Cadena, inicio, i, valor});
+        } else {
+            static const char* const dobles[] = {"<=", ">=", "<>", "!="};
+            QString simbolo;
+            for (const char* d : dobles)
+                if (sql.mid(i, 2) == QLatin1String(d))
+                    simbolo = QLatin1String(d);
+            if (simbolo.isEmpty() && QStringLiteral("=<>+-*/(),").contains(c))
+                simbolo = c;
+            const bool comentario = sql.mid(i, 2) == QLatin1String("--") || sql.mid(i, 2) == QLatin1String("/*");
+            if (simbolo.isEmpty() || comentario)
+                throw sintaxis(sql.mid(i, comentario ? 2 : 1));
+            i += simbolo.size();
+            piezas.push_back({Pieza::Simbolo, inicio, i, simbolo});
+        }
+    }
+    return piezas;
+}
+
+// Words that end an expression of the client's statements or start another
+// statement: none may stand inside a condition or a value.
+bool reservada(const Pieza& p)
+{
+    static const char* const palabras[] = {
+        "SELECT", "INSERT", "UPDATE", "DELETE", "FROM", "WHERE", "INTO", "SET", "VALUES", "UNION", "EXCEPT",
+        "INTERSECT", "EXEC", "EXECUTE", "DROP", "CREATE", "ALTER", "ATTACH", "DETACH", "PRAGMA", "TOP", "ORDER",
+        "GROUP", "HAVING", "LIMIT", "JOIN", "ON", "AS", "REPLACE", "BEGIN", "COMMIT", "ROLLBACK", "VACUUM",
+        "RETURNING", "WITH", "TABLE", "INDEX", "TRIGGER", "VIEW", "DECLARE", "GO", "USE", "GRANT"};
+    if (p.clase != Pieza::Palabra)
+        return false;
+    for (const char* w : palabras)
+        if (p.es(w))
+            return true;
+    return false;
+}
+
+class Analizador {
+public:
+    Analizador(const QString& sql, const std::vector<Pieza>& piezas, size_t desde, size_t hasta)
+        : sql_(sql), p_(piezas), i_(desde), fin_(hasta) {}
+
+    bool alFinal() const { return i_ >= fin_; }
+    const Pieza& actual() const
+    {
+        if (alFinal())
+            throw sintaxis(fin_ > 0 ? p_[fin_ - 1].texto : QString());
+        return p_[i_];
+    }
+    size_t posicion() const { return i_; }
+    const Pieza& pieza(size_t k) const { return p_[k]; }
+
+    const Pieza& tomar() { const Pieza& p = actual(); ++i_; return p; }
+    void esperar(const char* palabra)
+    {
+        if (!actual().es(palabra))
+            throw sintaxis(actual().texto);
+        ++i_;
+    }
+    void esperarSimbolo(const char* s)
+    {
+        if (!actual().esSimbolo(s))
+            throw sintaxis(actual().texto);
+        ++i_;
+    }
+    bool aceptar(const char* palabra)
+    {
+        if (!alFinal() && p_[i_].es(palabra)) {
+            ++i_;
+            return true;
+        }
+        return false;
+    }
+    bool aceptarSimbolo(const char* s)
+    {
+        if (!alFinal() && p_[i_].esSimbolo(s)) {
+            ++i_;
+            return true;
+        }
+        return false;
+    }
+    const Pieza& nombre()
+    {
+        const Pieza& p = actual();
+        if (p.clase != Pieza::Palabra || reservada(p) || p.texto.startsWith(QLatin1Char('@')))
+            throw sintaxis(p.texto);
+        ++i_;
+        return p;
+    }
+    void terminar()
+    {
+        if (!alFinal())
+            throw sintaxis(actual().texto);
+    }
+
+    // A condition or a value: names, literals, operators and parentheses.
+    // A value stops at a ',' outside parentheses (the next assignment) or at WHERE.
+    void expresion(bool esValor)
+    {
+        int abiertos = 0;
+        size_t cuantas = 0;
+        while (!alFinal()) {
+            const Pieza& p = p_[i_];
+            if (abiertos == 0 && esValor && (p.esSimbolo(",") || p.es("WHERE")))
+                break;
+            if (reservada(p) || p.texto.startsWith(QLatin1Char('@')) || p.texto.startsWith(QLatin1Char('#')))
+                throw sintaxis(p.texto);
+            if (p.clase == Pieza::Palabra) {
+                const bool llamada = i_ + 1 < fin_ && p_[i_ + 1].esSimbolo("(");
+                if (llamada && !p.es("IN"))
+                    throw sintaxis(p.texto); // no function of the server is called here
+            } else if (p.esSimbolo("(")) {
+                ++abiertos;
+            } else if (p.esSimbolo(")")) {
+                if (--abiertos < 0)
+                    throw sintaxis(p.texto);
+            } else if (p.esSimbolo(",") && abiertos == 0) {
+                throw sintaxis(p.texto);
+            }
+            ++i_;
+            ++cuantas;
+        }
+        if (cuantas == 0 || abiertos != 0)
+            throw sintaxis(alFinal() ? p_[fin_ - 1].texto : actual().texto);
+    }
+
+    // The text from the piece k to the end of this statement.
+    QString textoDesde(size_t k) const
+    {
+        if (k >= fin_)
+            return {};
+        return sql_.mid(p_[k].inicio, p_[fin_ - 1].fin - p_[k].inicio);
+    }
+
+private:
+    const QString& sql_;
+    const std::vector<Pieza>& p_;
+    size_t i_;
+    size_t fin_;
+};
+
+// "SELECT FECHA=GETDATE()", "select [top N] * from t [where ...]".
+QString adaptarConsulta(const QString& sql, const std::vector<Pieza>& piezas)
+{
+    Analizador a(sql, piezas, 0, piezas.size());
+    const Pieza& select = a.tomar();
+    if (!select.es("SELECT"))
+        throw sintaxis(select.texto);
+    // The server's clock under a column name.
+    if (piezas.size() == 6 && piezas[1].clase == Pieza::Palabra && piezas[2].esSimbolo("=") && piezas[3].es("GETDATE")
+        && piezas[4].esSimbolo("(") && piezas[5].esSimbolo(")") && !reservada(piezas[1]))
+        return QStringLiteral("SELECT GETDATE() AS %1").arg(piezas[1].texto);
+    QString limite;
+    if (a.aceptar("TOP")) {
+        const Pieza& n = a.tomar();
+        if (n.clase != Pieza::Numero || n.texto.contains(QLatin1Char('.')))
+            throw sintaxis(n.texto);
+        limite = QString::number(n.texto.toLongLong());
+    }
+    const size_t columnas = a.posicion();
+    if (!a.aceptarSimbolo("*")) {
+        a.nombre();
+        while (a.aceptarSimbolo(","))
+            a.nombre();
+    }
+    a.esperar("FROM");
+    a.nombre();
+    if (a.aceptar("WHERE"))
+        a.expresion(false);
+    a.terminar();
+    if (limite.isEmpty())
+        return a.textoDesde(0);
+    return select.texto + QLatin1Char(' ') + a.textoDesde(columnas) + QStringLiteral(" LIMIT ") + limite;
+}
+
+// One INSERT, UPDATE or delete of a batch, the pieces [desde, hasta).
+QString adaptarCambio(const QString& sql, const std::vector<Pieza>& piezas, size_t desde, size_t hasta)
+{
+    Analizador a(sql, piezas, desde, hasta);
+    const Pieza& verbo = a.tomar();
+    if (verbo.es("INSERT")) {
+        // INSERT INTO t [(columns)] VALUES (literal, ...)
+        a.esperar("INTO");
+        a.nombre();
+        if (a.aceptarSimbolo("(")) {
+            do
+                a.nombre();
+            while (a.aceptarSimbolo(","));
+            a.esperarSimbolo(")");
+        }
+        a.esperar("VALUES");
+        a.esperarSimbolo("(");
+        do {
+            if (a.aceptarSimbolo("-") || a.aceptarSimbolo("+")) {
+                if (a.actual().clase != Pieza::Numero)
+                    throw sintaxis(a.actual().texto);
+                a.tomar();
+            } else if (a.actual().clase == Pieza::Numero || a.actual().clase == Pieza::Cadena || a.actual().es("NULL")) {
+                a.tomar();
+            } else {
+                throw sintaxis(a.actual().texto);
+            }
+        } while (a.aceptarSimbolo(","));
+        a.esperarSimbolo(")");
+        a.terminar();
+        return a.textoDesde(desde);
+    }
+    if (verbo.es("UPDATE")) {
+        // UPDATE t SET column = value, ... WHERE condition
+        a.nombre();
+        a.esperar("SET");
+        do {
+            a.nombre();
+            a.esperarSimbolo("=");
+            a.expresion(true);
+        } while (a.aceptarSimbolo(","));
+        a.esperar("WHERE");
+        a.expresion(false);
+        a.terminar();
+        return a.textoDesde(desde);
+    }
+    if (verbo.es("DELETE")) {
+        // delete [from] t where condition: T-SQL may leave out the "from"
+        const bool conFrom = a.aceptar("FROM");
+        const size_t tabla = a.posicion();
+        a.nombre();
+        a.esperar("WHERE");
+        a.expresion(false);
+        a.terminar();
+        if (conFrom)
+            return a.textoDesde(desde);
+        return verbo.texto + QStringLiteral(" from ") + a.textoDesde(tabla);
+    }
+    throw sintaxis(verbo.texto);
+}
+
+} // namespace
+
+// ---------------------------------------------------------------------------
+// ServidorEmbebido
+// ---------------------------------------------------------------------------
+
+ServidorEmbebido::ServidorEmbebido(QString archivo) : archivo_(std::move(archivo)) {}
+
+ServidorEmbebido::~ServidorEmbebido() { cerrar(); }
+
+void ServidorEmbebido::crearBase(const QString& archivo, bool conDemo)
+{
+    if (QFileInfo::exists(archivo))
+        throw FalloEjecucion::conexion(QStringLiteral("The database file already exists. (%1)").arg(archivo));
+    QDir().mkpath(QFileInfo(archivo).absolutePath());
+    // Built under a name of its own and moved into place when complete, so that
+    // no client ever opens a half-made database.
+    const QString temporal = QStringLiteral("%1.creando-%2").arg(archivo).arg(QCoreApplication::applicationPid());
+    const auto borrarTemporal = [&temporal] {
+        for (const char* sufijo : {"", "-wal", "-shm", "-journal"})
+            QFile::remove(temporal + QLatin1String(sufijo));
+    };
+    borrarTemporal();
+    sqlite3* bd = abrirArchivo(temporal, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    try {
+        prepararConexion(bd);
+        {
+            Transaccion transaccion(bd, true);
+            ejecutarDirecto(bd, RecursosBd::leer(QStringLiteral("esquema.sql")));
+            if (conDemo) {
+                ejecutarDirecto(bd, RecursosBd::leer(QStringLiteral("demo.sql")));
+                sqlite3_stmt* crudo = nullptr;
+                if (sqlite3_prepare_v2(bd, "INSERT OR REPLACE INTO fotos (cliente, img) VALUES (?, ?)", -1, &crudo, nullptr) != SQLITE_OK)
+                    throw FalloEjecucion::servidor(mensaje(bd));
+                Sentencia foto(crudo);
+                for (const auto& [cliente, ruta] : {std::pair{0, "fotos/sin_foto.png"}, std::pair{9999, "fotos/revision.png"}}) {
+                    const QByteArray img = RecursosBd::leer(QLatin1String(ruta));
+                    sqlite3_reset(foto.get());
+                    sqlite3_bind_int(foto.get(), 1, cliente);
+                    sqlite3_bind_blob(foto.get(), 2, img.constData(), int(img.size()), SQLITE_TRANSIENT);
+                    if (sqlite3_step(foto.get()) != SQLITE_DONE)
+                        throw FalloEjecucion::servidor(mensaje(bd));
+                }
+            }
+            transaccion.confirmar();
+        }
+        if (sqlite3_close(bd) != SQLITE_OK) // the last close folds the log into the file
+            throw FalloEjecucion::servidor(mensaje(bd));
+        bd = nullptr;
+        if (!QFile::rename(temporal, archivo))
+            throw FalloEjecucion::conexion(QStringLiteral("The database file cannot be put in place. (%1)").arg(archivo));
+    } catch (const std::runtime_error& e) {
+        sqlite3_close_v2(bd);
+        borrarTemporal();
+        if (const auto* f = dynamic_cast<const FalloEjecucion*>(&e))
+            throw *f;
+        throw FalloEjecucion::servidor(QString::fromUtf8(e.what())); // a resource missing from the program
+    }
+}
+
+void ServidorEmbebido::abrir()
+{
+    cerrar();
+    if (!QFileInfo::exists(archivo_)) {
+        try {
+            crearBase(archivo_, true);
+        } catch (const FalloEjecucion&) {
+            if (!QFileInfo::exists(archivo_)) // another client may have made it meanwhile
+                throw;
+        }
+    }
+    sqlite3* bd = abrirArchivo(archivo_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX);
+    try {
+        prepararConexion(bd);
+    } catch (const FalloEjecucion& f) {
+        sqlite3_close_v2(bd);
+        throw FalloEjecucion::conexion(f.texto());
+    }
+    bd_ = bd;
+}
+
+void ServidorEmbebido::cerrar()
+{
+    if (bd_) {
+        sqlite3_close_v2(bd_);
+        bd_ = nullptr;
+    }
+}
+
+sqlite3* ServidorEmbebido::conexion()
+{
+    if (!bd_)
+        throw FalloEjecucion::objetoCerrado();
+    return bd_;
+}
+
+Resultados ServidorEmbebido::procedimiento(const QString& nombre, const std::vector<Parametro>& valores)
+{
+    sqlite3* bd = conexion();
+    return correrProcedimiento(bd, *definicion(nombre), valores);
+}
+
+Resultados ServidorEmbebido::procedimientoDeTexto(const QString& nombre, const QByteArray& texto,
+                                                  const std::vector<Parametro>& valores)
+{
+    sqlite3* bd = conexion();
+    return correrProcedimiento(bd, leerDefinicion(nombre, texto), valores);
+}
+
+QStringList ServidorEmbebido::adaptar(const QString& sql, bool esConsulta)
+{
+    const std::vector<Pieza> piezas = trocear(sql);
+    if (piezas.empty())
+        throw sintaxis(sql.trimmed());
+    if (esConsulta)
+        return {adaptarConsulta(sql, piezas)};
+    // A batch: the statements stand one behind the other with no separator, so
+    // each INSERT, UPDATE or DELETE outside quotes starts the next one.
+    QStringList sentencias;
+    size_t desde = 0;
+    for (size_t k = 1; k <= piezas.size(); ++k) {
+        if (k == piezas.size() || piezas[k].es("INSERT") || piezas[k].es("UPDATE") || piezas[k].es("DELETE")) {
+            sentencias << adaptarCambio(sql, piezas, desde, k);
+            desde = k;
+        }
+    }
+    return sentencias;
+}
+
+Resultados ServidorEmbebido::abrirConsulta(const QString& sql)
+{
+    sqlite3* bd = conexion();
+    const QStringList adaptada = adaptar(sql, true);
+    std::vector<Sentencia> sentencias;
+    int fallo = 0;
+    if (!prepararTodas(bd, adaptada.first().toUtf8(), 0, sentencias, &fallo))
+        throw FalloEjecucion::servidor(mensaje(bd));
+    if (sentencias.size() != 1)
+        throw sintaxis(sql.trimmed());
+    Resultados resultados;
+    correr(bd, sentencias.front().get(), resultados);
+    return resultados;
+}
+
+void ServidorEmbebido::ejecutar(const QString& sql)
+{
+    sqlite3* bd = conexion();
+    const QStringList adaptadas = adaptar(sql, false);
+    // Every statement compiles before any of them runs: a statement broken by a
+    // quote in a value stops the whole batch with nothing written.
+    std::vector<Sentencia> sentencias;
+    for (const QString& texto : adaptadas) {
+        const size_t antes = sentencias.size();
+        int fallo = 0;
+        if (!prepararTodas(bd, texto.toUtf8(), 0, sentencias, &fallo))
+            throw FalloEjecucion::servidor(mensaje(bd));
+        if (sentencias.size() != antes + 1)
+            throw sintaxis(texto);
+    }
+    Resultados nada;
+    Transaccion transaccion(bd, true);
+    for (const auto& s : sentencias)
+        correr(bd, s.get(), nada);
+    transaccion.confirmar();
+}

@@ -1,0 +1,42 @@
+#pragma once
+// What a database backend must do for the client: run a procedure with
+// positional values, open a raw select, execute a raw INSERT/UPDATE/delete
+// (or a batch of them). Results come back fully fetched.
+#include "valor.h"
+
+#include <QStringList>
+#include <memory>
+#include <optional>
+#include <vector>
+
+struct ConjuntoResultados {
+    QStringList columnas;                  // names as the server spells them
+    std::vector<std::vector<Valor>> filas; // every row, already fetched
+};
+using Resultados = std::vector<ConjuntoResultados>;
+
+// A positional value; an unset one is left to the procedure's default.
+using Parametro = std::optional<Valor>;
+
+class Servidor {
+public:
+    virtual ~Servidor() = default;
+    // Opens the connection; a failure throws FalloEjecucion.
+    virtual void abrir() = 0;
+    virtual void cerrar() = 0;
+    virtual bool abierto() const = 0;
+    // True when the backend runs on this machine (the embedded server): then the
+    // machine's clock is the server's clock and the clock step is not needed.
+    virtual bool esLocal() const = 0;
+    // A stored procedure. Values bind by position; trailing unset ones are not sent.
+    virtual Resultados procedimiento(const QString& nombre, const std::vector<Parametro>& valores) = 0;
+    // A raw select (and the server clock): the text as the client writes it.
+    virtual Resultados abrirConsulta(const QString& sql) = 0;
+    // A raw INSERT, UPDATE, delete, or a batch of them without separators.
+    virtual void ejecutar(const QString& sql) = 0;
+};
+
+// Builds the backend named by a connection string:
+//   "Provider=embebido;Data Source=<file>"  the embedded server (created with demo data when missing)
+//   "Provider=sqlserver;Server=<host>,<port>;Database=..;User=..;Password=..;Timeout=10"
+std::unique_ptr<Servidor> crearServidor(const QString& cadenaConexion);

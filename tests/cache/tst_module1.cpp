@@ -1,0 +1,193 @@
+// The session's shared state: the reference cache, the name look-ups and the
+// small routines every screen leans on, against a temporary database.
+#include "base_temporal.h"
+#include "login.h"
+#include "module1.h"
+#include "prueba.h"
+
+namespace {
+
+// A catalogue laid out by hand, small enough to know every value.
+void catalogoConocido(const BaseTemporal& base)
+{
+    base.sql(QStringLiteral(R"(
+        INSERT INTO bancos (C_Banco, D_banco) VALUES (102, 'BANCO DE VENEZUELA'), (134, 'BANESCO');
+        INSERT INTO clientes (C_CLIENTE, D_cliente, Revisar) VALUES (12, 'MARIA PEREZ', ''), (40, 'JOSE DIAZ', '9999');
+        INSERT INTO proveedor (C_proveedor, D_proveedor, clave_pro, porgan, Comision, regalo, ultregalo)
+               VALUES (3, 'PAGOS RAPIDOS', 'PR', 37.8, 2.5, 0, 0);
+        INSERT INTO conceptos (C_CONCEPTO, D_CONCEPTO) VALUES (1, 'PAGO A CLIENTE'), (7, 'DEVOLUCION');
+        INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra, St_servicio, MONTO)
+               VALUES (1, 'TRUMIN', 5.4, 2, 1, 'T', 1, 330.5), (2, 'ZELLE', 4, 2, 1, 'Z', 1, 335.25),
+                      (9, 'WALLY', 2.9, 2, 1, 'W', 1, 340), (55, 'USDT BINANCE', 1.5, 4, 2, 'M', 1, 1.0125);
+        INSERT INTO servicios_usdt (C_SERVIcio, D_SERVIcio, compra, venta, equivalencia, div)
+               VALUES (1, 'DOLAR REFERENCIA', 350, 352, 0, 0), (2, 'USDT BASE', 345.5, 347, 0, 0),
+                      (3, 'USDT BINANCE', 1.02, 1.03, 55, 1);
+        INSERT INTO bancos_zelle (C_Banco, D_banco) VALUES (0, 'NINGUNO'), (1, 'BANK OF AMERICA'), (10, 'CHASE');
+        INSERT INTO parametros (Clave, Fecha, Fecha_Compraventas, Dolar) VALUES ('1234', '22/11/2026 08:00:00', '22/11/2026 08:05:00', 350.75);
+    )"));
+}
+
+struct Sesion {
+    explicit Sesion(const BaseTemporal& base)
+    {
+        m.Conexion.ConnectionString = base.cadenaConexion();
+        m.Conexion.Open();
+    }
+    Module1 m;
+};
+
+} // namespace
+
+class PruebaModule1 : public QObject {
+    Q_OBJECT
+private slots:
+    void cargaDelCacheLlenaCadaTabla()
+    {
+        BaseTemporal base;
+        catalogoConocido(base);
+        Sesion s(base);
+        LOGIN::Carga_Parametros(s.m);
+        auto& m = s.m;
+
+        QCOMPARE(m.Clave, QStringLiteral("1234"));
+        QCOMPARE(m.Dolar_Param, 350.75f);
+        QCOMPARE(m.N_Bancos, int16_t(2));
+        QCOMPARE(m.Bancos_T(2, 1), QStringLiteral("134"));
+        QCOMPARE(m.N_Clientes, int16_t(2));
+        QCOMPARE(m.Clientes_T(2, 3), QStringLiteral("9999"));
+        QCOMPARE(m.Proveedores_T(1, 3), QStringLiteral("37")); // the gain share loses its fraction
+        QCOMPARE(m.Proveedores_T(1, 4), QStringLiteral("2,5"));
+        QCOMPARE(m.N_Conceptos, int16_t(2));
+        // services are placed by their own code, and the count is the last code read
+        QCOMPARE(m.N_Servicios, int16_t(55));
+        QCOMPARE(m.Servicios_T(9)[2], QStringLiteral("WALLY"));
+        QCOMPARE(m.Servicios_T(1)[5], QStringLiteral("T"));
+        QCOMPARE(m.Servicios_T(1)[3], QStringLiteral("5,4"));
+        QVERIFY(m.Servicios_T(3)[2].isEmpty());
+        QCOMPARE(m.Monto_T(2), 335.25f);
+        // a USDT row with an equivalence writes its rate on the place of that service
+        QCOMPARE(m.Compra_T(55), 1.02);
+        QCOMPARE(m.Div_T(55), 1.0);
+        QCOMPARE(m.Compra_T(3), 0.0);
+        QCOMPARE(m.Compra_T(2), 345.5);
+        QCOMPARE(m.Bancos_Zelle_T(10), QStringLiteral("CHASE"));
+        QVERIFY(m.Rs == nullptr);
+    }
+
+    void recargaBorraComprasPeroGuardaLoDemas()
+    {
+        BaseTemporal base;
+        catalogoConocido(base);
+        Sesion s(base);
+        auto& m = s.m;
+        m.Compra_T(0) = 7;
+        m.Compra_T(40) = 5;
+        LOGIN::Carga_Parametros(s.m);
+        QCOMPARE(m.Compra_T(40), 0.0); // purchase prices are cleared before the USDT rates arrive
+        QCOMPARE(m.Compra_T(0), 7.0);  // the place 0 is not touched
+
+        base.sql(QStringLiteral("DELETE FROM servicios WHERE C_SERVIcio = 9; DELETE FROM bancos;"
+                                "DELETE FROM servicios_usdt WHERE C_SERVIcio = 3;"));
+        m.Carga_Tablas();
+        QCOMPARE(m.Servicios_T(9)[2], QStringLiteral("WALLY")); // a removed service keeps its name
+        QCOMPARE(m.Compra_T(55), 0.0);
+        QCOMPARE(m.N_Bancos, int16_t(0));
+        QCOMPARE(m.Nombre_Banco(QStringLiteral("0134")), QStringLiteral("0134"));
+    }
+
+    void codigosFueraDeRangoDetienenLaCarga_data()
+    {
+        QTest::addColumn<QString>("fila");
+        QTest::newRow("servicio 101") << "INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra, St_servicio, MONTO) VALUES (101, 'X', 0, 2, 1, 'X', 1, 1)";
+        QTest::newRow("zelle 11") << "INSERT INTO bancos_zelle (C_Banco, D_banco) VALUES (11, 'OTRO')";
+        QTest::newRow("equivalencia 101") << "INSERT INTO servicios_usdt (C_SERVIcio, D_SERVIcio, compra, venta, equivalencia, div) VALUES (4, 'X', 1, 1, 101, 1)";
+    }
+    void codigosFueraDeRangoDetienenLaCarga()
+    {
+        QFETCH(QString, fila);
+        BaseTemporal base;
+        catalogoConocido(base);
+        Sesion s(base);
+        LOGIN::Carga_Parametros(s.m); // the limits themselves fit
+        base.sql(fila);
+        try {
+            s.m.Carga_Tablas();
+            QFAIL("a code beyond the table's bound must stop the load");
+        } catch (const FalloEjecucion& f) {
+            QCOMPARE(f.numero(), 9L);
+        }
+    }
+
+    void nombresPorCodigo()
+    {
+        BaseTemporal base;
+        catalogoConocido(base);
+        Sesion s(base);
+        LOGIN::Carga_Parametros(s.m);
+        auto& m = s.m;
+        QCOMPARE(m.Nombre_Banco(QStringLiteral("102")), QStringLiteral("BANCO DE VENEZUELA"));
+        QCOMPARE(m.Nombre_Banco(QStringLiteral("7777")), QStringLiteral("7777"));
+        QCOMPARE(m.Nombre_Cliente(12), QStringLiteral("MARIA PEREZ"));
+        QCOMPARE(m.Nombre_Cliente(13), QStringLiteral("13"));
+        QCOMPARE(m.Nombre_Proveedor(3), QStringLiteral("PAGOS RAPIDOS"));
+        QCOMPARE(m.Nombre_Proveedor(0), QStringLiteral("0"));
+        QCOMPARE(m.Nombre_Concepto(7), QStringLiteral("DEVOLUCION"));
+        QCOMPARE(Module1::Nombre_Dia(1), QStringLiteral("Dom"));
+        QCOMPARE(Module1::Nombre_Dia(7), QStringLiteral("Sab"));
+        QVERIFY(Module1::Nombre_Dia(8).isEmpty());
+        QVERIFY(Module1::Nombre_Dia(0).isEmpty());
+    }
+
+    void conversionDeDolares()
+    {
+        BaseTemporal base;
+        catalogoConocido(base);
+        Sesion s(base);
+        LOGIN::Carga_Parametros(s.m);
+        auto& m = s.m;
+        m.Convierte_Dolar(100, 1);
+        QVERIFY(qAbs(m.Monto_Usd - 94.3) < 1e-9);
+        m.Convierte_Dolar(100, 9);
+        QVERIFY(qAbs(m.Monto_Usd - 96.8) < 1e-9);
+        m.Convierte_Dolar(100, 4);
+        QCOMPARE(m.Monto_Usd, 100.0);
+        m.Convierte_Dolar(102, 55); // divided by its own purchase price
+        QVERIFY(qAbs(m.Monto_Usd - 100.0) < 1e-9);
+        m.Div_T(60) = 2; // divided by the price of service 2, whatever its own
+        m.Convierte_Dolar(691, 60);
+        QVERIFY(qAbs(m.Monto_Usd - 2.0) < 1e-9);
+        m.Div_T(61) = 1; // no purchase price: the amount stays
+        m.Convierte_Dolar(50, 61);
+        QCOMPARE(m.Monto_Usd, 50.0);
+        m.Compra_T(2) = 0;
+        QVERIFY_THROWS_EXCEPTION(FalloEjecucion, m.Convierte_Dolar(10, 60));
+        try {
+            m.Convierte_Dolar(10, 101);
+            QFAIL("service 101 has no place in the tables");
+        } catch (const FalloEjecucion& f) {
+            QCOMPARE(f.numero(), 9L);
+        }
+    }
+
+    void fechasYEspera()
+    {
+        QCOMPARE(Module1::Fecha_AMD(QStringLiteral("25/12/2024")), QStringLiteral("20241225"));
+        QCOMPARE(Module1::Fecha_DMA(QStringLiteral("20241225")), QStringLiteral("25/12/2024"));
+        QCOMPARE(Module1::Fecha_AMD(QStringLiteral("5/12/2024")), QStringLiteral("0242/5/")); // unguarded on purpose
+
+        Module1 m;
+        QDateTime ahora(QDate(2026, 11, 22), QTime(10, 0, 0));
+        int lecturas = 0;
+        m.reloj = [&] {
+            ++lecturas;
+            ahora = ahora.addMSecs(250);
+            return ahora;
+        };
+        m.Espera(2);
+        QVERIFY(ahora >= QDateTime(QDate(2026, 11, 22), QTime(10, 0, 2)));
+        QVERIFY(lecturas >= 8);
+    }
+};
+
+REGISTRAR_PRUEBA(PruebaModule1);
+#include "tst_module1.moc"

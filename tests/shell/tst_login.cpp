@@ -1,0 +1,216 @@
+// Start-up and the main window: the connection, the parameters, the access
+// code and what the menus allow before and after it.
+#include "arranque.h"
+#include "base_temporal.h"
+#include "fallo.h"
+#include "login.h"
+#include "mdiform1.h"
+#include "mensajes.h"
+#include "module1.h"
+#include "prueba.h"
+
+#include <QAction>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QTcpServer>
+
+namespace {
+
+// A screen that only counts its activations.
+class PantallaDePrueba : public Pantalla {
+public:
+    PantallaDePrueba(Module1& m, MDIForm1& p, int& activaciones)
+        : Pantalla(m, p, QStringLiteral("BANCOS")), activaciones_(activaciones) {}
+    void Form_Activate() override { ++activaciones_; }
+
+private:
+    int& activaciones_;
+};
+
+const char* const kMenusDeTrabajo[] = {"TABLAS", "MOVI", "CONSULTA", "ESTADISTICAS"};
+
+struct Arranque {
+    explicit Arranque(const BaseTemporal& base)
+    {
+        Despliegue d;
+        d.archivo = base.archivo();
+        m = std::make_unique<Module1>(d);
+        principal = std::make_unique<MDIForm1>(*m);
+        principal->Registrar(QStringLiteral("BANCOS"), [this](Module1& mod, MDIForm1& p) {
+            ++abiertas;
+            return new PantallaDePrueba(mod, p, activaciones);
+        });
+        principal->show();
+        login = static_cast<LOGIN*>(principal->Mostrar(QStringLiteral("LOGIN")));
+        QCoreApplication::processEvents();
+    }
+    bool menusHabilitados() const
+    {
+        bool todos = true, alguno = false;
+        for (const char* nombre : kMenusDeTrabajo) {
+            const bool h = principal->menu(QString::fromLatin1(nombre))->menuAction()->isEnabled();
+            todos = todos && h;
+            alguno = alguno || h;
+        }
+        if (todos != alguno)
+            qWarning("the working menus are not switched together");
+        return todos;
+    }
+    void teclear(const QString& codigo)
+    {
+        login->Text1->setText(codigo);
+        QTest::keyClick(login->Text1, Qt::Key_Return);
+        QCoreApplication::processEvents();
+    }
+    void pulsar(Qt::Key tecla, Qt::KeyboardModifiers mod = Qt::NoModifier)
+    {
+        QTest::keyClick(principal.get(), tecla, mod);
+        QCoreApplication::processEvents();
+    }
+    std::unique_ptr<Module1> m;
+    std::unique_ptr<MDIForm1> principal;
+    LOGIN* login = nullptr;
+    int abiertas = 0;
+    int activaciones = 0;
+};
+
+} // namespace
+
+class PruebaLogin : public QObject {
+    Q_OBJECT
+private slots:
+    void arranqueEsperaElCodigoConLosMenusApagados()
+    {
+        BaseTemporal base(true);
+        Arranque a(base);
+        QVERIFY(a.login);
+        QCOMPARE(a.principal->windowTitle(), QStringLiteral("RAMIL  Contról de Pagos versión = 25.09.18  (Linux)"));
+        QVERIFY(!a.menusHabilitados());
+        QVERIFY(a.principal->menu(QStringLiteral("calcula"))->menuAction()->isEnabled());
+        QCOMPARE(a.login->Text1->palette().color(QPalette::Base), QColor(Qt::white));
+        QVERIFY(!a.m->Clave.isEmpty());
+        QVERIFY(a.m->N_Clientes > 1000);
+        QVERIFY(a.m->Conexion.Abierta());
+
+        // before the code the shortcuts of the working menus are dead
+        for (Qt::Key f : {Qt::Key_F1, Qt::Key_F2, Qt::Key_F4, Qt::Key_F5, Qt::Key_F8, Qt::Key_F9})
+            a.pulsar(f);
+        QCOMPARE(a.abiertas, 0);
+
+        a.teclear(QStringLiteral("0000"));
+        QVERIFY(a.login->Text1->text().isEmpty());
+        QVERIFY(!a.menusHabilitados());
+
+        a.teclear(QStringLiteral("  3607 "));
+        QVERIFY(a.menusHabilitados());
+        QCOMPARE(a.m->Nivel, false);
+        QCOMPARE(a.principal->Abierta(QStringLiteral("LOGIN")), nullptr);
+
+        // now F1 opens its screen, and a second F1 only brings it to the front
+        a.pulsar(Qt::Key_F1);
+        QCOMPARE(a.abiertas, 1);
+        QCOMPARE(a.activaciones, 1);
+        a.pulsar(Qt::Key_F1);
+        QCOMPARE(a.abiertas, 1);
+
+        // the USDT entries stay hidden and off, also after the code
+        for (const char* nombre : {"SERVI_USDT", "CONSULTAS_USDT", "ESTADISTICAS_USDT", "ESTADISTICAS_MENSUALES_USDT"}) {
+            QAction* e = a.principal->entrada(QString::fromLatin1(nombre));
+            QVERIFY(!e->isEnabled());
+            QVERIFY(!e->isVisible());
+        }
+    }
+
+    void codigoDelServidor()
+    {
+        BaseTemporal base(true);
+        base.sql(QStringLiteral("UPDATE parametros SET Clave = 'Abc9'"));
+        Arranque a(base);
+        a.teclear(QStringLiteral("abc9")); // capitals count
+        QVERIFY(!a.menusHabilitados());
+        a.teclear(QStringLiteral(" Abc9 "));
+        QVERIFY(a.menusHabilitados());
+        QCOMPARE(a.m->Nivel, true);
+    }
+
+    void cajaVaciaContraClaveVacia()
+    {
+        BaseTemporal base(true);
+        base.sql(QStringLiteral("UPDATE parametros SET Clave = ''"));
+        Arranque a(base);
+        a.teclear(QString());
+        QVERIFY(a.menusHabilitados());
+        QCOMPARE(a.m->Nivel, true);
+    }
+
+    void cerrarLoginSinCodigoDejaLosMenusApagados()
+    {
+        BaseTemporal base(true);
+        Arranque a(base);
+        a.login->Unload();
+        QCoreApplication::processEvents();
+        QVERIFY(!a.menusHabilitados());
+        a.pulsar(Qt::Key_F1);
+        QCOMPARE(a.abiertas, 0);
+    }
+
+    void volverALaPantallaLaActivaDeNuevo()
+    {
+        BaseTemporal base(true);
+        Arranque a(base);
+        a.teclear(QStringLiteral("3607"));
+        a.pulsar(Qt::Key_F1);
+        QCOMPARE(a.activaciones, 1);
+        // another screen comes in front, then F1 brings this one back: a new activation
+        QMdiSubWindow* otra = a.principal->area()->addSubWindow(new QWidget);
+        otra->show();
+        a.principal->area()->setActiveSubWindow(otra);
+        QCoreApplication::processEvents();
+        a.pulsar(Qt::Key_F1);
+        QCOMPARE(a.abiertas, 1);
+        QCOMPARE(a.activaciones, 2);
+    }
+
+    void servidorInalcanzableTerminaConElReporte()
+    {
+        QTcpServer libre;
+        QVERIFY(libre.listen(QHostAddress::LocalHost));
+        const quint16 puerto = libre.serverPort();
+        libre.close(); // nothing listens on it any more
+
+        Despliegue d;
+        d.tipo = Despliegue::Tipo::SqlServer;
+        d.servidor = QStringLiteral("127.0.0.1");
+        d.puerto = puerto;
+        Module1 m(d);
+        MDIForm1 principal(m);
+        QElapsedTimer reloj;
+        reloj.start();
+        QVERIFY_THROWS_EXCEPTION(FalloEjecucion, principal.Mostrar(QStringLiteral("LOGIN")));
+        QVERIFY(reloj.elapsed() < 10500);
+        QVERIFY(!m.Conexion.Abierta());
+    }
+
+    void unFalloTerminaElProgramaConSuReporte()
+    {
+        QStringList vistos;
+        Mensajes::Reemplazar([&](const QString& texto, int estilo, const QString&) {
+            vistos << QStringLiteral("%1|%2").arg(estilo).arg(texto);
+            return Mensajes::vbOK;
+        });
+        QTimer::singleShot(0, [] { Atiende_Fallo([]() -> bool { throw FalloEjecucion::tiposNoCoinciden(); }); });
+        const int estado = QCoreApplication::exec();
+        Mensajes::Reemplazar({});
+        QCOMPARE(estado, 1);
+        QCOMPARE(vistos.size(), 1);
+        QVERIFY(vistos[0].startsWith(QStringLiteral("16|")));
+        QVERIFY(vistos[0].contains(QStringLiteral("'13'")));
+        QVERIFY(vistos[0].contains(QStringLiteral("Type mismatch")));
+    }
+};
+
+REGISTRAR_PRUEBA(PruebaLogin);
+#include "tst_login.moc"
