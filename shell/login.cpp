@@ -1,10 +1,10 @@
 #include "login.h"
+#include "controles.h"
 #include "mdiform1.h"
 #include "mensajes.h"
 #include "module1.h"
 #include "numeros.h"
 
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QVBoxLayout>
 #include <cstdlib>
@@ -12,27 +12,6 @@
 
 const QString LOGIN::Version = QStringLiteral("  Contról de Pagos versión = 25.09.18  (Linux)");
 
-namespace {
-// Enter in the code box checks the code; the key itself is kept.
-class FiltroEnter : public QObject {
-public:
-    FiltroEnter(QObject* padre, std::function<void()> alEnter) : QObject(padre), alEnter_(std::move(alEnter)) {}
-
-protected:
-    bool eventFilter(QObject*, QEvent* e) override
-    {
-        if (e->type() == QEvent::KeyPress) {
-            const int tecla = static_cast<QKeyEvent*>(e)->key();
-            if (tecla == Qt::Key_Return || tecla == Qt::Key_Enter)
-                alEnter_();
-        }
-        return false;
-    }
-
-private:
-    std::function<void()> alEnter_;
-};
-} // namespace
 
 LOGIN::LOGIN(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral("LOGIN"))
 {
@@ -50,7 +29,8 @@ LOGIN::LOGIN(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral(
     caja->addStretch();
     caja->addWidget(Text1, 0, Qt::AlignHCenter);
     caja->addStretch();
-    Text1->installEventFilter(new FiltroEnter(Text1, [this] { Valida_Clave(); }));
+    // Enter checks the code; the key itself is kept.
+    Controles::AlPulsarEnter(Text1, [this] { Valida_Clave(); }, false);
 }
 
 void LOGIN::Form_Load() { Tamano(14501, 8000); }

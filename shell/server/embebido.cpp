@@ -12,7 +12,6 @@
 #include <QMutexLocker>
 #include <charconv>
 #include <cmath>
-#include <limits>
 #include <memory>
 #include <sqlite3.h>
 
@@ -325,13 +324,26 @@ Valor leerLiteral(const QString& texto, bool* bien)
     return {};
 }
 
-// "--@param @nombre TIPO [= defecto]"
+// A parameter line without the remark that may follow it after "--".
+QString sinComentario(const QString& texto)
+{
+    bool enCadena = false;
+    for (qsizetype i = 0; i < texto.size(); ++i) {
+        if (texto[i] == QLatin1Char('\''))
+            enCadena = !enCadena;
+        else if (!enCadena && texto.mid(i, 2) == QLatin1String("--"))
+            return texto.left(i).trimmed();
+    }
+    return texto.trimmed();
+}
+
+// "--@param @nombre TIPO [= defecto] [-- remark]"
 ParametroDeclarado leerParametro(const QString& procedimiento, const QString& linea)
 {
-    QString resto = linea.trimmed().mid(8).trimmed(); // after "--@param"
+    const QString resto = sinComentario(linea.trimmed().mid(8)); // after "--@param"
     ParametroDeclarado p;
     const qsizetype igual = resto.indexOf(QLatin1Char('='));
-    QString cabeza = igual >= 0 ? resto.left(igual) : resto;
+    const QString cabeza = igual >= 0 ? resto.left(igual) : resto;
     const QStringList partes = cabeza.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     if (partes.size() != 2 || !partes[0].startsWith(QLatin1Char('@')) || partes[0].size() < 2)
         throw falloDeArchivo(procedimiento, linea);
@@ -527,18 +539,21 @@ std::vector<ValorSql> valoresDeLaLlamada(const Definicion& d, const std::vector<
 
 // Binds every @name of a statement to the declared parameter of that name,
 // whatever its capitals, as T-SQL names are.
+size_t parametroDeclarado(sqlite3_stmt* s, int i, const Definicion& d)
+{
+    const char* crudo = sqlite3_bind_parameter_name(s, i);
+    const QString nombre = crudo ? QString::fromUtf8(crudo) : QStringLiteral("?");
+    for (size_t k = 0; k < d.parametros.size(); ++k)
+        if (d.parametros[k].nombre.compare(nombre, Qt::CaseInsensitive) == 0)
+            return k;
+    throw FalloEjecucion::servidor(QStringLiteral("Must declare the scalar variable \"%1\".").arg(nombre));
+}
+
 void enlazar(sqlite3* bd, sqlite3_stmt* s, const Definicion& d, const std::vector<ValorSql>& valores)
 {
     const int cuantos = sqlite3_bind_parameter_count(s);
     for (int i = 1; i <= cuantos; ++i) {
-        const char* crudo = sqlite3_bind_parameter_name(s, i);
-        const QString nombre = crudo ? QString::fromUtf8(crudo) : QStringLiteral("?");
-        size_t k = 0;
-        while (k < d.parametros.size() && d.parametros[k].nombre.compare(nombre, Qt::CaseInsensitive) != 0)
-            ++k;
-        if (k == d.parametros.size())
-            throw FalloEjecucion::servidor(QStringLiteral("Must declare the scalar variable \"%1\".").arg(nombre));
-        const ValorSql& v = valores[k];
+        const ValorSql& v = valores[parametroDeclarado(s, i, d)];
         int r = SQLITE_OK;
         switch (v.clase) {
         case ValorSql::Nulo:
@@ -571,23 +586,26 @@ bool cambiaEsquema(sqlite3_stmt* s)
     return false;
 }
 
+// Compiles the whole body before anything runs. The one exception is a body
+// that builds a work table and then uses it: the statements after the CREATE
+// compile only once it has run, so they are left for the run, from *resto on
+// (the transaction still makes the call all or nothing). True in that case.
+bool compilarCuerpo(sqlite3* bd, const Definicion& d, std::vector<Sentencia>& sentencias, int* resto)
+{
+    if (prepararTodas(bd, d.cuerpo, 0, sentencias, resto))
+        return false;
+    for (const auto& s : sentencias)
+        if (cambiaEsquema(s.get()))
+            return true;
+    throw FalloEjecucion::servidor(mensaje(bd));
+}
+
 Resultados correrProcedimiento(sqlite3* bd, const Definicion& d, const std::vector<Parametro>& valores)
 {
     const std::vector<ValorSql> enlazados = valoresDeLaLlamada(d, valores);
     std::vector<Sentencia> sentencias;
-    int fallo = 0;
-    const bool todas = prepararTodas(bd, d.cuerpo, 0, sentencias, &fallo);
-    // The whole body compiles before anything runs. The one exception is a body
-    // that builds a work table and then uses it: the statements after the
-    // CREATE can only compile once it has run; the transaction still makes the
-    // call all or nothing.
-    bool porPasos = false;
-    if (!todas) {
-        for (const auto& s : sentencias)
-            porPasos = porPasos || cambiaEsquema(s.get());
-        if (!porPasos)
-            throw FalloEjecucion::servidor(mensaje(bd));
-    }
+    int resto = 0;
+    const bool porPasos = compilarCuerpo(bd, d, sentencias, &resto);
     for (const auto& s : sentencias)
         enlazar(bd, s.get(), d, enlazados);
 
@@ -597,14 +615,11 @@ Resultados correrProcedimiento(sqlite3* bd, const Definicion& d, const std::vect
         correr(bd, s.get(), resultados);
     if (porPasos) {
         const char* inicio = d.cuerpo.constData();
-        const char* resto = inicio + fallo;
         const char* fin = inicio + d.cuerpo.size();
-        while (resto < fin) {
+        for (const char* siguiente = inicio + resto; siguiente < fin;) {
             sqlite3_stmt* crudo = nullptr;
-            const char* cola = nullptr;
-            if (sqlite3_prepare_v2(bd, resto, int(fin - resto), &crudo, &cola) != SQLITE_OK)
+            if (sqlite3_prepare_v2(bd, siguiente, int(fin - siguiente), &crudo, &siguiente) != SQLITE_OK)
                 throw FalloEjecucion::servidor(mensaje(bd));
-            resto = cola;
             if (!crudo)
                 continue;
             Sentencia s(crudo);
@@ -614,6 +629,21 @@ Resultados correrProcedimiento(sqlite3* bd, const Definicion& d, const std::vect
     }
     transaccion.confirmar();
     return resultados;
+}
+
+// Compiles a body without running it; every statement names declared parameters only.
+void compilarProcedimiento(sqlite3* bd, const Definicion& d)
+{
+    std::vector<Sentencia> sentencias;
+    int resto = 0;
+    try {
+        compilarCuerpo(bd, d, sentencias, &resto);
+    } catch (const FalloEjecucion& f) {
+        throw FalloEjecucion::servidor(QStringLiteral("Procedure '%1': %2").arg(d.nombre, f.texto()));
+    }
+    for (const auto& s : sentencias)
+        for (int i = 1; i <= sqlite3_bind_parameter_count(s.get()); ++i)
+            parametroDeclarado(s.get(), i, d);
 }
 
 // ---------------------------------------------------------------------------
@@ -949,20 +979,20 @@ void ServidorEmbebido::crearBase(const QString& archivo, bool conDemo)
         {
             Transaccion transaccion(bd, true);
             ejecutarDirecto(bd, RecursosBd::leer(QStringLiteral("esquema.sql")));
-            if (conDemo) {
+            if (conDemo)
                 ejecutarDirecto(bd, RecursosBd::leer(QStringLiteral("demo.sql")));
-                sqlite3_stmt* crudo = nullptr;
-                if (sqlite3_prepare_v2(bd, "INSERT OR REPLACE INTO fotos (cliente, img) VALUES (?, ?)", -1, &crudo, nullptr) != SQLITE_OK)
+            // The two pictures every database needs: a client without photo, and a client under review.
+            sqlite3_stmt* crudo = nullptr;
+            if (sqlite3_prepare_v2(bd, "INSERT OR REPLACE INTO fotos (cliente, img) VALUES (?, ?)", -1, &crudo, nullptr) != SQLITE_OK)
+                throw FalloEjecucion::servidor(mensaje(bd));
+            Sentencia foto(crudo);
+            for (const auto& [cliente, ruta] : {std::pair{0, "fotos/sin_foto.png"}, std::pair{9999, "fotos/revision.png"}}) {
+                const QByteArray img = RecursosBd::leer(QLatin1String(ruta));
+                sqlite3_reset(foto.get());
+                sqlite3_bind_int(foto.get(), 1, cliente);
+                sqlite3_bind_blob(foto.get(), 2, img.constData(), int(img.size()), SQLITE_TRANSIENT);
+                if (sqlite3_step(foto.get()) != SQLITE_DONE)
                     throw FalloEjecucion::servidor(mensaje(bd));
-                Sentencia foto(crudo);
-                for (const auto& [cliente, ruta] : {std::pair{0, "fotos/sin_foto.png"}, std::pair{9999, "fotos/revision.png"}}) {
-                    const QByteArray img = RecursosBd::leer(QLatin1String(ruta));
-                    sqlite3_reset(foto.get());
-                    sqlite3_bind_int(foto.get(), 1, cliente);
-                    sqlite3_bind_blob(foto.get(), 2, img.constData(), int(img.size()), SQLITE_TRANSIENT);
-                    if (sqlite3_step(foto.get()) != SQLITE_DONE)
-                        throw FalloEjecucion::servidor(mensaje(bd));
-                }
             }
             transaccion.confirmar();
         }
@@ -1020,6 +1050,14 @@ Resultados ServidorEmbebido::procedimiento(const QString& nombre, const std::vec
 {
     sqlite3* bd = conexion();
     return correrProcedimiento(bd, *definicion(nombre), valores);
+}
+
+QStringList ServidorEmbebido::procedimientos() { return RecursosBd::procedimientos(); }
+
+void ServidorEmbebido::compilar(const QString& nombre)
+{
+    sqlite3* bd = conexion();
+    compilarProcedimiento(bd, *definicion(nombre));
 }
 
 Resultados ServidorEmbebido::procedimientoDeTexto(const QString& nombre, const QByteArray& texto,

@@ -28,6 +28,13 @@ public:
     // element; a text of any other shape is refused with a failure.
     static QStringList adaptar(const QString& sql, bool esConsulta);
 
+    // The names of the procedures that this server knows.
+    static QStringList procedimientos();
+
+    // Reads and compiles a procedure of the database folder without running
+    // it; a file that does not read or compile against this database fails.
+    void compilar(const QString& nombre);
+
     // Runs a procedure given the text of its file, exactly as procedimiento()
     // runs the files of the database folder (the route for trying a procedure
     // text that is not compiled in).

@@ -1,0 +1,163 @@
+-- Tables of the Control de Pagos database (embedded server, SQLite).
+--
+-- Every table is STRICT: a value that does not fit its column is refused
+-- instead of being stored as something else. Codes of clients, providers,
+-- banks, concepts and services are INTEGER, so that the padded text the
+-- screens send ('0012') and the bare number (12) find the same row.
+-- Amounts and rates are REAL (the screens work with doubles). Dates of a
+-- transaction are 8-digit text yyyymmdd, as the screens send and compare
+-- them; moments (last update of the rates, notifications) are text
+-- 'yyyy-mm-dd hh:mm:ss', the form GETDATE() gives, which sorts as it reads;
+-- only dolar and dolar_NEW, whose Fecha the screens show raw, keep it as
+-- the screen shows it, 'dd/mm/yyyy hh:mm:ss'.
+
+-- One transfer: a client sends dollars through a service; a provider later pays
+-- the bolivars through a bank. The entry screen inserts the 28 values by
+-- position, so the order of the columns is fixed and no column may be added.
+CREATE TABLE MOVIMIENTOS (
+    FECHA          TEXT    NOT NULL,               -- yyyymmdd of the transaction
+    SECUENCIA      INTEGER NOT NULL,               -- 1..n within the date
+    C_CLIENTE      INTEGER NOT NULL DEFAULT 0,
+    enviado        REAL    NOT NULL DEFAULT 0,     -- dollars (or the service's currency) sent
+    recibido       REAL    NOT NULL DEFAULT 0,     -- dollars that arrive after the service's cut
+    C_PROVEEDOR    INTEGER NOT NULL DEFAULT 0,     -- 0: no provider yet
+    pago           REAL    NOT NULL DEFAULT 0,     -- bolivars paid
+    C_BANCO        TEXT    NOT NULL DEFAULT '',    -- '' unpaid, '7777' returned, else the paying bank's code
+    REFERENCIA     TEXT    NOT NULL DEFAULT '',
+    confirmacion   REAL    NOT NULL DEFAULT 0,     -- rate at which the row was paid
+    operadora      TEXT    NOT NULL DEFAULT '',    -- '1' or '2'
+    tipo_operacion INTEGER NOT NULL DEFAULT 2,     -- 1 pago movil, 2 transferencia, 3 transferencia directa
+    tipo_servicio  INTEGER NOT NULL DEFAULT 0,     -- code of servicios
+    reservado1     INTEGER NOT NULL DEFAULT 0,     -- the five reserved places keep the positional shape
+    reservado2     TEXT    NOT NULL DEFAULT '',
+    reservado3     INTEGER NOT NULL DEFAULT 0,
+    reservado4     INTEGER NOT NULL DEFAULT 0,
+    reservado5     TEXT    NOT NULL DEFAULT '',
+    ganancia       REAL    NOT NULL DEFAULT 100,   -- percentage of gain; 100 while unpaid
+    obs            TEXT    NOT NULL DEFAULT '',
+    g1             REAL    NOT NULL DEFAULT 0,     -- gain in dollars, whole
+    g2             REAL    NOT NULL DEFAULT 0,     -- the business's part
+    g3             REAL    NOT NULL DEFAULT 0,     -- the provider's part
+    fecha_pago     TEXT    NOT NULL DEFAULT '',    -- yyyymmdd of the payment, '' while unpaid
+    hora_pago      TEXT    NOT NULL DEFAULT '',    -- hh:mm:ss of the payment
+    dolar1         REAL    NOT NULL DEFAULT 0,     -- reference dollar at the payment
+    dolar2         REAL    NOT NULL DEFAULT 0,     -- base USDT price at the payment
+    bancozelle     TEXT    NOT NULL DEFAULT '',    -- one-character code of the Zelle bank
+    PRIMARY KEY (FECHA, SECUENCIA)
+) STRICT;
+-- The console by date of payment, the client's history and the statistics by provider.
+CREATE INDEX movimientos_fecha_pago ON MOVIMIENTOS (fecha_pago);
+CREATE INDEX movimientos_cliente ON MOVIMIENTOS (C_CLIENTE, FECHA);
+CREATE INDEX movimientos_proveedor ON MOVIMIENTOS (C_PROVEEDOR, FECHA);
+
+-- Venezuelan banks through which the bolivars are paid, by their 4-digit code.
+CREATE TABLE bancos (
+    C_Banco INTEGER PRIMARY KEY,
+    D_banco TEXT NOT NULL DEFAULT ''
+) STRICT;
+
+-- Banks in the United States that receive the Zelle transfers. The client keeps
+-- them by code 0 to 10 (a larger code stops its load) and the transaction
+-- stores one character of it.
+CREATE TABLE bancos_zelle (
+    C_Banco INTEGER PRIMARY KEY,
+    D_banco TEXT NOT NULL DEFAULT ''
+) STRICT;
+
+-- Clients; Revisar '9999' marks a client under review (warning picture on entry).
+CREATE TABLE clientes (
+    C_CLIENTE INTEGER PRIMARY KEY,
+    D_cliente TEXT NOT NULL DEFAULT '',
+    Revisar   TEXT NOT NULL DEFAULT ''
+) STRICT;
+CREATE INDEX clientes_nombre ON clientes (D_cliente COLLATE NOCASE);
+
+-- Client photos; row 0 is the picture of a client without photo, row 9999 the
+-- warning of a client under review. Both must exist.
+CREATE TABLE fotos (
+    cliente INTEGER PRIMARY KEY,
+    img     BLOB NOT NULL
+) STRICT;
+
+-- Providers who pay the bolivars. porgan: their percentage of the gain on
+-- USDT services; Comision: percentage of the received dollars credited to
+-- their gift balance regalo at each payment run, ultregalo the last credit.
+CREATE TABLE proveedor (
+    C_proveedor INTEGER PRIMARY KEY,
+    D_proveedor TEXT    NOT NULL DEFAULT '',
+    clave_pro   TEXT    NOT NULL DEFAULT '',
+    porgan      REAL    NOT NULL DEFAULT 0,    -- the client keeps its whole part
+    Comision    REAL    NOT NULL DEFAULT 0,
+    regalo      REAL    NOT NULL DEFAULT 0,
+    ultregalo   REAL    NOT NULL DEFAULT 0
+) STRICT;
+
+-- Payment concepts printed on the receipts.
+CREATE TABLE conceptos (
+    C_CONCEPTO INTEGER PRIMARY KEY,
+    D_CONCEPTO TEXT NOT NULL DEFAULT ''
+) STRICT;
+
+-- Services through which clients send money. The client keeps them by code
+-- 0 to 100: a larger code stops its load, so the procedures that give new
+-- codes stay within that range; the table itself does not refuse one. sw_calculos 1: priced from the day's dollar, MONTO = dollar *
+-- (100 - porcentaje) / 100 cut to decimales; 2: priced from a USDT price
+-- (servicios_usdt). letra is the key typed on the entry screen; its
+-- uniqueness is checked by the client. St_servicio is a free status text.
+CREATE TABLE servicios (
+    C_SERVIcio  INTEGER PRIMARY KEY,
+    D_SERVIcio  TEXT    NOT NULL DEFAULT '',
+    porcentaje  REAL    NOT NULL DEFAULT 0,
+    decimales   INTEGER NOT NULL DEFAULT 2,
+    sw_calculos INTEGER NOT NULL DEFAULT 1,
+    letra       TEXT    NOT NULL DEFAULT '' CHECK (length(letra) <= 1),
+    St_servicio TEXT    NOT NULL DEFAULT 'A',
+    MONTO       REAL    NOT NULL DEFAULT 0        -- bolivars per unit sent, the service's rate of the day
+) STRICT;
+
+-- USDT prices. Row 1 carries the reference dollar, row 2 the base USDT price,
+-- both with equivalencia 0. Further rows price the service named by
+-- equivalencia (50 and up): div 1, MONTO from base / compra; div 2, from
+-- compra / base. The client indexes them, and the equivalences, 0 to 100 as well.
+CREATE TABLE servicios_usdt (
+    C_SERVIcio   INTEGER PRIMARY KEY,
+    D_SERVIcio   TEXT    NOT NULL DEFAULT '',
+    compra       REAL    NOT NULL DEFAULT 0,
+    venta        REAL    NOT NULL DEFAULT 0,
+    equivalencia INTEGER NOT NULL DEFAULT 0,
+    div          INTEGER NOT NULL DEFAULT 0
+) STRICT;
+
+-- The business's parameters: one row, read by TRU_PARAMETROS.
+CREATE TABLE parametros (
+    Clave              TEXT NOT NULL DEFAULT '',   -- access code of the program
+    Fecha              TEXT NOT NULL DEFAULT '',   -- last store of the service rates
+    Fecha_Compraventas TEXT NOT NULL DEFAULT '',   -- last store of the USDT prices
+    Dolar              REAL NOT NULL DEFAULT 0     -- the day's dollar
+) STRICT;
+
+-- The plain dollar screens: the current price, one row each; Fecha as
+-- 'dd/mm/yyyy hh:mm:ss', shown by those screens as it stands.
+CREATE TABLE dolar (
+    Fecha TEXT NOT NULL DEFAULT '',
+    valor REAL NOT NULL DEFAULT 0
+) STRICT;
+
+CREATE TABLE dolar_NEW (
+    Fecha  TEXT NOT NULL DEFAULT '',
+    TRUMIN REAL NOT NULL DEFAULT 0,
+    ZELLE  REAL NOT NULL DEFAULT 0,
+    ZINLI  REAL NOT NULL DEFAULT 0,
+    AMAZON REAL NOT NULL DEFAULT 0
+) STRICT;
+
+-- Messages about providers shown on the rate panel.
+CREATE TABLE notificaciones (
+    Codigo_proveedor INTEGER NOT NULL DEFAULT 0,
+    Nombre           TEXT    NOT NULL DEFAULT '',
+    titulo           TEXT    NOT NULL DEFAULT '',
+    mensaje          TEXT    NOT NULL DEFAULT '',
+    Fecha            TEXT    NOT NULL DEFAULT '',
+    tipo             TEXT    NOT NULL DEFAULT '',
+    leida            TEXT    NOT NULL DEFAULT 'NO'
+) STRICT;

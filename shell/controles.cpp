@@ -1,0 +1,58 @@
+#include "controles.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QTimer>
+
+namespace Controles {
+
+namespace {
+
+class FiltroEnter : public QObject {
+public:
+    FiltroEnter(QObject* campo, std::function<void()> accion, bool quitar)
+        : QObject(campo), accion_(std::move(accion)), quitar_(quitar) {}
+
+protected:
+    bool eventFilter(QObject*, QEvent* e) override
+    {
+        if (e->type() != QEvent::KeyPress)
+            return false;
+        const int tecla = static_cast<QKeyEvent*>(e)->key();
+        if (tecla != Qt::Key_Return && tecla != Qt::Key_Enter)
+            return false;
+        accion_();
+        return quitar_;
+    }
+
+private:
+    std::function<void()> accion_;
+    bool quitar_;
+};
+
+class FiltroFoco : public QObject {
+public:
+    explicit FiltroFoco(QLineEdit* campo) : QObject(campo) {}
+
+protected:
+    bool eventFilter(QObject* o, QEvent* e) override
+    {
+        if (e->type() == QEvent::FocusIn) {
+            // after the focus change has settled, or a mouse click would undo the selection
+            auto* campo = static_cast<QLineEdit*>(o);
+            QTimer::singleShot(0, campo, [campo] { campo->selectAll(); });
+        }
+        return false;
+    }
+};
+
+} // namespace
+
+void AlPulsarEnter(QWidget* campo, std::function<void()> accion, bool quitarTecla)
+{
+    campo->installEventFilter(new FiltroEnter(campo, std::move(accion), quitarTecla));
+}
+
+void SeleccionarAlEnfocar(QLineEdit* campo) { campo->installEventFilter(new FiltroFoco(campo)); }
+
+} // namespace Controles

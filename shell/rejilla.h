@@ -1,0 +1,185 @@
+#pragma once
+// The grid of the table screens (catalogues, consoles, statistics). It shows a
+// Celdas owned by the screen, bound by reference: it keeps no data of its own,
+// and an edit goes straight into the matrix. Under the rows a strip of footers
+// holds one text per column (the totals of a load), each exactly under its
+// column. The screen lays it out column by column in twips, as the original
+// form data did:
+//
+//   GRID->Columns(4).setWidth(1150).setCaption("Envio").setAlignment(Alineacion::Derecha);
+//   GRID->Array(Celdas);             // after a load
+//   GRID->Columns(5).setFooterText(Format(Total_Recibido, "#,###,##0.00"));
+//
+// and answers its events: AfterColEdit (mark the row in the hidden flag
+// column), HeadClick (sort with ordenarPorColumna), DblClick and Click.
+#include <QList>
+#include <QString>
+#include <QWidget>
+
+#include <vector>
+
+class Celdas;
+class QLabel;
+class QScrollBar;
+class QTableView;
+class QAbstractItemModel;
+
+// Alignment of a column's cells and of its head, with the numbers of the
+// original grid: 1 right, 2 centre, 3 general (text to the left, a number
+// cell to the right).
+enum class Alineacion { Izquierda = 0, Derecha = 1, Centro = 2, General = 3 };
+
+class Rejilla;
+class ModeloCeldas;
+class DelegadoCeldas;
+
+// One column of a grid, as Columns(n) gives it. Setters return the column so
+// that a screen's layout routine reads as one line per column.
+class Columna {
+public:
+    int indice() const { return n_; }
+
+    // Width in twips (15 twips to a pixel); a width of a few twips hides the
+    // content but keeps the column in its place.
+    int Width() const;
+    Columna& setWidth(int twips);
+    // Heading; "\r" (or "\r\n") breaks it into two lines.
+    QString Caption() const;
+    Columna& setCaption(const QString& texto);
+    Alineacion Alignment() const;
+    Columna& setAlignment(Alineacion a);
+    Alineacion HeadAlignment() const;
+    Columna& setHeadAlignment(Alineacion a);
+    // A column that cannot take the focus, or a locked one, is not editable;
+    // a cell is editable when the grid allows updates and both permit it.
+    bool AllowFocus() const;
+    Columna& setAllowFocus(bool permitir);
+    bool Locked() const;
+    Columna& setLocked(bool bloqueada);
+    // A hidden column keeps its cells: the screen still reads and writes them.
+    bool Visible() const;
+    Columna& setVisible(bool visible);
+    // Display position, from 0. Moving a column shifts those in between.
+    int Order() const;
+    Columna& setOrder(int posicion);
+    QString FooterText() const;
+    Columna& setFooterText(const QString& texto);
+
+private:
+    friend class Rejilla;
+    Columna(Rejilla* r, int n) : r_(r), n_(n) {}
+    Rejilla* r_;
+    int n_;
+};
+
+class Rejilla : public QWidget {
+    Q_OBJECT
+public:
+    // nombre: the control's design name ("GRID", "GRID1"): object name and
+    // accessible name of the grid.
+    explicit Rejilla(const QString& nombre, QWidget* parent = nullptr);
+    ~Rejilla() override;
+
+    // Column n of the grid, created with default layout if the grid had fewer.
+    Columna Columns(int n);
+    int columnas() const;
+
+    // Grid-level layout.
+    bool AllowUpdate() const { return permiteEditar_; }
+    void setAllowUpdate(bool permitir);
+    void setFontSize(double puntos);
+    double FontSize() const;
+    // Every row has this fixed height; rows are never measured one by one.
+    int RowHeight() const { return altoFila_; }
+    void setRowHeight(int twips);
+    bool ColumnFooters() const { return conPies_; }
+    void setColumnFooters(bool mostrar);
+
+    // The matrix shown, by reference, and rebound at once. Without a matrix
+    // the grid shows no rows. The matrix must outlive its binding.
+    void Array(Celdas& celdas);
+    Celdas* array() const { return celdas_; }
+    // Shows the matrix anew after a load changed its rows.
+    void ReBind();
+    // Repaints after the cells changed in place (a sort, a rule of a screen).
+    void Refresh();
+    // Commits the cell under edit into the matrix, if there is one.
+    void Update();
+
+    // The current row, by matrix row number; -1 when there is none. Setting a
+    // row that the grid does not show leaves it with no current row.
+    int Bookmark() const;
+    void setBookmark(int fila);
+    // The current column; -1 when there is none.
+    int Col() const;
+    void setCol(int col);
+    // The first selected row: with no row selected, the run-time failure
+    // "Subscript out of range", as the original grid gave.
+    int SelBookmark0() const;
+    // The rows that hold a selected cell, in ascending order.
+    QList<int> SelBookmarks() const;
+
+    // Sorts the bound matrix over all its rows by the column, ascending, as
+    // text or by numeric value, and refreshes. The footers stay as they are.
+    void ordenarPorColumna(int col, bool numerica);
+
+    // The parts of the grid, for tests and for the screens' fine tuning.
+    QTableView* vista() const { return vista_; }
+    QAbstractItemModel* modelo() const;
+    // The footer label of a column (nullptr beyond the columns).
+    QLabel* pie(int col) const;
+
+signals:
+    // A cell edit has been committed into the matrix.
+    void AfterColEdit(int col);
+    void Click();
+    void DblClick();
+    void HeadClick(int col);
+
+protected:
+    bool eventFilter(QObject* objeto, QEvent* evento) override;
+    void resizeEvent(QResizeEvent* evento) override;
+
+public:
+    QSize sizeHint() const override;
+
+private:
+    friend class Columna;
+    friend class ModeloCeldas;
+    friend class DelegadoCeldas;
+
+    struct PropColumna {
+        int ancho = 1215; // twips
+        QString titulo;
+        Alineacion alineacion = Alineacion::General;
+        Alineacion alineacionCabeza = Alineacion::General;
+        bool foco = true;
+        bool bloqueada = false;
+        QString pie;
+    };
+
+    void asegurarColumna(int n);
+    bool editable(int col) const;
+    void distribuir();
+    void colocarPies();
+    void ajustarCabecera();
+    int altoPies() const;
+    void aplicarAlineacionPie(int col);
+    void despuesDeEditar(int fila, int col);
+
+    QString nombre_;
+    Celdas* celdas_ = nullptr;
+    std::vector<PropColumna> props_;
+    std::vector<QLabel*> pies_;
+    bool permiteEditar_ = true;
+    bool conPies_ = false;
+    int altoFila_ = 0;
+    bool confirmando_ = false;
+    bool conBarra_ = false;
+
+    QTableView* vista_ = nullptr;
+    ModeloCeldas* modelo_ = nullptr;
+    DelegadoCeldas* delegado_ = nullptr;
+    QWidget* tiraPies_ = nullptr;
+    QScrollBar* barra_ = nullptr;
+};

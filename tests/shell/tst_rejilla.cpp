@@ -1,0 +1,579 @@
+// The cell matrix and the grid that shows it: what the catalogue screens and
+// the consoles count on when they load, edit, mark, walk and sort rows.
+#include "celdas.h"
+#include "fallo.h"
+#include "prueba.h"
+#include "rejilla.h"
+#include "valor.h"
+
+#include <QElapsedTimer>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTableView>
+
+namespace {
+
+long numeroDeFallo(const std::function<void()>& f)
+{
+    try {
+        f();
+    } catch (const FalloEjecucion& e) {
+        return e.numero();
+    }
+    return 0;
+}
+
+QStringList columna(const Celdas& c, int col)
+{
+    QStringList r;
+    for (int i = std::max(c.LowerBound(1), 0); i <= c.UpperBound(1); ++i)
+        r << c.Value(i, col).texto();
+    return r;
+}
+
+// A catalogue as its screen loads it: code, description, flag "0".
+void cargarCatalogo(Celdas& c, const QStringList& nombres)
+{
+    c.ReDim(-1, -1, 0, 2);
+    int i = -1;
+    for (const QString& n : nombres) {
+        ++i;
+        c.ReDim(0, i, 0, 2);
+        c.Value(i, 0) = QStringLiteral("%1").arg(i + 1, 4, 10, QLatin1Char('0'));
+        c.Value(i, 1) = n;
+        c.Value(i, 2) = QStringLiteral("0");
+    }
+}
+
+// The editor open on a cell; closed editors linger hidden until deleted.
+QLineEdit* editorAbierto(QTableView* v)
+{
+    for (QLineEdit* e : v->viewport()->findChildren<QLineEdit*>())
+        if (e->isVisible())
+            return e;
+    return nullptr;
+}
+
+// Types into a cell through the grid's editor and ends with Enter.
+void escribirEnCelda(Rejilla& g, int fila, int col, const QString& texto)
+{
+    QTableView* v = g.vista();
+    g.setBookmark(fila);
+    g.setCol(col);
+    v->edit(v->currentIndex());
+    QLineEdit* editor = editorAbierto(v);
+    QVERIFY(editor);
+    editor->selectAll();
+    QTest::keyClicks(editor, texto);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents();
+}
+
+} // namespace
+
+class PruebaCeldas : public QObject {
+    Q_OBJECT
+
+private slots:
+    void matrizNuevaYVaciada()
+    {
+        Celdas c;
+        QCOMPARE(c.UpperBound(1), -1);
+        QCOMPARE(c.LowerBound(1), -1);
+        QCOMPARE(c.filas(), 0);
+        c.ReDim(0, 4, 0, 31);
+        c.Value(4, 31) = QStringLiteral("x");
+        c.ReDim(-1, -1, 0, 31);
+        QCOMPARE(c.LowerBound(1), -1);
+        QCOMPARE(c.UpperBound(1), -1);
+        QCOMPARE(c.LowerBound(2), 0);
+        QCOMPARE(c.UpperBound(2), 31);
+        QCOMPARE(c.filas(), 0);
+        // The walk of an emptied matrix meets one blank row and no mark.
+        for (int i = c.LowerBound(1); i <= c.UpperBound(1); ++i)
+            QVERIFY(!c.Value(i, 2).esVerdadero());
+        QVERIFY(c.Value(-1, 31).esVacia());
+    }
+
+    void reDimConservaLoQueQuedaDentro()
+    {
+        Celdas c;
+        c.ReDim(0, 2, 0, 3);
+        for (int f = 0; f <= 2; ++f)
+            for (int k = 0; k <= 3; ++k)
+                c.Value(f, k) = QStringLiteral("%1-%2").arg(f).arg(k);
+        c.ReDim(0, 5, 0, 6); // grows both ways
+        QCOMPARE(c.Value(2, 3).texto(), QStringLiteral("2-3"));
+        QCOMPARE(c.Value(0, 0).texto(), QStringLiteral("0-0"));
+        QVERIFY(c.Value(5, 6).esVacia());
+        QVERIFY(c.Value(1, 5).esVacia());
+        c.ReDim(1, 2, 1, 2); // shrinks and moves the lower bounds
+        QCOMPARE(c.Value(1, 1).texto(), QStringLiteral("1-1"));
+        QCOMPARE(c.Value(2, 2).texto(), QStringLiteral("2-2"));
+        QCOMPARE(numeroDeFallo([&] { c.Value(0, 0); }), 9L);
+        QCOMPARE(numeroDeFallo([&] { c.Value(1, 3); }), 9L);
+        c.ReDim(1, 3, 1, 2); // only the last row moves
+        QCOMPARE(c.Value(2, 1).texto(), QStringLiteral("2-1"));
+        QVERIFY(c.Value(3, 2).esVacia());
+    }
+
+    void fueraDeLosLimites()
+    {
+        Celdas c;
+        c.ReDim(0, 1, 0, 2);
+        const Celdas& lectura = c;
+        QCOMPARE(numeroDeFallo([&] { c.Value(2, 0) = QStringLiteral("x"); }), 9L);
+        QCOMPARE(numeroDeFallo([&] { lectura.Value(0, 3); }), 9L);
+        QCOMPARE(numeroDeFallo([&] { lectura.Value(-1, 0); }), 9L);
+        QCOMPARE(numeroDeFallo([&] { c.UpperBound(3); }), 9L);
+        QCOMPARE(numeroDeFallo([&] { c.QuickSort(0, 2, 0); }), 9L);
+        QCOMPARE(numeroDeFallo([&] { c.Value(1, 2) = 5; }), 0L);
+    }
+
+    void cargaDeCienMilFilas()
+    {
+        // The console's load: one row at a time, 32 columns, then read back.
+        Celdas c;
+        c.ReDim(-1, -1, 0, 31);
+        QElapsedTimer reloj;
+        reloj.start();
+        for (int i = 0; i < 100000; ++i) {
+            c.ReDim(0, i, 0, 31);
+            c.Value(i, 1) = QStringLiteral("%1").arg(i, 4, 10, QLatin1Char('0'));
+            c.Value(i, 17) = 0;
+        }
+        // Quadratic growth would take minutes; linear takes well under this.
+        QVERIFY2(reloj.elapsed() < 5000, qPrintable(QString::number(reloj.elapsed())));
+        QCOMPARE(c.UpperBound(1), 99999);
+        QCOMPARE(c.Value(0, 1).texto(), QStringLiteral("0000"));
+        QCOMPARE(c.Value(99999, 1).texto(), QStringLiteral("99999"));
+        QVERIFY(c.Value(54321, 17) == 0);
+    }
+
+    void celdasSinTipo()
+    {
+        const Celda vacia;
+        QVERIFY(vacia.esVacia());
+        QVERIFY(vacia == 0);
+        QCOMPARE(vacia.Len(), 0);
+        QCOMPARE(vacia.numero(), 0.0);
+
+        QCOMPARE(Celda(94.3).texto(), QStringLiteral("94,3"));
+        QCOMPARE(Celda(1234567.5).texto(), QStringLiteral("1234567,5"));
+        QCOMPARE(Celda(QStringLiteral("1.234,50")).numero(), 1234.5);
+        QVERIFY(Celda(QStringLiteral("1.234,50")) == 1234.5);
+        QVERIFY(!(Celda(QStringLiteral("BANESCO")) == 0));
+        QCOMPARE(numeroDeFallo([] { Celda(QStringLiteral("BANESCO")).numero(); }), 13L);
+        QVERIFY(Celda(QStringLiteral("1")) == 1);
+
+        // A flag: only true (or -1) counts as a mark.
+        QVERIFY(Celda(true).esVerdadero());
+        QCOMPARE(Celda(true).texto(), QStringLiteral("-1"));
+        QCOMPARE(Celda(false).texto(), QStringLiteral("0"));
+        QVERIFY(Celda(-1).esVerdadero());
+        QVERIFY(Celda(true) == true);
+        for (const Celda& c : {Celda(QStringLiteral("0")), Celda(QString()), Celda(), Celda(false),
+                               Celda(QStringLiteral("1")), Celda(QStringLiteral("Verdadero"))})
+            QVERIFY(!c.esVerdadero());
+
+        // A field of a result set.
+        QVERIFY(Celda(Valor()).esVacia());
+        QVERIFY(Celda(Valor(int64_t(7))).esNumero());
+        QCOMPARE(Celda(Valor(QStringLiteral("ZELLE"))).texto(), QStringLiteral("ZELLE"));
+    }
+
+    void ordenComoTextoYComoNumero()
+    {
+        Celdas c;
+        c.ReDim(0, 5, 0, 1);
+        const QStringList montos = {"99,00", "1.234,50", "", "5", "abc", "10"};
+        for (int i = 0; i < montos.size(); ++i) {
+            c.Value(i, 0) = montos[i];
+            c.Value(i, 1) = QStringLiteral("fila%1").arg(i);
+        }
+        c.QuickSort(0, 5, 0);
+        QCOMPARE(columna(c, 0), QStringList({"", "1.234,50", "10", "5", "99,00", "abc"}));
+        // Whole rows move with their key.
+        QCOMPARE(columna(c, 1), QStringList({"fila2", "fila1", "fila5", "fila3", "fila0", "fila4"}));
+
+        c.QuickSort(0, 5, 0, Celdas::Clave::Numero);
+        QCOMPARE(columna(c, 0), QStringList({"", "5", "10", "99,00", "1.234,50", "abc"}));
+        c.QuickSort(0, 5, 0, Celdas::Clave::Numero, Celdas::Orden::Descendente);
+        QCOMPARE(columna(c, 0), QStringList({"abc", "1.234,50", "99,00", "10", "5", ""}));
+    }
+
+    void ordenEstableYPorTramo()
+    {
+        Celdas c;
+        c.ReDim(0, 4, 0, 1);
+        const QStringList claves = {"B", "A", "B", "A", "0"};
+        for (int i = 0; i < 5; ++i) {
+            c.Value(i, 0) = claves[i];
+            c.Value(i, 1) = i;
+        }
+        c.QuickSort(0, 3, 0); // the last row is outside the range
+        QCOMPARE(columna(c, 0), QStringList({"A", "A", "B", "B", "0"}));
+        QCOMPARE(columna(c, 1), QStringList({"1", "3", "0", "2", "4"}));
+    }
+};
+
+class PruebaRejilla : public QObject {
+    Q_OBJECT
+
+private slots:
+    void nombres()
+    {
+        Rejilla g(QStringLiteral("GRID"));
+        g.Columns(1);
+        QCOMPARE(g.objectName(), QStringLiteral("GRID"));
+        QCOMPARE(g.accessibleName(), QStringLiteral("GRID"));
+        QCOMPARE(g.vista()->accessibleName(), QStringLiteral("GRID"));
+        QVERIFY(!g.pie(0)->accessibleName().isEmpty());
+        QVERIFY(g.pie(0)->accessibleName() != g.pie(1)->accessibleName());
+        QCOMPARE(g.pie(2), nullptr);
+    }
+
+    void disenoDeColumnas()
+    {
+        Celdas c;
+        c.ReDim(0, 1, 0, 3);
+        c.Value(0, 3) = QStringLiteral("oculta");
+        Rejilla g(QStringLiteral("GRID"));
+        g.Columns(0).setWidth(1100).setCaption(QStringLiteral("Fecha")).setAlignment(Alineacion::Centro);
+        g.Columns(1).setWidth(600).setCaption(QStringLiteral("Sec.\rNro")).setHeadAlignment(Alineacion::Centro);
+        g.Columns(2).setWidth(1).setAlignment(Alineacion::Derecha);
+        g.Columns(3).setVisible(false);
+        g.Columns(2).setOrder(0);
+        g.Array(c);
+
+        QHeaderView* h = g.vista()->horizontalHeader();
+        QCOMPARE(h->sectionSize(0), 1100 / 15);
+        QCOMPARE(g.Columns(0).Width(), 1100);
+        QCOMPARE(h->sectionSize(2), 0); // loaded but not readable
+        QCOMPARE(g.modelo()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Sec.\nNro"));
+        QCOMPARE(g.modelo()->headerData(1, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>() &
+                     Qt::AlignHorizontal_Mask,
+                 Qt::AlignHCenter);
+        QCOMPARE(g.modelo()->data(g.modelo()->index(0, 2), Qt::TextAlignmentRole).value<Qt::Alignment>() &
+                     Qt::AlignHorizontal_Mask,
+                 Qt::AlignRight);
+        QCOMPARE(g.Columns(2).Order(), 0);
+        QCOMPARE(g.Columns(0).Order(), 1);
+        // A hidden column keeps its cell for the screen.
+        QVERIFY(!g.Columns(3).Visible());
+        QCOMPARE(g.modelo()->data(g.modelo()->index(0, 3)).toString(), QStringLiteral("oculta"));
+
+        // A new load keeps the layout.
+        c.ReDim(-1, -1, 0, 3);
+        g.ReBind();
+        QCOMPARE(g.modelo()->rowCount(), 0);
+        c.ReDim(0, 2, 0, 3);
+        g.ReBind();
+        QCOMPARE(g.modelo()->rowCount(), 3);
+        QCOMPARE(h->sectionSize(0), 1100 / 15);
+        QVERIFY(h->isSectionHidden(3));
+        QCOMPARE(g.Columns(2).Order(), 0);
+    }
+
+    void generalAlineaTextoAIzquierdaYNumeroADerecha()
+    {
+        Celdas c;
+        c.ReDim(0, 0, 0, 1);
+        c.Value(0, 0) = QStringLiteral("texto");
+        c.Value(0, 1) = 17.5;
+        Rejilla g(QStringLiteral("GRID"));
+        g.Array(c);
+        auto alin = [&](int col) {
+            return g.modelo()->data(g.modelo()->index(0, col), Qt::TextAlignmentRole).value<Qt::Alignment>() &
+                   Qt::AlignHorizontal_Mask;
+        };
+        QCOMPARE(alin(0), Qt::AlignLeft);
+        QCOMPARE(alin(1), Qt::AlignRight);
+        QCOMPARE(g.modelo()->data(g.modelo()->index(0, 1)).toString(), QStringLiteral("17,5"));
+    }
+
+    void edicionPorElModelo()
+    {
+        Celdas c;
+        cargarCatalogo(c, {"BOFA", "CHASE", "WELLS"});
+        Rejilla g(QStringLiteral("GRID"));
+        g.Columns(0).setAllowFocus(false);
+        g.Columns(2).setVisible(false);
+        g.Array(c);
+        QSignalSpy despues(&g, &Rejilla::AfterColEdit);
+
+        QAbstractItemModel* m = g.modelo();
+        QVERIFY(m->setData(m->index(1, 1), QStringLiteral("CITI")));
+        QCOMPARE(c.Value(1, 1).texto(), QStringLiteral("CITI"));
+        QCOMPARE(despues.count(), 1);
+        QCOMPARE(despues.at(0).at(0).toInt(), 1);
+
+        // A code column takes no edit, nor any column of a locked or read-only grid.
+        QVERIFY(!(m->flags(m->index(0, 0)) & Qt::ItemIsEditable));
+        QVERIFY(!m->setData(m->index(0, 0), QStringLiteral("9999")));
+        g.Columns(1).setLocked(true);
+        QVERIFY(!m->setData(m->index(0, 1), QStringLiteral("x")));
+        g.Columns(1).setLocked(false);
+        g.setAllowUpdate(false);
+        QVERIFY(!(m->flags(m->index(0, 1)) & Qt::ItemIsEditable));
+        QVERIFY(!m->setData(m->index(0, 1), QStringLiteral("x")));
+        QCOMPARE(columna(c, 0), QStringList({"0001", "0002", "0003"}));
+        QCOMPARE(columna(c, 1), QStringList({"BOFA", "CITI", "WELLS"}));
+        QCOMPARE(despues.count(), 1);
+    }
+
+    void enterConfirmaYUpdateTambien()
+    {
+        Celdas c;
+        cargarCatalogo(c, {"BOFA", "CHASE"});
+        Rejilla g(QStringLiteral("GRID"));
+        g.resize(400, 200);
+        g.show();
+        g.Array(c);
+        QSignalSpy despues(&g, &Rejilla::AfterColEdit);
+
+        escribirEnCelda(g, 1, 1, QStringLiteral("CITI"));
+        QCOMPARE(c.Value(1, 1).texto(), QStringLiteral("CITI"));
+        QCOMPARE(despues.count(), 1);
+
+        // A cell opened and left untouched is no edit.
+        g.setBookmark(0);
+        g.vista()->edit(g.vista()->currentIndex());
+        auto* editor = editorAbierto(g.vista());
+        QVERIFY(editor);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCoreApplication::processEvents(); // Enter commits once the editor is done with the key
+        QCOMPARE(editorAbierto(g.vista()), nullptr);
+        QCOMPARE(despues.count(), 1);
+
+        // Update commits what is being typed, as the saving buttons need.
+        g.setBookmark(0);
+        g.vista()->edit(g.vista()->currentIndex());
+        editor = editorAbierto(g.vista());
+        QVERIFY(editor);
+        editor->selectAll();
+        QTest::keyClicks(editor, QStringLiteral("MERCANTIL"));
+        QCOMPARE(c.Value(0, 1).texto(), QStringLiteral("BOFA"));
+        g.Update();
+        QCOMPARE(c.Value(0, 1).texto(), QStringLiteral("MERCANTIL"));
+        QCOMPARE(despues.count(), 2);
+        g.Update(); // nothing under edit any more
+        QCOMPARE(despues.count(), 2);
+    }
+
+    void marcaDeFilaYEnvioDeLasMarcadas()
+    {
+        // The catalogue pattern: an edit marks the row's hidden flag column,
+        // and the saving walk sends the marked rows only.
+        Celdas c;
+        cargarCatalogo(c, {"BOFA", "CHASE", "WELLS", "CITI"});
+        c.Value(2, 2) = QString(); // a flag left empty does not count either
+        Rejilla g(QStringLiteral("GRID"));
+        g.Columns(0).setAllowFocus(false);
+        g.Columns(2).setVisible(false);
+        g.resize(400, 200);
+        g.show();
+        g.Array(c);
+        QObject::connect(&g, &Rejilla::AfterColEdit, &g, [&](int) {
+            c.Value(g.Bookmark(), 2) = true;
+            g.Update();
+        });
+
+        escribirEnCelda(g, 1, 1, QStringLiteral("CHASE")); // the same text typed over
+        escribirEnCelda(g, 3, 1, QStringLiteral("CITIBANK"));
+
+        g.Update();
+        QStringList enviados;
+        for (int i = c.LowerBound(1); i <= c.UpperBound(1); ++i)
+            if (c.Value(i, 2).esVerdadero())
+                enviados << c.Value(i, 0).texto().trimmed() + QLatin1Char(' ') + c.Value(i, 1).texto().trimmed();
+        QCOMPARE(enviados, QStringList({"0002 CHASE", "0004 CITIBANK"}));
+    }
+
+    void filaActualYSeleccion()
+    {
+        Celdas c;
+        cargarCatalogo(c, {"A", "B", "C"});
+        Rejilla g(QStringLiteral("GRID"));
+        g.Array(c);
+        QCOMPARE(g.Bookmark(), -1);
+        QCOMPARE(numeroDeFallo([&] { g.SelBookmark0(); }), 9L);
+        g.setBookmark(2);
+        QCOMPARE(g.Bookmark(), 2);
+        QCOMPARE(g.SelBookmark0(), 2);
+        g.setCol(1);
+        QCOMPARE(g.Col(), 1);
+        QCOMPARE(g.Bookmark(), 2);
+        g.setBookmark(7); // beyond the rows shown: no current row
+        QCOMPARE(g.Bookmark(), -1);
+        g.vista()->selectionModel()->select(g.modelo()->index(1, 0), QItemSelectionModel::Select);
+        g.vista()->selectionModel()->select(g.modelo()->index(0, 1), QItemSelectionModel::Select);
+        QCOMPARE(g.SelBookmark0(), 0);
+        QCOMPARE(g.SelBookmarks(), QList<int>({0, 1, 2}));
+    }
+
+    void clicEnCabeceraYOrden()
+    {
+        Celdas c;
+        c.ReDim(0, 2, 0, 1);
+        const QStringList nombres = {"Pedro", "ana", "Luis"}, montos = {"1.234,50", "99,00", "5,00"};
+        for (int i = 0; i < 3; ++i) {
+            c.Value(i, 0) = nombres[i];
+            c.Value(i, 1) = montos[i];
+        }
+        Rejilla g(QStringLiteral("GRID"));
+        g.resize(400, 200);
+        g.show();
+        g.Array(c);
+        QSignalSpy cabeza(&g, &Rejilla::HeadClick);
+        QHeaderView* h = g.vista()->horizontalHeader();
+        QTest::mouseClick(h->viewport(), Qt::LeftButton, {}, QPoint(h->sectionViewportPosition(1) + 5, 5));
+        QCOMPARE(cabeza.count(), 1);
+        QCOMPARE(cabeza.at(0).at(0).toInt(), 1);
+        // The click alone neither sorts nor selects.
+        QCOMPARE(columna(c, 1), montos);
+        QVERIFY(g.SelBookmarks().isEmpty());
+
+        // The screen's answer: column 0 as text, column 1 by value.
+        QObject::connect(&g, &Rejilla::HeadClick, &g, [&](int col) { g.ordenarPorColumna(col, col != 0); });
+        QTest::mouseClick(h->viewport(), Qt::LeftButton, {}, QPoint(h->sectionViewportPosition(1) + 5, 5));
+        auto mostrado = [&](int col) {
+            QStringList r;
+            for (int f = 0; f < g.modelo()->rowCount(); ++f)
+                r << g.modelo()->data(g.modelo()->index(f, col)).toString();
+            return r;
+        };
+        QCOMPARE(mostrado(1), QStringList({"5,00", "99,00", "1.234,50"}));
+        QCOMPARE(mostrado(0), QStringList({"Luis", "ana", "Pedro"}));
+        QTest::mouseClick(h->viewport(), Qt::LeftButton, {}, QPoint(h->sectionViewportPosition(0) + 5, 5));
+        QCOMPARE(mostrado(0), QStringList({"Luis", "Pedro", "ana"}));
+        QCOMPARE(mostrado(1), QStringList({"5,00", "1.234,50", "99,00"}));
+    }
+
+    void dobleClicSinEditar()
+    {
+        Celdas c;
+        cargarCatalogo(c, {"A", "B"});
+        Rejilla g(QStringLiteral("GRID"));
+        g.resize(400, 200);
+        g.show();
+        g.Array(c);
+        QSignalSpy doble(&g, &Rejilla::DblClick);
+        QSignalSpy clic(&g, &Rejilla::Click);
+        QTableView* v = g.vista();
+        const QPoint p = v->visualRect(g.modelo()->index(1, 1)).center();
+        QTest::mouseClick(v->viewport(), Qt::LeftButton, {}, p);
+        QCOMPARE(clic.count(), 1);
+        QCOMPARE(g.SelBookmark0(), 1);
+        QTest::mouseDClick(v->viewport(), Qt::LeftButton, {}, p);
+        QCOMPARE(doble.count(), 1);
+        QCOMPARE(editorAbierto(v), nullptr);
+    }
+
+    void piesBajoSusColumnas()
+    {
+        Celdas c;
+        c.ReDim(0, 3, 0, 5);
+        Rejilla g(QStringLiteral("GRID"));
+        for (int k = 0; k <= 5; ++k)
+            g.Columns(k).setWidth(1500).setCaption(QStringLiteral("C%1").arg(k)).setFooterText(QString::number(k));
+        g.Columns(2).setAlignment(Alineacion::Derecha);
+        g.Columns(3).setAlignment(Alineacion::Centro);
+        g.setColumnFooters(true);
+        g.resize(350, 220);
+        g.show();
+        g.Array(c);
+        QCoreApplication::processEvents();
+
+        QCOMPARE(g.pie(4)->text(), QStringLiteral("4"));
+        QVERIFY(g.pie(2)->alignment() & Qt::AlignRight);
+        QVERIFY(g.pie(3)->alignment() & Qt::AlignHCenter);
+        verificarPies(g, "al mostrar");
+
+        g.Columns(1).setWidth(2400);
+        verificarPies(g, "tras ensanchar");
+        g.vista()->horizontalHeader()->resizeSection(0, 40); // by the operator's hand
+        verificarPies(g, "tras arrastrar");
+        g.Columns(4).setOrder(0);
+        verificarPies(g, "tras mover");
+        g.Columns(2).setVisible(false);
+        verificarPies(g, "tras ocultar");
+        QVERIFY(g.pie(2)->isHidden());
+
+        QScrollBar* barra = g.vista()->horizontalScrollBar();
+        QVERIFY(barra->maximum() > 0);
+        barra->setValue(barra->maximum() / 2);
+        verificarPies(g, "tras desplazar");
+        barra->setValue(barra->maximum());
+        verificarPies(g, "al final");
+
+        g.resize(900, 220);
+        QCoreApplication::processEvents();
+        verificarPies(g, "tras agrandar");
+
+        g.setColumnFooters(false);
+        QCoreApplication::processEvents();
+        QVERIFY(!g.pie(0)->isVisibleTo(&g));
+    }
+
+    void filasDeAltoFijo()
+    {
+        Celdas c;
+        c.ReDim(-1, -1, 0, 31);
+        for (int i = 0; i < 100000; ++i) {
+            c.ReDim(0, i, 0, 31);
+            c.Value(i, 0) = i;
+        }
+        Rejilla g(QStringLiteral("GRID"));
+        g.setFontSize(12);
+        g.setRowHeight(300);
+        g.resize(600, 400);
+        g.show();
+        QElapsedTimer reloj;
+        reloj.start();
+        g.Array(c);
+        g.setBookmark(99999);
+        QCoreApplication::processEvents();
+        QVERIFY2(reloj.elapsed() < 3000, qPrintable(QString::number(reloj.elapsed())));
+        QHeaderView* vh = g.vista()->verticalHeader();
+        QCOMPARE(vh->sectionResizeMode(0), QHeaderView::Fixed);
+        QCOMPARE(vh->sectionSize(0), 20);
+        QCOMPARE(vh->sectionSize(99999), 20);
+        QCOMPARE(g.RowHeight(), 300);
+        g.setFontSize(20); // a larger font keeps the height set by the screen
+        QCOMPARE(vh->sectionSize(50000), 20);
+        QCOMPARE(g.Bookmark(), 99999);
+    }
+
+private:
+    // Each shown footer spans exactly its column, in the grid's coordinates,
+    // just below the rows.
+    static void verificarPies(Rejilla& g, const char* momento)
+    {
+        QCoreApplication::processEvents();
+        const QHeaderView* h = g.vista()->horizontalHeader();
+        const QWidget* vp = g.vista()->viewport();
+        const int fondo = vp->mapTo(&g, QPoint(0, vp->height())).y();
+        for (int k = 0; k < h->count(); ++k) {
+            const QLabel* l = g.pie(k);
+            if (h->isSectionHidden(k)) {
+                QVERIFY2(l->isHidden(), momento);
+                continue;
+            }
+            const QPoint esquina = l->mapTo(&g, QPoint(0, 0));
+            const int esperadoX = vp->mapTo(&g, QPoint(h->sectionViewportPosition(k), 0)).x();
+            QVERIFY2(l->isVisibleTo(&g), momento);
+            QVERIFY2(esquina.x() == esperadoX,
+                     qPrintable(QStringLiteral("%1: pie %2 en %3, columna en %4").arg(momento).arg(k).arg(esquina.x()).arg(esperadoX)));
+            QVERIFY2(l->width() == h->sectionSize(k), momento);
+            QVERIFY2(esquina.y() >= fondo, momento);
+        }
+    }
+};
+
+REGISTRAR_PRUEBA(PruebaCeldas);
+REGISTRAR_PRUEBA(PruebaRejilla);
+#include "tst_rejilla.moc"
