@@ -5,6 +5,7 @@
 #include "module1.h"
 
 #include <QDir>
+#include <QScreen>
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
@@ -14,7 +15,6 @@ Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv)
 {
     setOrganizationName(QStringLiteral("ControlDePagos"));
     setApplicationName(QStringLiteral("control-pagos"));
-    setApplicationDisplayName(QStringLiteral("Control de Pagos"));
 }
 
 bool Aplicacion::notify(QObject* receptor, QEvent* evento)
@@ -67,6 +67,8 @@ int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue)
     Module1 m(despliegue);
     MDIForm1 principal(m);
     Registra_Pantallas(principal);
+    // The whole screen, also where no window manager maximizes it.
+    principal.setGeometry(QGuiApplication::primaryScreen()->availableGeometry());
     principal.showMaximized();
     // LOGIN opens inside the event loop, so that a failure of the start-up
     // reaches the run-time report like any other.

@@ -20,6 +20,7 @@ LOGIN::LOGIN(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral(
     Text1->setObjectName(QStringLiteral("Text1"));
     Text1->setAccessibleName(QStringLiteral("Código de acceso"));
     Text1->setEchoMode(QLineEdit::Password);
+    Text1->setPlaceholderText(QStringLiteral("Código de acceso"));
     Text1->setAlignment(Qt::AlignCenter);
     Text1->setFixedWidth(px(3000));
     QFont f = Text1->font();

@@ -77,12 +77,12 @@ protected:
         f.setBold(true);
         f.setPixelSize(qMax(24, r.height() / 9));
         p.setFont(f);
-        p.setPen(QColor(255, 255, 255, 40));
+        p.setPen(QColor(255, 255, 255, 70));
         p.drawText(r.adjusted(0, 0, 0, -r.height() / 8), Qt::AlignCenter, QStringLiteral("CONTROL DE PAGOS"));
         f.setBold(false);
         f.setPixelSize(qMax(12, r.height() / 30));
         p.setFont(f);
-        p.setPen(QColor(255, 255, 255, 60));
+        p.setPen(QColor(255, 255, 255, 90));
         p.drawText(r.adjusted(0, r.height() / 6, 0, 0), Qt::AlignCenter,
                    QStringLiteral("TRUMIN  ·  ZELLE  ·  ZINLI  ·  AMAZON  ·  USDT"));
     }
