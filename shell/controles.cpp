@@ -55,4 +55,15 @@ void AlPulsarEnter(QWidget* campo, std::function<void()> accion, bool quitarTecl
 
 void SeleccionarAlEnfocar(QLineEdit* campo) { campo->installEventFilter(new FiltroFoco(campo)); }
 
+void Nombrar(QWidget* control, const QString& nombre, const QString& accesible)
+{
+    control->setObjectName(nombre);
+    control->setAccessibleName(accesible.trimmed().isEmpty() ? nombre : accesible.trimmed());
+}
+
+void Nombrar(QWidget* control, const QString& arreglo, int indice, const QString& accesible)
+{
+    Nombrar(control, QStringLiteral("%1(%2)").arg(arreglo).arg(indice), accesible);
+}
+
 } // namespace Controles

@@ -2,6 +2,7 @@
 // Small behaviours the screens give their fields: what Enter does in a field,
 // and fields that select their whole text when they get the focus so that the
 // operator types over them.
+#include <QString>
 #include <functional>
 
 class QWidget;
@@ -15,5 +16,11 @@ void AlPulsarEnter(QWidget* campo, std::function<void()> accion, bool quitarTecl
 
 // The whole text is selected each time the field gets the focus.
 void SeleccionarAlEnfocar(QLineEdit* campo);
+
+// Gives a control its design name as object name ("INCLUIR", or "Text2(4)"
+// for the element 4 of a control array) and the name that screen readers and
+// UI automation announce: its caption or its label.
+void Nombrar(QWidget* control, const QString& nombre, const QString& accesible);
+void Nombrar(QWidget* control, const QString& arreglo, int indice, const QString& accesible);
 
 } // namespace Controles

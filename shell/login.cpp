@@ -17,8 +17,7 @@ LOGIN::LOGIN(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral(
 {
     setWindowTitle(QStringLiteral("LOGIN"));
     Text1 = new QLineEdit(this);
-    Text1->setObjectName(QStringLiteral("Text1"));
-    Text1->setAccessibleName(QStringLiteral("Código de acceso"));
+    Controles::Nombrar(Text1, QStringLiteral("Text1"), QStringLiteral("Código de acceso"));
     Text1->setEchoMode(QLineEdit::Password);
     Text1->setPlaceholderText(QStringLiteral("Código de acceso"));
     Text1->setAlignment(Qt::AlignCenter);
