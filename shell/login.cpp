@@ -81,7 +81,7 @@ void LOGIN::Conectar()
     if (remoto)
         m.Conexion.ConnectionString = QStringLiteral("Provider=sqlserver;Server=") + m.Servidor +
                                       QStringLiteral(";Database=") + m.Base_Datos + QStringLiteral(";User=") + usuario +
-                                      QStringLiteral(";Password=") + d.clave + QStringLiteral(";Timeout=10");
+                                      QStringLiteral(";Password={") + d.clave + QStringLiteral("};Timeout=10");
     else
         m.Conexion.ConnectionString = QStringLiteral("Provider=embebido;Data Source=") + m.Servidor;
     m.Conexion.Open();

@@ -6,15 +6,46 @@
 
 namespace {
 
-// "Clave=valor;Clave=valor" with keys in any capitals.
+// "Clave=valor;Clave=valor" with keys in any capitals. A value in braces
+// ("Password={a;b}") is taken as it stands up to the "}" that ends the text or
+// stands before a ";", so that it may hold ";", "=", braces and blanks.
 QHash<QString, QString> partes(const QString& cadena)
 {
     QHash<QString, QString> r;
-    for (const QString& trozo : cadena.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
-        const auto igual = trozo.indexOf(QLatin1Char('='));
-        if (igual < 0)
+    qsizetype i = 0;
+    const qsizetype n = cadena.size();
+    while (i < n) {
+        const qsizetype igual = cadena.indexOf(QLatin1Char('='), i);
+        const qsizetype puntoYComa = cadena.indexOf(QLatin1Char(';'), i);
+        if (igual < 0 || (puntoYComa >= 0 && puntoYComa < igual)) { // a piece without "="
+            if (puntoYComa < 0)
+                break;
+            i = puntoYComa + 1;
             continue;
-        r.insert(trozo.left(igual).trimmed().toLower(), trozo.mid(igual + 1).trimmed());
+        }
+        const QString clave = cadena.mid(i, igual - i).trimmed().toLower();
+        qsizetype inicio = igual + 1;
+        while (inicio < n && cadena[inicio] == QLatin1Char(' '))
+            ++inicio;
+        QString valor;
+        qsizetype fin = -1;
+        if (inicio < n && cadena[inicio] == QLatin1Char('{')) {
+            for (qsizetype k = inicio + 1; k < n; ++k) {
+                if (cadena[k] == QLatin1Char('}') && (k + 1 == n || cadena[k + 1] == QLatin1Char(';'))) {
+                    valor = cadena.mid(inicio + 1, k - inicio - 1);
+                    fin = k + 1;
+                    break;
+                }
+            }
+        }
+        if (fin < 0) {
+            fin = cadena.indexOf(QLatin1Char(';'), igual + 1);
+            if (fin < 0)
+                fin = n;
+            valor = cadena.mid(igual + 1, fin - igual - 1).trimmed();
+        }
+        r.insert(clave, valor);
+        i = fin + 1;
     }
     return r;
 }

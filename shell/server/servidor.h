@@ -38,5 +38,6 @@ public:
 
 // Builds the backend named by a connection string:
 //   "Provider=embebido;Data Source=<file>"  the embedded server (created with demo data when missing)
-//   "Provider=sqlserver;Server=<host>,<port>;Database=..;User=..;Password=..;Timeout=10"
+//   "Provider=sqlserver;Server=<host>,<port>;Database=..;User=..;Password={..};Timeout=10"
+// A value in braces may hold ";" and "=": it ends at a "}" before ";" or at the end.
 std::unique_ptr<Servidor> crearServidor(const QString& cadenaConexion);

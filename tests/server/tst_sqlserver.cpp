@@ -237,6 +237,19 @@ private slots:
             QCOMPARE(r.numero, numeroConexion);
             QCOMPARE(recibidas.usuario, QStringLiteral("TRUMIN"));
             QCOMPARE(recibidas.clave, clave);
+
+            // The same password through the connection string of the start-up, in braces.
+            Puerto otra(true);
+            QVERIFY(otra.numero() != 0);
+            Credenciales porCadena;
+            std::thread tds([&] { porCadena = recibirLogin(otra.fd()); });
+            std::unique_ptr<Servidor> porTexto = crearServidor(
+                QStringLiteral("Provider=sqlserver;Server=127.0.0.1,%1;Database=RAMIL;User=TRUMIN;Password={%2};Timeout=5")
+                    .arg(QString::number(otra.numero()), clave));
+            const Intento r2 = intentar([&] { porTexto->abrir(); });
+            tds.join();
+            QVERIFY(r2.fallo);
+            QCOMPARE(porCadena.clave, clave);
         }
 
         // The one sequence that a braced value cannot carry is refused before any attempt.
