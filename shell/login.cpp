@@ -56,8 +56,6 @@ void LOGIN::Form_Activate()
 
 void LOGIN::Conectar()
 {
-    const QDateTime horaLocal = QDateTime::currentDateTime();
-    Q_UNUSED(horaLocal);
     Intentos = 0;
     const Despliegue& d = m.despliegue;
     const bool remoto = d.tipo == Despliegue::Tipo::SqlServer;

@@ -117,7 +117,6 @@ MDIForm1::MDIForm1(Module1& modulo) : m(modulo)
         entradas_.insert(nombre, a);
         if (def.pantalla) {
             const QString pantalla = QString::fromLatin1(def.pantalla);
-            pantallaDeEntrada_.insert(nombre, pantalla);
             connect(a, &QAction::triggered, this, [this, pantalla] { Mostrar(pantalla); });
         }
     }

@@ -44,7 +44,6 @@ private:
     QMdiArea* area_;
     QHash<QString, QMenu*> menus_;
     QHash<QString, QAction*> entradas_;
-    QHash<QString, QString> pantallaDeEntrada_;
     QHash<QString, FabricaPantalla> fabricas_;
     QHash<QString, QPointer<Pantalla>> abiertas_;
     QPointer<QMdiSubWindow> ultimaActiva_;

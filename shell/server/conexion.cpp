@@ -113,12 +113,17 @@ Servidor& Conexion::servidor()
 
 void Conexion::Execute(const QString& sql) { servidor().ejecutar(sql); }
 
-Parametro& Comando::Parameters(int n)
+void Comando::parametrosDelProcedimiento()
 {
     if (CommandText.compare(textoDeLosParametros_, Qt::CaseInsensitive) != 0) {
         valores_.clear();
         textoDeLosParametros_ = CommandText;
     }
+}
+
+Parametro& Comando::Parameters(int n)
+{
+    parametrosDelProcedimiento();
     if (n < 1)
         throw FalloEjecucion::fueraDeRango();
     if (valores_.size() < size_t(n))
@@ -130,9 +135,6 @@ std::unique_ptr<Recordset> Comando::Execute(int)
 {
     if (!ActiveConnection)
         throw FalloEjecucion::objetoCerrado();
-    if (CommandText.compare(textoDeLosParametros_, Qt::CaseInsensitive) != 0) {
-        valores_.clear();
-        textoDeLosParametros_ = CommandText;
-    }
+    parametrosDelProcedimiento();
     return std::make_unique<Recordset>(ActiveConnection->servidor().procedimiento(CommandText, valores_));
 }

@@ -69,6 +69,8 @@ public:
     std::unique_ptr<Recordset> Execute(int opciones = -1);
 
 private:
+    // The values belong to the procedure named in CommandText: another name starts them anew.
+    void parametrosDelProcedimiento();
     QString textoDeLosParametros_;
     std::vector<Parametro> valores_;
 };

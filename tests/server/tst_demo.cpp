@@ -231,14 +231,6 @@ private slots:
         QVERIFY(infractores(b, m, "FECHA = '" + hoy() + "' AND " + pagada) * 2 <= infractores(b, m, "FECHA = '" + hoy() + "'"));
     }
 
-    void regalosDeLosProveedores()
-    {
-        // the gift balance is the commission on dollars the provider has paid, never negative
-        QCOMPARE(infractores(*base_, "proveedor", "regalo < 0 OR ultregalo < 0 OR ultregalo > regalo + 0.0001"
-                                                   " OR porgan <> CAST(porgan AS INTEGER) OR porgan NOT BETWEEN 0 AND 100"), 0);
-        QVERIFY(infractores(*base_, "proveedor", "regalo > 0") > 0);
-    }
-
 private:
     std::unique_ptr<BaseTemporal> base_;
 };

@@ -269,19 +269,6 @@ void PruebaEmbebido::procedimientosCompilados()
     ESPERAR_FALLO(rs->Fields("Clave"), 3021, "current record");
     ESPERAR_FALLO(rs->Fields("NoExiste"), 3265, "NoExiste");
 
-    // Nine sets, the fifth possibly empty, the others in their places.
-    c.comando.CommandText = "TRU_CARGA_TABLAS_03";
-    rs = c.comando.Execute();
-    const QStringList primeras{"C_Banco", "C_CLIENTE", "C_proveedor", "C_CONCEPTO", "", "D_SERVIcio", "MONTO", "equivalencia", "D_banco"};
-    for (int i = 0; i < 9; ++i) {
-        if (i > 0)
-            QVERIFY(rs->NextRecordset());
-        if (!primeras[i].isEmpty())
-            QVERIFY2(rs->TieneCampo(primeras[i]), qPrintable(primeras[i]));
-        QVERIFY(i == 4 || rs->RecordCount() > 0);
-    }
-    QVERIFY(!rs->NextRecordset());
-
     c.comando.CommandText = "TRU_NO_EXISTE";
     ESPERAR_FALLO(c.comando.Execute(), kServidor, "Could not find stored procedure 'TRU_NO_EXISTE'.");
 }
