@@ -1,0 +1,39 @@
+#include "sesion.h"
+#include "arranque.h"
+#include "login.h"
+#include "mensajes.h"
+#include "pantalla.h"
+
+#include <QCoreApplication>
+
+SesionDePrueba::SesionDePrueba(bool conDemo) : base(conDemo), respuesta(Mensajes::vbOK)
+{
+    Despliegue d;
+    d.archivo = base.archivo();
+    d.carpetaRecibos = base.carpeta() + QStringLiteral("/RECIBOS");
+    m = std::make_unique<Module1>(d);
+    m->Conexion.ConnectionString = base.cadenaConexion();
+    m->Conexion.Open();
+    LOGIN::Carga_Parametros(*m);
+    principal = std::make_unique<MDIForm1>(*m);
+    Registra_Pantallas(*principal);
+    principal->Habilita_Menus(true);
+    principal->show();
+    Mensajes::Reemplazar([this](const QString& texto, int estilo, const QString&) {
+        mensajes.append({texto, estilo});
+        return respuesta;
+    });
+}
+
+SesionDePrueba::~SesionDePrueba()
+{
+    Mensajes::Reemplazar({});
+    principal.reset();
+}
+
+Pantalla* SesionDePrueba::abrirPantalla(const QString& nombre)
+{
+    Pantalla* p = principal->Mostrar(nombre);
+    QCoreApplication::processEvents();
+    return p;
+}

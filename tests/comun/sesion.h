@@ -1,0 +1,44 @@
+#pragma once
+// A session as an operator has it after the access code: a temporary database
+// (the demo, unless told), the connection open, parameters and reference cache
+// loaded, the main window shown with every screen registered. Message boxes
+// are answered here and kept, so a test can read what the program said.
+#include "base_temporal.h"
+#include "mdiform1.h"
+#include "module1.h"
+
+#include <QStringList>
+#include <memory>
+
+class Pantalla;
+
+class SesionDePrueba {
+public:
+    explicit SesionDePrueba(bool conDemo = true);
+    ~SesionDePrueba();
+
+    BaseTemporal base;
+    std::unique_ptr<Module1> m;
+    std::unique_ptr<MDIForm1> principal;
+
+    // Every box shown, in order, with its style.
+    struct Mensaje {
+        QString texto;
+        int estilo;
+    };
+    QList<Mensaje> mensajes;
+    // What the next boxes answer (vbOK unless a test says otherwise).
+    int respuesta;
+
+    // Opens a screen by its name, as its menu entry does, and lets its
+    // activation run.
+    template <class T>
+    T* abrir(const QString& nombre)
+    {
+        return static_cast<T*>(abrirPantalla(nombre));
+    }
+    QString ultimoMensaje() const { return mensajes.isEmpty() ? QString() : mensajes.last().texto; }
+
+private:
+    Pantalla* abrirPantalla(const QString& nombre);
+};
