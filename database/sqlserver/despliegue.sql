@@ -320,6 +320,86 @@ BEGIN
 END
 go
 
+-- Every client, by rising code.
+CREATE OR ALTER PROCEDURE dbo.TRU_CLIENTES
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT C_CLIENTE, D_cliente, Revisar FROM dbo.clientes ORDER BY C_CLIENTE;
+END
+go
+
+-- Clients found by any part of the name (capitals or not), or by their code
+-- when the text is all digits; an empty text lists every client. The text is
+-- taken literally.
+CREATE OR ALTER PROCEDURE dbo.TRU_Busca_CLIENTES
+    @texto varchar(100) = ''
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT C_CLIENTE, D_cliente, Revisar
+    FROM dbo.clientes
+    WHERE @texto = ''
+       OR CHARINDEX(UPPER(@texto), UPPER(D_cliente)) > 0
+       OR (@texto NOT LIKE '%[^0-9]%' AND LEN(@texto) <= 9 AND C_CLIENTE = CAST(@texto AS int))
+    ORDER BY D_cliente, C_CLIENTE;
+END
+go
+
+-- A new client under the next free code; the new client comes back as one row.
+CREATE OR ALTER PROCEDURE dbo.TRU_IN_CLIENTES_01
+    @nombre varchar(40) = ''
+AS
+BEGIN
+    SET NOCOUNT ON;
+    DECLARE @codigo int;
+    BEGIN TRANSACTION;
+    SELECT @codigo = COALESCE(MAX(C_CLIENTE), 0) + 1 FROM dbo.clientes WITH (UPDLOCK, HOLDLOCK);
+    INSERT INTO dbo.clientes (C_CLIENTE, D_cliente, Revisar) VALUES (@codigo, @nombre, '');
+    COMMIT TRANSACTION;
+    SELECT C_CLIENTE, D_cliente FROM dbo.clientes WHERE C_CLIENTE = @codigo;
+END
+go
+
+-- Every provider, by rising code, with the percentages and the gift balance.
+CREATE OR ALTER PROCEDURE dbo.TRU_proveedor
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT C_proveedor, D_proveedor, clave_pro, porgan, Comision, regalo AS Regalo, ultregalo
+    FROM dbo.proveedor ORDER BY C_proveedor;
+END
+go
+
+-- The last sequence used on a date (0 for a day without transactions), then
+-- how many transactions the day has.
+CREATE OR ALTER PROCEDURE dbo.TRU_Prepara
+    @fecha varchar(8) = ''
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT COALESCE(MAX(SECUENCIA), 0) AS secuenciA FROM dbo.MOVIMIENTOS WHERE FECHA = @fecha;
+    SELECT COUNT(*) AS cuantas FROM dbo.MOVIMIENTOS WHERE FECHA = @fecha;
+END
+go
+
+-- What a client has used, most used service first; then his review mark as
+-- Ruta, one row also for an unknown client.
+CREATE OR ALTER PROCEDURE dbo.TRU_Cuenta_servicios
+    @cliente varchar(10) = ''
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT COALESCE(s.D_SERVIcio, 'SERVICIO ' + CAST(m.tipo_servicio AS varchar(10))) AS Servicio, COUNT(*) AS cuantos
+    FROM dbo.MOVIMIENTOS AS m
+    LEFT JOIN dbo.servicios AS s ON s.C_SERVIcio = m.tipo_servicio
+    WHERE m.C_CLIENTE = TRY_CAST(@cliente AS int)
+    GROUP BY m.tipo_servicio, s.D_SERVIcio
+    ORDER BY cuantos DESC, m.tipo_servicio;
+    SELECT COALESCE((SELECT Revisar FROM dbo.clientes WHERE C_CLIENTE = TRY_CAST(@cliente AS int)), '') AS Ruta;
+END
+go
+
 -- The program's login (user "TRUMIN"; the password is the deployment's own):
 --     CREATE LOGIN TRUMIN WITH PASSWORD = '<password of the deployment>', DEFAULT_DATABASE = RAMIL;
 --     CREATE USER TRUMIN FOR LOGIN TRUMIN;

@@ -1,0 +1,12 @@
+-- Finds clients as an operator types them at the counter. The text is found
+-- anywhere in the name, capitals or not ("ramir" finds "PEDRO RAMIREZ"); a
+-- text of digits also finds the client of that code ("12" finds 0012). The
+-- text is taken literally: % and _ are no wildcards. An empty text lists
+-- every client. Rows come by name, then code.
+--@param @texto TEXT = ''
+SELECT C_CLIENTE, D_cliente, Revisar
+FROM clientes
+WHERE @texto = ''
+   OR instr(upper(D_cliente), upper(@texto)) > 0
+   OR (@texto NOT GLOB '*[^0-9]*' AND C_CLIENTE = CAST(@texto AS INTEGER))
+ORDER BY D_cliente, C_CLIENTE;
