@@ -3,6 +3,7 @@
 #include "mdiform1.h"
 #include "mensajes.h"
 #include "module1.h"
+#include "movimientos.h"
 
 #include <QDir>
 #include <QScreen>
@@ -57,9 +58,9 @@ Despliegue Lee_Despliegue()
     return d;
 }
 
-void Registra_Pantallas(MDIForm1&)
+void Registra_Pantallas(MDIForm1& p)
 {
-    // The working screens register here as they join the program.
+    p.Registrar(QStringLiteral("Movimientos"), [](Module1& m, MDIForm1& p) { return new Movimientos(m, p); });
 }
 
 int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue)

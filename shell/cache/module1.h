@@ -60,6 +60,11 @@ public:
     double Monto_Conv = 0;
     double Monto_Usd = 0;
 
+    // ---- the client in hand: the one just created at the counter, or the
+    //      client of the receipt being printed
+    int16_t Cod_Cliente = 0;
+    QString Nom_Cliente;
+
     // ---- routines
     void Cierra_Rs();
     // Runs the procedure in Comando.CommandText with the values set, into Rs.
