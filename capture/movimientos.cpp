@@ -442,7 +442,7 @@ void Movimientos::Prepara_Grid(Rejilla* grid, Celdas& celdas, const QString& tit
 {
     grid->setAllowUpdate(false);
     grid->Columns(0).setWidth(800).setCaption(QStringLiteral("Código")).setAlignment(Alineacion::Centro);
-    grid->Columns(1).setWidth(4200).setCaption(titulo);
+    grid->Columns(1).setWidth(3900).setCaption(titulo);
     celdas.ReDim(-1, -1, 0, 0);
     grid->Array(celdas);
     grid->ReBind();

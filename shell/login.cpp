@@ -6,6 +6,7 @@
 #include "numeros.h"
 
 #include <QLineEdit>
+#include <QMdiArea>
 #include <QVBoxLayout>
 #include <cstdlib>
 #include <ctime>
@@ -128,4 +129,7 @@ void LOGIN::Valida_Clave()
     }
     principal.Habilita_Menus(true);
     Unload();
+    // The keyboard stays with the main window, so that F4, F5... work at once.
+    principal.activateWindow();
+    principal.area()->setFocus();
 }

@@ -108,6 +108,7 @@ private slots:
         QVERIFY(a.menusHabilitados());
         QCOMPARE(a.m->Nivel, false);
         QCOMPARE(a.principal->Abierta(QStringLiteral("LOGIN")), nullptr);
+        QCOMPARE(a.principal->focusWidget(), a.principal->area()); // the keyboard stays for the shortcuts
 
         // now F1 opens its screen, and a second F1 only brings it to the front
         a.pulsar(Qt::Key_F1);
