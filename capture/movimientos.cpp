@@ -186,16 +186,10 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
     Frame3->hide();
 
     // ---- the keyboard's road through a transaction
-    setTabOrder(Fecha1, Text2[1]);
-    setTabOrder(Text2[1], Text2[2]);
-    setTabOrder(Text2[2], Text2[11]);
-    setTabOrder(Text2[11], Text2[4]);
-    setTabOrder(Text2[4], Text2[5]);
-    setTabOrder(Text2[5], Text2[3]);
-    setTabOrder(Text2[3], Text2[10]);
-    setTabOrder(Text2[10], INCLUIR);
-    setTabOrder(INCLUIR, Combo2);
-    setTabOrder(Combo2, List1);
+    const QList<QWidget*> camino{Fecha1,    Text2[1],  Text2[2], Text2[11], Text2[4], Text2[5],
+                                 Text2[3],  Text2[10], INCLUIR,  Combo2,    List1};
+    for (int i = 1; i < camino.size(); ++i)
+        setTabOrder(camino[i - 1], camino[i]);
 
     connect(Fecha1, &QDateEdit::dateChanged, this, [this] { Prepara_Transaccion(); });
     connect(Text2[11], &QLineEdit::textChanged, this, [this] { Letra_Cambiada(); });
