@@ -1,5 +1,6 @@
 #include "arranque.h"
 #include "fallo.h"
+#include "form2.h"
 #include "mdiform1.h"
 #include "mensajes.h"
 #include "module1.h"
@@ -61,6 +62,7 @@ Despliegue Lee_Despliegue()
 void Registra_Pantallas(MDIForm1& p)
 {
     p.Registrar(QStringLiteral("Movimientos"), [](Module1& m, MDIForm1& p) { return new Movimientos(m, p); });
+    p.Registrar(QStringLiteral("Form2"), [](Module1& m, MDIForm1& p) { return new Form2(m, p); });
 }
 
 int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue)

@@ -301,7 +301,11 @@ CREATE OR ALTER PROCEDURE dbo.TRU_CARGA_TABLAS_03
 AS
 BEGIN
     SET NOCOUNT ON;
-    SELECT C_Banco, COALESCE(D_banco, '') AS D_banco FROM dbo.bancos ORDER BY C_Banco;
+    -- bank codes in the four digits the transactions store ('0134')
+    SELECT CASE WHEN C_Banco BETWEEN 0 AND 9999 THEN RIGHT('0000' + CAST(C_Banco AS varchar(10)), 4)
+                ELSE CAST(C_Banco AS varchar(10)) END AS C_Banco,
+           COALESCE(D_banco, '') AS D_banco
+    FROM dbo.bancos ORDER BY C_Banco;
     SELECT C_CLIENTE, COALESCE(D_cliente, '') AS D_cliente, COALESCE(Revisar, '') AS Revisar
     FROM dbo.clientes ORDER BY C_CLIENTE;
     SELECT C_proveedor, COALESCE(D_proveedor, '') AS D_proveedor, COALESCE(porgan, 0) AS porgan,
