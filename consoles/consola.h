@@ -111,6 +111,9 @@ public:
     virtual void CALCULA_PORCENTAJE(double& Monto, int16_t& Servicio);
     // Ticks or unticks a row's "Sel", as a click on its cell does.
     void Marcar(int fila);
+    // The UPDATE statement of a marked row, in the form of the current
+    // Modo_Grabar; Hoy and Ahora are the moment of a payment run.
+    virtual QString Sentencia_Fila(int fila, const QString& Hoy, const QString& Ahora);
 
 protected:
     // ---- what the variants redefine
@@ -131,8 +134,6 @@ protected:
     // Fills row `fila` of the matrix from the current record and adds it to the totals.
     virtual void Llena_Fila(int fila);
     virtual void Escribe_Pies();
-    // The UPDATE statement of a marked row; keeps what the payment run's gift needs.
-    virtual QString Sentencia_Fila(int fila, const QString& Hoy, const QString& Ahora);
     // After the batch of a payment run: the provider's gift balance.
     virtual void Actualiza_Regalo();
     // Column 9: returned to the client, back to unpaid, paid by a bank.
