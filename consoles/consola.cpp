@@ -35,6 +35,7 @@ const FormatoNumero f3_0_00(QStringLiteral("###0.00"));
 const FormatoNumero f2_0_00(QStringLiteral("##0.00"));
 const FormatoNumero fMiles00(QStringLiteral("###,###.00"));
 const FormatoNumero fTasa(QStringLiteral("###0.0000"));
+const FormatoNumero fTexto(QStringLiteral("&"));
 
 // The text the server reads: the decimal comma becomes a point.
 QString punto(QString texto) { return texto.replace(QLatin1Char(','), QLatin1Char('.')); }
@@ -350,6 +351,63 @@ int Consola::FilaI() const { return int(m.I.aDouble()); }
 
 // ------------------------------------------------------------------ the query
 
+const QString& Consola::Codigo(double valor)
+{
+    auto& codigos = compartidos.codigos;
+    if (valor < 0 || valor > 9999 || valor != std::floor(valor))
+        return Cifra(-1, f0000, valor);
+    if (codigos.empty())
+        codigos.resize(10000);
+    QString& t = codigos[size_t(valor)];
+    if (t.isNull())
+        t = f0000(valor);
+    return t;
+}
+
+const QString& Consola::Cifra(int col, const FormatoNumero& formato, double valor)
+{
+    // Column -1: no sharing, a scratch slot.
+    static thread_local Compartidos::Ultimo suelto;
+    Compartidos::Ultimo& u = col >= 0 && col < int(compartidos.ultimos.size()) ? compartidos.ultimos[size_t(col)] : suelto;
+    if (!u.lleno || u.valor != valor || col < 0) {
+        u.valor = valor;
+        u.lleno = true;
+        u.texto = formato(valor);
+    }
+    return u.texto;
+}
+
+const QString& Consola::Fecha_Vista(int cual, const QString& amd)
+{
+    auto& [clave, texto] = compartidos.fechas[size_t(cual)];
+    if (texto.isNull() || clave != amd) {
+        clave = amd;
+        texto = Module1::Fecha_DMA(amd);
+    }
+    return texto;
+}
+
+const std::array<QString, 3>& Consola::Banco_Vista(const QString& banco)
+{
+    for (const auto& b : compartidos.bancos)
+        if (b[0] == banco)
+            return b;
+    compartidos.bancos.push_back({banco, Format(banco, QStringLiteral("0000")), m.Nombre_Banco(banco)});
+    return compartidos.bancos.back();
+}
+
+const QString& Consola::Nombre_Servicio(int16_t servicio)
+{
+    auto& nombres = compartidos.nombres;
+    const QString& nombre = m.Servicios_T(servicio)[2]; // a code out of range stops here
+    if (nombres.empty())
+        nombres.resize(size_t(m.Servicios_T.UBound()) + 1);
+    QString& t = nombres[size_t(servicio)];
+    if (t.isNull())
+        t = nombre.left(14);
+    return t;
+}
+
 const Valor& Consola::Campo(int ordinal) const
 {
     if (ordinal < 0)
@@ -359,6 +417,7 @@ const Valor& Consola::Campo(int ordinal) const
 
 void Consola::Prepara_Campos()
 {
+    compartidos = Compartidos();
     const auto pos = [this](const char* nombre) {
         const QString n = QString::fromLatin1(nombre);
         return m.Rs->TieneCampo(n) ? m.Rs->Ordinal(n) : -1;
@@ -472,13 +531,13 @@ void Consola::Llena_Fila(int i)
     const int16_t servicio = CInt(Campo(c.tipo_servicio).aDouble());
     const int16_t proveedor = CInt(Campo(c.C_proveedor).aDouble());
 
-    Celdas(i, 0) = Module1::Fecha_DMA(Campo(c.Fecha).aTexto());
-    Celdas(i, 1) = f0000(Campo(c.secuenciA).aDouble());
-    Celdas(i, 2) = f0000(Campo(c.C_CLIENTE).aDouble());
+    Celdas(i, 0) = Fecha_Vista(0, Campo(c.Fecha).aTexto());
+    Celdas(i, 1) = Codigo(Campo(c.secuenciA).aDouble());
+    Celdas(i, 2) = Codigo(Campo(c.C_CLIENTE).aDouble());
     Celdas(i, 3) = Campo(c.Cliente).aTexto();
-    Celdas(i, 4) = fEnvio(enviado);
-    Celdas(i, 5) = f3_0_00(recibido);
-    Celdas(i, 6) = f0000(proveedor);
+    Celdas(i, 4) = Cifra(4, fEnvio, enviado);
+    Celdas(i, 5) = Cifra(5, f3_0_00, recibido);
+    Celdas(i, 6) = Codigo(proveedor);
     QString nombreProveedor = m.Nombre_Proveedor(proveedor);
     if (nombreProveedor == QLatin1String("0"))
         nombreProveedor.clear();
@@ -489,29 +548,31 @@ void Consola::Llena_Fila(int i)
     if (servicio > 49 && banco.isEmpty()) {
         m.Monto_Conv = Num(i, 4);
         m.Convierte_Dolar(m.Monto_Conv, servicio);
-        Celdas(i, 5) = f2_0_00(m.Monto_Usd);
+        Celdas(i, 5) = Cifra(-1, f2_0_00, m.Monto_Usd);
     }
-    Celdas(i, 16) = fTasa(Campo(c.confirmacion).aDouble());
+    Celdas(i, 16) = Cifra(16, fTasa, Campo(c.confirmacion).aDouble());
     m.K = servicio;
     if (banco.isEmpty()) {
         // Unpaid: the price of the moment, and the estimate at it.
         const double precio = m.Monto_T(servicio);
-        Celdas(i, 16) = fTasa(precio);
+        Celdas(i, 16) = Cifra(16, fTasa, precio);
         const double bs = (servicio == 1 || servicio == 9 ? recibido : enviado) * precio;
         const double estimado = servicio < 50 ? Int(bs) : bs;
-        Celdas(i, 8) = fMiles00(estimado);
+        Celdas(i, 8) = Cifra(8, fMiles00, estimado);
         Total_Estimado += estimado;
     }
     if (!banco.isEmpty())
-        Celdas(i, 15) = fMiles00(pago);
+        Celdas(i, 15) = Cifra(15, fMiles00, pago);
 
-    Celdas(i, 9) = Format(banco, QStringLiteral("0000"));
-    Celdas(i, 10) = m.Nombre_Banco(banco);
+    const auto& vistaBanco = Banco_Vista(banco);
+    Celdas(i, 9) = vistaBanco[1];
+    Celdas(i, 10) = vistaBanco[2];
     Celdas(i, 11) = Campo(c.referencia).aTexto();
     Celdas(i, 13) = Campo(c.operadora).aTexto();
-    Celdas(i, 14) = Campo(c.tipo_operacion).aTexto();
-    Celdas(i, 18) = f00(servicio);
-    Celdas(i, 19) = m.Servicios_T(servicio)[2].left(14);
+    const Valor& operacion = Campo(c.tipo_operacion);
+    Celdas(i, 14) = operacion.esTexto() ? operacion.aTexto() : Cifra(14, fTexto, operacion.aDouble());
+    Celdas(i, 18) = Cifra(18, f00, servicio);
+    Celdas(i, 19) = Nombre_Servicio(servicio);
     Celdas(i, 22) = Campo(c.OBS).aTexto();
     Celdas(i, 17) = 0;
 
@@ -522,15 +583,15 @@ void Consola::Llena_Fila(int i)
     Total_G1 += g1;
     Total_G2 += g2;
     Total_G3 += g3;
-    Celdas(i, 20) = f3_0_00(ganancia);
-    Celdas(i, 21) = f3_0_00(g2);
-    Celdas(i, 23) = f2_0_00(g1);
-    Celdas(i, 24) = f2_0_00(g2);
-    Celdas(i, 25) = f2_0_00(g3);
+    Celdas(i, 20) = Cifra(20, f3_0_00, ganancia);
+    Celdas(i, 21) = Cifra(21, f3_0_00, g2);
+    Celdas(i, 23) = Cifra(23, f2_0_00, g1);
+    Celdas(i, 24) = Cifra(24, f2_0_00, g2);
+    Celdas(i, 25) = Cifra(25, f2_0_00, g3);
 
     const QString fechaPago = Campo(c.fecha_pago).aTexto();
     if (fechaPago.size() > 1 && banco.size() > 1) {
-        Celdas(i, 26) = Module1::Fecha_DMA(fechaPago);
+        Celdas(i, 26) = Fecha_Vista(1, fechaPago);
         Celdas(i, 27) = Campo(c.hora_pago).aTexto();
     }
 
@@ -541,8 +602,8 @@ void Consola::Llena_Fila(int i)
         // The provider's commission, read by the code used as the row of the cache.
         const double comision = CDbl(m.Proveedores_T(proveedor, 4));
         Celdas(i, 28) = Str(redondea4(recibido * comision / 100));
-        Celdas(i, 29) = f2_0_00(Campo(c.dolar1).aDouble());
-        Celdas(i, 30) = f2_0_00(Campo(c.dolar2).aDouble());
+        Celdas(i, 29) = Cifra(29, f2_0_00, Campo(c.dolar1).aDouble());
+        Celdas(i, 30) = Cifra(30, f2_0_00, Campo(c.dolar2).aDouble());
     }
 
     if (!devuelta) {

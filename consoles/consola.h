@@ -21,6 +21,7 @@
 // A bank code "7777" marks a row returned to the client; "8888" typed in the
 // bank takes a paid row back to unpaid.
 #include "celdas.h"
+#include "formato.h"
 #include "pantalla.h"
 #include "rejilla.h"
 
@@ -160,6 +161,29 @@ protected:
             G3 = -1, fecha_pago = -1, hora_pago = -1, dolar1 = -1, dolar2 = -1;
     } campos;
     const Valor& Campo(int ordinal) const;
+
+    // Texts that many rows share: a cell holds a shared copy instead of a
+    // string of its own, so that a load of many rows allocates, and later
+    // frees, far fewer strings. Emptied at each query.
+    struct Compartidos {
+        // A formatted number, kept for the next row with the same value.
+        struct Ultimo {
+            double valor = 0;
+            bool lleno = false;
+            QString texto;
+        };
+        std::vector<QString> codigos;      // "0000" of 0 to 9999
+        std::vector<QString> servicios;    // "00" of each service code
+        std::vector<QString> nombres;      // the first 14 characters of each service's name
+        std::vector<std::array<QString, 3>> bancos; // a stored bank text, the code shown, the bank's name
+        std::array<Ultimo, 32> ultimos;    // by column
+        std::array<std::pair<QString, QString>, 2> fechas; // dd/mm/yyyy of the last yyyymmdd, columns 0 and 26
+    } compartidos;
+    const QString& Codigo(double valor);
+    const QString& Cifra(int col, const FormatoNumero& formato, double valor);
+    const QString& Fecha_Vista(int cual, const QString& amd);
+    const std::array<QString, 3>& Banco_Vista(const QString& banco);
+    const QString& Nombre_Servicio(int16_t servicio);
 
     bool eventFilter(QObject* objeto, QEvent* evento) override;
 
