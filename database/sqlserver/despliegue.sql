@@ -404,6 +404,96 @@ BEGIN
 END
 go
 
+-- The console queries. Filters: dates compared as text ('202301' means "since
+-- January 2023"); payment 0 all, 1 paid (a bank in C_BANCO, '7777' included),
+-- 2 not paid; operator 0 all, else that operator; each text given found in
+-- the client's name, the reference or the note; service 0 all, 98 and 99 the
+-- services of sw_calculos 1 and 2, else that service.
+-- By the day of the transaction; rows by date, then sequence.
+CREATE OR ALTER PROCEDURE dbo.TRU_CONSULTA_1127
+    @desde varchar(8) = '', @hasta varchar(8) = '', @pago smallint = 0, @operadora smallint = 0,
+    @texto1 varchar(100) = '', @texto2 varchar(100) = '', @servicio int = 0
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT m.FECHA AS Fecha, m.SECUENCIA AS secuenciA, m.C_CLIENTE, COALESCE(c.D_cliente, '') AS Cliente,
+           m.enviado AS Enviado, m.recibido, m.C_PROVEEDOR AS C_proveedor, m.bancozelle, m.tipo_servicio,
+           m.C_BANCO AS C_Banco, m.confirmacion, m.pago AS Pago, m.REFERENCIA AS referencia, m.operadora,
+           m.tipo_operacion, m.obs AS OBS, m.ganancia AS Ganancia, m.g1 AS G1, m.g2 AS G2, m.g3 AS G3,
+           m.fecha_pago, m.hora_pago, m.dolar1, m.dolar2
+    FROM dbo.MOVIMIENTOS AS m
+    LEFT JOIN dbo.clientes AS c ON c.C_CLIENTE = m.C_CLIENTE
+    WHERE m.FECHA >= @desde AND m.FECHA <= @hasta
+      AND (@pago = 0 OR (@pago = 1 AND LTRIM(RTRIM(m.C_BANCO)) <> '') OR (@pago = 2 AND LTRIM(RTRIM(m.C_BANCO)) = ''))
+      AND (@operadora = 0 OR LTRIM(RTRIM(m.operadora)) = CAST(@operadora AS varchar(6)))
+      AND (@texto1 = '' OR CHARINDEX(UPPER(@texto1), UPPER(COALESCE(c.D_cliente, ''))) > 0
+           OR CHARINDEX(UPPER(@texto1), UPPER(m.REFERENCIA)) > 0 OR CHARINDEX(UPPER(@texto1), UPPER(m.obs)) > 0)
+      AND (@texto2 = '' OR CHARINDEX(UPPER(@texto2), UPPER(COALESCE(c.D_cliente, ''))) > 0
+           OR CHARINDEX(UPPER(@texto2), UPPER(m.REFERENCIA)) > 0 OR CHARINDEX(UPPER(@texto2), UPPER(m.obs)) > 0)
+      AND (@servicio = 0
+           OR (@servicio IN (98, 99)
+               AND m.tipo_servicio IN (SELECT C_SERVIcio FROM dbo.servicios WHERE sw_calculos = @servicio - 97))
+           OR (@servicio NOT IN (98, 99) AND m.tipo_servicio = @servicio))
+    ORDER BY m.FECHA, m.SECUENCIA;
+END
+go
+
+-- By the day of payment; rows by day and hour of payment.
+CREATE OR ALTER PROCEDURE dbo.TRU_CONSULTA_PAGO_250320
+    @desde varchar(8) = '', @hasta varchar(8) = '', @pago smallint = 0, @operadora smallint = 0,
+    @texto1 varchar(100) = '', @texto2 varchar(100) = '', @servicio int = 0
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT m.FECHA AS Fecha, m.SECUENCIA AS secuenciA, m.C_CLIENTE, COALESCE(c.D_cliente, '') AS Cliente,
+           m.enviado AS Enviado, m.recibido, m.C_PROVEEDOR AS C_proveedor, m.bancozelle, m.tipo_servicio,
+           m.C_BANCO AS C_Banco, m.confirmacion, m.pago AS Pago, m.REFERENCIA AS referencia, m.operadora,
+           m.tipo_operacion, m.obs AS OBS, m.ganancia AS Ganancia, m.g1 AS G1, m.g2 AS G2, m.g3 AS G3,
+           m.fecha_pago, m.hora_pago
+    FROM dbo.MOVIMIENTOS AS m
+    LEFT JOIN dbo.clientes AS c ON c.C_CLIENTE = m.C_CLIENTE
+    WHERE m.fecha_pago <> '' AND m.fecha_pago >= @desde AND m.fecha_pago <= @hasta
+      AND (@pago = 0 OR (@pago = 1 AND LTRIM(RTRIM(m.C_BANCO)) <> '') OR (@pago = 2 AND LTRIM(RTRIM(m.C_BANCO)) = ''))
+      AND (@operadora = 0 OR LTRIM(RTRIM(m.operadora)) = CAST(@operadora AS varchar(6)))
+      AND (@texto1 = '' OR CHARINDEX(UPPER(@texto1), UPPER(COALESCE(c.D_cliente, ''))) > 0
+           OR CHARINDEX(UPPER(@texto1), UPPER(m.REFERENCIA)) > 0 OR CHARINDEX(UPPER(@texto1), UPPER(m.obs)) > 0)
+      AND (@texto2 = '' OR CHARINDEX(UPPER(@texto2), UPPER(COALESCE(c.D_cliente, ''))) > 0
+           OR CHARINDEX(UPPER(@texto2), UPPER(m.REFERENCIA)) > 0 OR CHARINDEX(UPPER(@texto2), UPPER(m.obs)) > 0)
+      AND (@servicio = 0
+           OR (@servicio IN (98, 99)
+               AND m.tipo_servicio IN (SELECT C_SERVIcio FROM dbo.servicios WHERE sw_calculos = @servicio - 97))
+           OR (@servicio NOT IN (98, 99) AND m.tipo_servicio = @servicio))
+    ORDER BY m.fecha_pago, m.hora_pago, m.FECHA, m.SECUENCIA;
+END
+go
+
+-- The USDT transactions (services from 50 up), by the day of the transaction.
+CREATE OR ALTER PROCEDURE dbo.TRU_CONSULTA_USDT
+    @desde varchar(8) = '', @hasta varchar(8) = '', @pago smallint = 0, @operadora smallint = 0,
+    @texto1 varchar(100) = '', @texto2 varchar(100) = '', @servicio int = 0
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT m.FECHA AS Fecha, m.SECUENCIA AS secuenciA, m.C_CLIENTE, m.enviado AS Enviado, m.recibido,
+           m.C_PROVEEDOR AS C_proveedor, m.tipo_servicio, m.C_BANCO AS C_Banco, m.confirmacion, m.pago AS Pago,
+           m.REFERENCIA AS referencia, m.operadora, m.tipo_operacion, m.obs AS OBS, m.ganancia AS Ganancia
+    FROM dbo.MOVIMIENTOS AS m
+    LEFT JOIN dbo.clientes AS c ON c.C_CLIENTE = m.C_CLIENTE
+    WHERE m.FECHA >= @desde AND m.FECHA <= @hasta AND m.tipo_servicio >= 50
+      AND (@pago = 0 OR (@pago = 1 AND LTRIM(RTRIM(m.C_BANCO)) <> '') OR (@pago = 2 AND LTRIM(RTRIM(m.C_BANCO)) = ''))
+      AND (@operadora = 0 OR LTRIM(RTRIM(m.operadora)) = CAST(@operadora AS varchar(6)))
+      AND (@texto1 = '' OR CHARINDEX(UPPER(@texto1), UPPER(COALESCE(c.D_cliente, ''))) > 0
+           OR CHARINDEX(UPPER(@texto1), UPPER(m.REFERENCIA)) > 0 OR CHARINDEX(UPPER(@texto1), UPPER(m.obs)) > 0)
+      AND (@texto2 = '' OR CHARINDEX(UPPER(@texto2), UPPER(COALESCE(c.D_cliente, ''))) > 0
+           OR CHARINDEX(UPPER(@texto2), UPPER(m.REFERENCIA)) > 0 OR CHARINDEX(UPPER(@texto2), UPPER(m.obs)) > 0)
+      AND (@servicio = 0
+           OR (@servicio IN (98, 99)
+               AND m.tipo_servicio IN (SELECT C_SERVIcio FROM dbo.servicios WHERE sw_calculos = @servicio - 97))
+           OR (@servicio NOT IN (98, 99) AND m.tipo_servicio = @servicio))
+    ORDER BY m.FECHA, m.SECUENCIA;
+END
+go
+
 -- The program's login (user "TRUMIN"; the password is the deployment's own):
 --     CREATE LOGIN TRUMIN WITH PASSWORD = '<password of the deployment>', DEFAULT_DATABASE = RAMIL;
 --     CREATE USER TRUMIN FOR LOGIN TRUMIN;
