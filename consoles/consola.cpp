@@ -408,6 +408,17 @@ const QString& Consola::Nombre_Servicio(int16_t servicio)
     return t;
 }
 
+double Consola::Comision(int16_t fila)
+{
+    auto& c = compartidos.comisiones;
+    const QString& texto = m.Proveedores_T(fila, 4); // a row out of the cache stops here
+    if (size_t(fila) >= c.size())
+        c.resize(size_t(fila) + 1, std::nan(""));
+    if (std::isnan(c[size_t(fila)]))
+        c[size_t(fila)] = CDbl(texto);
+    return c[size_t(fila)];
+}
+
 const Valor& Consola::Campo(int ordinal) const
 {
     if (ordinal < 0)
@@ -600,8 +611,7 @@ void Consola::Llena_Fila(int i)
     Celdas(i, 30) = QString();
     if (banco.size() > 1) {
         // The provider's commission, read by the code used as the row of the cache.
-        const double comision = CDbl(m.Proveedores_T(proveedor, 4));
-        Celdas(i, 28) = Str(redondea4(recibido * comision / 100));
+        Celdas(i, 28) = Str(redondea4(recibido * Comision(proveedor) / 100));
         Celdas(i, 29) = Cifra(29, f2_0_00, Campo(c.dolar1).aDouble());
         Celdas(i, 30) = Cifra(30, f2_0_00, Campo(c.dolar2).aDouble());
     }

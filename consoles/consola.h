@@ -176,6 +176,7 @@ protected:
         std::vector<QString> servicios;    // "00" of each service code
         std::vector<QString> nombres;      // the first 14 characters of each service's name
         std::vector<std::array<QString, 3>> bancos; // a stored bank text, the code shown, the bank's name
+        std::vector<double> comisiones;    // by row of the providers' cache; NaN until read
         std::array<Ultimo, 32> ultimos;    // by column
         std::array<std::pair<QString, QString>, 2> fechas; // dd/mm/yyyy of the last yyyymmdd, columns 0 and 26
     } compartidos;
@@ -184,6 +185,8 @@ protected:
     const QString& Fecha_Vista(int cual, const QString& amd);
     const std::array<QString, 3>& Banco_Vista(const QString& banco);
     const QString& Nombre_Servicio(int16_t servicio);
+    // The provider's commission, read with the code as the row of the cache.
+    double Comision(int16_t fila);
 
     bool eventFilter(QObject* objeto, QEvent* evento) override;
 
