@@ -175,13 +175,13 @@ Consola::Consola(Module1& modulo, MDIForm1& p, const QString& nombre, const QStr
     Controles::Nombrar(Check1, QStringLiteral("Check1"), QStringLiteral("Tabla"));
     etiqueta(QStringLiteral("Concepto"), 712, yb + 2, 66);
     Text6 = campo(QStringLiteral("Text6"), QStringLiteral("Concepto"), 778, yb + 2, 56);
-    Text7 = campo(QStringLiteral("Text7"), QStringLiteral("Aviso"), 840, yb + 2, 230);
+    Text7 = campo(QStringLiteral("Text7"), QStringLiteral("Aviso"), 840, yb + 2, 156);
     Text7->setReadOnly(true);
     Text7->hide();
-    RECIBO_PDF = boton(QStringLiteral("RECIBO_PDF"), QStringLiteral("PDF"), 1076, yb, 56);
-    RECIBO_XPS = boton(QStringLiteral("RECIBO_XPS"), QStringLiteral("XPS"), 1136, yb, 56);
-    COPIAR = boton(QStringLiteral("COPIAR"), QStringLiteral("Copiar Recibo"), 1196, yb, 110);
-    SALIR = boton(QStringLiteral("SALIR"), QStringLiteral("Salir"), 1264, 40, 80);
+    RECIBO_PDF = boton(QStringLiteral("RECIBO_PDF"), QStringLiteral("PDF"), 1004, yb, 56);
+    RECIBO_XPS = boton(QStringLiteral("RECIBO_XPS"), QStringLiteral("XPS"), 1064, yb, 56);
+    COPIAR = boton(QStringLiteral("COPIAR"), QStringLiteral("Copiar Recibo"), 1124, yb, 116);
+    SALIR = boton(QStringLiteral("SALIR"), QStringLiteral("Salir"), 1254, yb, 90);
 
     // ---- events
     connect(Combo1, &QComboBox::activated, this, [this] { CONSULTAR(); });
@@ -295,6 +295,10 @@ std::vector<int> Consola::Ocultas() const { return {24, 12}; }
 
 void Consola::ARMAR_GRID()
 {
+    // Narrowed letters, so that amounts of thousands fit the given widths whole.
+    QFont letra = GRID->vista()->font();
+    letra.setStretch(QFont::Condensed);
+    GRID->vista()->setFont(letra);
     GRID->setFontSize(12);
     GRID->setAllowUpdate(true);
     GRID->setRowHeight(300);
