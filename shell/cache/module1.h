@@ -65,6 +65,12 @@ public:
     int16_t Cod_Cliente = 0;
     QString Nom_Cliente;
 
+    // ---- the transaction of the receipt being printed
+    QString Rec_Fecha; // yyyymmdd
+    int16_t Rec_Secuencia = 0;
+    int16_t Rec_Operadora = 0;
+    QString Rec_Concepto;
+
     // ---- routines
     void Cierra_Rs();
     // Runs the procedure in Comando.CommandText with the values set, into Rs.
