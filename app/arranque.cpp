@@ -1,6 +1,8 @@
 #include "arranque.h"
 #include "fallo.h"
+#include "f5_usdt.h"
 #include "form2.h"
+#include "form2_pago.h"
 #include "mdiform1.h"
 #include "mensajes.h"
 #include "module1.h"
@@ -63,6 +65,8 @@ void Registra_Pantallas(MDIForm1& p)
 {
     p.Registrar(QStringLiteral("Movimientos"), [](Module1& m, MDIForm1& p) { return new Movimientos(m, p); });
     p.Registrar(QStringLiteral("Form2"), [](Module1& m, MDIForm1& p) { return new Form2(m, p); });
+    p.Registrar(QStringLiteral("Form2_Pago"), [](Module1& m, MDIForm1& p) { return new Form2_Pago(m, p); });
+    p.Registrar(QStringLiteral("F5_USDT"), [](Module1& m, MDIForm1& p) { return new F5_USDT(m, p); });
 }
 
 int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue)

@@ -48,6 +48,12 @@ double dividir(double a, double b)
     return a / b;
 }
 
+// One assignment of a saved row's statement.
+QString asigna(const char* campo, const QString& valor)
+{
+    return QStringLiteral(" %1 =  '").arg(QLatin1String(campo)) + valor + QStringLiteral("',");
+}
+
 // Rounded to 4 decimals, ties to even, as the run-time's Round.
 double redondea4(double valor) { return std::nearbyint(valor * 10000.0) / 10000.0; }
 
@@ -557,7 +563,6 @@ void Consola::Llena_Fila(int i)
     if (nombreProveedor == QLatin1String("0"))
         nombreProveedor.clear();
     Celdas(i, 7) = nombreProveedor;
-    Celdas(i, 31) = Campo(c.bancozelle).aTexto();
 
     // An unpaid row of a service in another currency shows its dollars at today's price.
     if (servicio > 49 && banco.isEmpty()) {
@@ -579,17 +584,8 @@ void Consola::Llena_Fila(int i)
     if (!banco.isEmpty())
         Celdas(i, 15) = Cifra(15, fMiles00, pago);
 
-    const auto& vistaBanco = Banco_Vista(banco);
-    Celdas(i, 9) = vistaBanco[1];
-    Celdas(i, 10) = vistaBanco[2];
-    Celdas(i, 11) = Campo(c.referencia).aTexto();
-    Celdas(i, 13) = Campo(c.operadora).aTexto();
-    const Valor& operacion = Campo(c.tipo_operacion);
-    Celdas(i, 14) = operacion.esTexto() ? operacion.aTexto() : Cifra(14, fTexto, operacion.aDouble());
-    Celdas(i, 18) = Cifra(18, f00, servicio);
+    Llena_Datos(i, banco, servicio);
     Celdas(i, 19) = Nombre_Servicio(servicio);
-    Celdas(i, 22) = Campo(c.OBS).aTexto();
-    Celdas(i, 17) = 0;
 
     double ganancia = Campo(c.Ganancia).aDouble();
     double g1 = Campo(c.G1).aDouble(), g2 = Campo(c.G2).aDouble(), g3 = Campo(c.G3).aDouble();
@@ -604,20 +600,23 @@ void Consola::Llena_Fila(int i)
     Celdas(i, 24) = Cifra(24, f2_0_00, g2);
     Celdas(i, 25) = Cifra(25, f2_0_00, g3);
 
-    const QString fechaPago = Campo(c.fecha_pago).aTexto();
-    if (fechaPago.size() > 1 && banco.size() > 1) {
-        Celdas(i, 26) = Fecha_Vista(1, fechaPago);
-        Celdas(i, 27) = Campo(c.hora_pago).aTexto();
-    }
-
-    Celdas(i, 28) = QString();
-    Celdas(i, 29) = QString();
-    Celdas(i, 30) = QString();
-    if (banco.size() > 1) {
-        // The provider's commission, read by the code used as the row of the cache.
-        Celdas(i, 28) = Str(redondea4(recibido * Comision(proveedor) / 100));
-        Celdas(i, 29) = Cifra(29, f2_0_00, Campo(c.dolar1).aDouble());
-        Celdas(i, 30) = Cifra(30, f2_0_00, Campo(c.dolar2).aDouble());
+    // The payment's date, gift and prices, and the Zelle bank, where the grid has them.
+    if (Celdas.UpperBound(2) >= 31) {
+        const QString fechaPago = Campo(c.fecha_pago).aTexto();
+        if (fechaPago.size() > 1 && banco.size() > 1) {
+            Celdas(i, 26) = Fecha_Vista(1, fechaPago);
+            Celdas(i, 27) = Campo(c.hora_pago).aTexto();
+        }
+        Celdas(i, 28) = QString();
+        Celdas(i, 29) = QString();
+        Celdas(i, 30) = QString();
+        if (banco.size() > 1) {
+            // The provider's commission, read by the code used as the row of the cache.
+            Celdas(i, 28) = Str(redondea4(recibido * Comision(proveedor) / 100));
+            Celdas(i, 29) = Cifra(29, f2_0_00, Campo(c.dolar1).aDouble());
+            Celdas(i, 30) = Cifra(30, f2_0_00, Campo(c.dolar2).aDouble());
+        }
+        Celdas(i, 31) = Campo(c.bancozelle).aTexto();
     }
 
     if (!devuelta) {
@@ -633,18 +632,39 @@ void Consola::Llena_Fila(int i)
     }
 }
 
-void Consola::Escribe_Pies()
+void Consola::Llena_Datos(int i, const QString& banco, int16_t servicio)
+{
+    const Campos& c = campos;
+    const auto& vistaBanco = Banco_Vista(banco);
+    Celdas(i, 9) = vistaBanco[1];
+    Celdas(i, 10) = vistaBanco[2];
+    Celdas(i, 11) = Campo(c.referencia).aTexto();
+    Celdas(i, 13) = Campo(c.operadora).aTexto();
+    const Valor& operacion = Campo(c.tipo_operacion);
+    Celdas(i, 14) = operacion.esTexto() ? operacion.aTexto() : Cifra(14, fTexto, operacion.aDouble());
+    Celdas(i, 18) = Cifra(18, f00, servicio);
+    Celdas(i, 22) = Campo(c.OBS).aTexto();
+    Celdas(i, 17) = 0;
+}
+
+void Consola::Pies_Comunes()
 {
     const QString dinero = QStringLiteral("###,##0.00");
     GRID->Columns(5).setFooterText(Format(Total_Recibido, QStringLiteral("#,###,##0.00")));
     GRID->Columns(15).setFooterText(Format(Total_Pagado, dinero));
     GRID->Columns(2).setFooterText(Format(double(Total_Filas), QStringLiteral("###,##0")));
     GRID->Columns(8).setFooterText(Format(Total_Estimado, dinero));
+    GRID->Columns(0).setFooterText(QString());
+}
+
+void Consola::Escribe_Pies()
+{
+    const QString dinero = QStringLiteral("###,##0.00");
+    Pies_Comunes();
     GRID->Columns(21).setFooterText(Format(Total_G2, dinero));
     GRID->Columns(23).setFooterText(Format(Total_G1, dinero));
     GRID->Columns(24).setFooterText(Format(Total_G2, dinero));
     GRID->Columns(25).setFooterText(Format(Total_G3, dinero));
-    GRID->Columns(0).setFooterText(QString());
 }
 
 void Consola::GRID_HeadClick(int col)
@@ -772,7 +792,7 @@ void Consola::Banco_Reverso(int i)
     Reenlaza();
 }
 
-void Consola::Banco_Pago(int i, const QString& codigo)
+bool Consola::Banco_Registrado(int i, const QString& codigo)
 {
     Celdas(i, 10) = m.Nombre_Banco(codigo);
     if (Txt(i, 10) == codigo || !EsNumerico(codigo)) {
@@ -783,8 +803,15 @@ void Consola::Banco_Pago(int i, const QString& codigo)
         GRID->setFocus();
         GRID->setCol(9);
         GRID->setBookmark(FilaI());
-        return;
+        return false;
     }
+    return true;
+}
+
+void Consola::Banco_Pago(int i, const QString& codigo)
+{
+    if (!Banco_Registrado(i, codigo))
+        return;
     Tipo_Serv = CInt(Num(i, 18));
     const float bs = Tipo_Serv < 50 ? CSng(Num(i, 5) * Num(i, 16)) : CSng(Num(i, 4) * Num(i, 16));
     Celdas(i, 15) = Format(Int(bs), QStringLiteral("###,##0.00"));
@@ -850,44 +877,47 @@ QString Consola::Sentencia_Fila(int i, const QString& Hoy, const QString& Ahora)
     const QString enviado = punto(Txt(i, 4).trimmed());
     const QString confirmacion = punto(Txt(i, 16).trimmed());
     const QString ganancia = punto(Txt(i, 20).trimmed());
-    const QString dolar1 = punto(Text8->text());
-    const QString dolar2 = punto(Text9->text());
-    Celdas(i, 21) = Txt(i, 21).trimmed();
-    const QString g1 = punto(Txt(i, 21));
-    QString g2 = g1;
-    QString g3 = QStringLiteral("0");
     QString pago = QStringLiteral("0");
     if (Celdas(i, 8).Len() > 0)
         pago = Txt(i, 8);
     if (Celdas(i, 15).Len() > 0)
         pago = Txt(i, 15);
     pago = punto(pago.remove(QLatin1Char('.')));
-
-    // Services of 50 and up share the gain with the provider by its porgan.
     Celdas(i, 6) = Txt(i, 6).trimmed();
+
+    return QStringLiteral(" UPDATE MOVIMIENTOS SET ") + asigna("recibido", recibido) + asigna("enviado", enviado) +
+           asigna("C_CLIENTE", Txt(i, 2)) + asigna("obs", Txt(i, 22)) + asigna("C_PROVEEDOR", Txt(i, 6)) +
+           asigna("pago", pago) + asigna("C_BANCO", Txt(i, 9)) + asigna("operadora", Txt(i, 13)) +
+           asigna("REFERENCIA", Txt(i, 11)) + asigna("confirmacion", confirmacion) +
+           asigna("tipo_operacion", Txt(i, 14)) + asigna("ganancia", ganancia) + Asignaciones_Ganancia(i, Hoy, Ahora) +
+           QStringLiteral(" tipo_servicio =  '") + Txt(i, 18) + QStringLiteral("'") + QStringLiteral(" WHERE FECHA=  '") +
+           Module1::Fecha_AMD(Txt(i, 0)) + QStringLiteral("'") + QStringLiteral(" and SECUENCIA = '") + Txt(i, 1) +
+           QStringLiteral("'");
+}
+
+QString Consola::Asignaciones_G(int i)
+{
+    Celdas(i, 21) = Txt(i, 21).trimmed();
+    const QString g1 = punto(Txt(i, 21));
+    QString g2 = g1;
+    QString g3 = QStringLiteral("0");
+    // Services of 50 and up share the gain with the provider by its porgan.
     if (Txt(i, 6) != QLatin1String("0000") && Num(i, 18) > 49) {
         m.Porc_Gan = CInt(CDbl(m.Proveedores_T(CInt(Num(i, 6)), 3)));
         m.Porc_Cliente = int16_t(100 - m.Porc_Gan);
         g2 = punto(Format(Num(i, 21) * m.Porc_Cliente / 100, QStringLiteral("###0.00")));
         g3 = punto(Format(Num(i, 21) * m.Porc_Gan / 100, QStringLiteral("###0.00")));
     }
+    return asigna("g1", g1) + asigna("g2", g2) + asigna("g3", g3);
+}
 
-    const auto asigna = [](const char* campo, const QString& valor) {
-        return QStringLiteral(" %1 =  '").arg(QLatin1String(campo)) + valor + QStringLiteral("',");
-    };
-    QString s = QStringLiteral(" UPDATE MOVIMIENTOS SET ") + asigna("recibido", recibido) + asigna("enviado", enviado) +
-                asigna("C_CLIENTE", Txt(i, 2)) + asigna("obs", Txt(i, 22)) + asigna("C_PROVEEDOR", Txt(i, 6)) +
-                asigna("pago", pago) + asigna("C_BANCO", Txt(i, 9)) + asigna("operadora", Txt(i, 13)) +
-                asigna("REFERENCIA", Txt(i, 11)) + asigna("confirmacion", confirmacion) +
-                asigna("tipo_operacion", Txt(i, 14)) + asigna("ganancia", ganancia) + asigna("g1", g1) +
-                asigna("g2", g2) + asigna("g3", g3);
+QString Consola::Asignaciones_Ganancia(int i, const QString& Hoy, const QString& Ahora)
+{
+    QString s = Asignaciones_G(i);
     if (Modo_Grabar == 1)
-        s += asigna("fecha_pago", Hoy) + asigna("hora_pago", Ahora) + asigna("dolar1", dolar1) +
-             asigna("dolar2", dolar2);
-    s += asigna("bancozelle", Txt(i, 31)) + QStringLiteral(" tipo_servicio =  '") + Txt(i, 18) + QStringLiteral("'") +
-         QStringLiteral(" WHERE FECHA=  '") + Module1::Fecha_AMD(Txt(i, 0)) + QStringLiteral("'") +
-         QStringLiteral(" and SECUENCIA = '") + Txt(i, 1) + QStringLiteral("'");
-    return s;
+        s += asigna("fecha_pago", Hoy) + asigna("hora_pago", Ahora) + asigna("dolar1", punto(Text8->text())) +
+             asigna("dolar2", punto(Text9->text()));
+    return s + asigna("bancozelle", Txt(i, 31));
 }
 
 void Consola::GRABAR_MOVIMIENTOS()
@@ -959,6 +989,18 @@ void Consola::BORRAR_MOVIMIENTO()
 
 // ------------------------------------------------------------------ selection and payment
 
+void Consola::Fijar_Sin_Marcas()
+{
+    // Every unpaid row takes the price, ticked or not; nothing is summed.
+    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+        if (Celdas(i, 9).Len() != 0)
+            continue;
+        Text4->setText(Text4->text().replace(QLatin1Char('.'), QLatin1Char(',')));
+        Celdas(i, 16) = Text4->text().trimmed();
+    }
+    Reenlaza();
+}
+
 void Consola::FIJAR_Click()
 {
     Suma_Sel = 0;
@@ -1024,20 +1066,26 @@ void Consola::Sumarizar_Click()
     Reenlaza();
 }
 
+void Consola::Aplica_Referencia(int i)
+{
+    Celdas(i, 6) = m.Ref_Cod_Proveedor;
+    Celdas(i, 7) = m.Ref_Nombre_Proveedor;
+    Celdas(i, 9) = m.Ref_Banco;
+    Celdas(i, 10) = m.Ref_Nombre_Banco;
+    Celdas(i, 11) = m.Ref_Referencia;
+    // The estimate becomes the payment.
+    Celdas(i, 15) = Celdas(i, 8);
+    Celdas(i, 17) = 0;
+    Celdas(i, 14) = m.Ref_Opcion;
+}
+
 void Consola::APLICAR_PAGO()
 {
     for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
         if (!(Celdas(i, 17) == -1))
             continue;
         m.I = i;
-        Celdas(i, 6) = m.Ref_Cod_Proveedor;
-        Celdas(i, 7) = m.Ref_Nombre_Proveedor;
-        Celdas(i, 9) = m.Ref_Banco;
-        Celdas(i, 10) = m.Ref_Nombre_Banco;
-        Celdas(i, 11) = m.Ref_Referencia;
-        Celdas(i, 15) = Celdas(i, 8);
-        Celdas(i, 17) = 0;
-        Celdas(i, 14) = m.Ref_Opcion;
+        Aplica_Referencia(i);
         Monto_Texto = Txt(i, 8).remove(QLatin1Char('.'));
         Monto_Calc = CDbl(Monto_Texto);
         Tipo_Serv = CInt(Num(i, 18));

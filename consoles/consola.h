@@ -144,6 +144,23 @@ protected:
     virtual void Servicio_Editado(int fila);
     // How Text5 shows Suma_Sel.
     virtual QString Formato_Suma() const { return QStringLiteral("###,##0"); }
+    // The assignments of a saved row between "ganancia" and "tipo_servicio":
+    // here g1 to g3, the moment and prices of a payment run, bancozelle.
+    virtual QString Asignaciones_Ganancia(int fila, const QString& Hoy, const QString& Ahora);
+
+    // ---- pieces of the console's own routines that the variants share
+    // " g1 = ... g3 = ...," of a saved row, the gain split with the provider from service 50.
+    QString Asignaciones_G(int fila);
+    // Columns 9 to 11, 13, 14, 17, 18 and 22 of a loaded row.
+    void Llena_Datos(int fila, const QString& banco, int16_t servicio);
+    // Footers of columns 0, 2, 5, 8 and 15.
+    void Pies_Comunes();
+    // The name of a typed bank; false, with the message and the cell emptied, for an unknown one.
+    bool Banco_Registrado(int fila, const QString& codigo);
+    // Columns 6, 7, 9 to 11, 14, 15 and 17 of a ticked row from the payment dialog.
+    void Aplica_Referencia(int fila);
+    // FIJAR of the consoles without ticks: the price on every unpaid row, no sum.
+    void Fijar_Sin_Marcas();
 
     // Sets the matrix on the grid again and rebinds it, keeping the current cell.
     void Reenlaza();

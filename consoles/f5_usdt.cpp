@@ -1,0 +1,173 @@
+#include "f5_usdt.h"
+#include "fallo.h"
+#include "module1.h"
+#include "numeros.h"
+
+#include <cmath>
+
+using namespace Numeros;
+
+F5_USDT::F5_USDT(Module1& m, MDIForm1& principal)
+    : Consola(m, principal, QStringLiteral("F5_USDT"), QStringLiteral("F5_USDT :       CONSULTAS USDT"))
+{
+}
+
+void F5_USDT::Form_Load() { Colocar(10, 101, 20050, 10000); }
+
+std::vector<Consola::DefColumna> F5_USDT::Columnas() const
+{
+    std::vector<DefColumna> c = Consola::Columnas();
+    c.resize(23);
+    const std::pair<const char*, int> propias[23] = {
+        {"Fecha", 1100},     {"Sec.", 600},     {"C-C", 600},  {"Cliente", 2500}, {"Envio", 1200},
+        {"Recibido", 1000},  {"C-P", 600},      {"Proveedor", 2000}, {"Estimado", 1200}, {"C-B", 600},
+        {"Banco", 100},      {"Referencia", 800}, {"", 400},   {"Op", 400},       {"T", 300},
+        {"Pagado", 1200},    {"Moneda", 850},   {"Sel", 400},  {"T-S", 500},      {"Servicio", 1400},
+        {" %", 700},         {" G", 1200},      {"Nota", 1},
+    };
+    for (size_t i = 0; i < c.size(); ++i) {
+        c[i].titulo = propias[i].first;
+        c[i].ancho = propias[i].second;
+    }
+    return c;
+}
+
+std::vector<std::pair<int, int>> F5_USDT::Movidas() const
+{
+    return {{13, 1}, {16, 10}, {12, 16}, {18, 16}, {19, 17}, {22, 5}};
+}
+
+void F5_USDT::Prepara_Campos()
+{
+    Consola::Prepara_Campos();
+    Total_Ganancia = 0;
+}
+
+void F5_USDT::Llena_Fila(int i)
+{
+    static const FormatoNumero fEnvio(QStringLiteral("#,###.00"));
+    static const FormatoNumero fRecibido(QStringLiteral("####.00"));
+    static const FormatoNumero fMoneda(QStringLiteral("###0.00"));
+    static const FormatoNumero fPrecio(QStringLiteral("###0.0000"));
+    static const FormatoNumero fMiles(QStringLiteral("###,###.00"));
+    static const FormatoNumero fPorcentaje(QStringLiteral("###0.00"));
+    static const FormatoNumero fGanancia(QStringLiteral("#,##0.00"));
+
+    const Campos& c = campos;
+    const QString banco = Campo(c.C_Banco).aTexto();
+    const bool devuelta = banco == QLatin1String("7777");
+    const double enviado = Campo(c.Enviado).aDouble();
+    const double recibido = Campo(c.recibido).aDouble();
+    const double pago = Campo(c.Pago).aDouble();
+    const double confirmacion = Campo(c.confirmacion).aDouble();
+    const int16_t servicio = CInt(Campo(c.tipo_servicio).aDouble());
+    const int16_t cliente = CInt(Campo(c.C_CLIENTE).aDouble());
+    const int16_t proveedor = CInt(Campo(c.C_proveedor).aDouble());
+
+    Celdas(i, 0) = Fecha_Vista(0, Campo(c.Fecha).aTexto());
+    Celdas(i, 1) = Codigo(Campo(c.secuenciA).aDouble());
+    Celdas(i, 2) = Codigo(cliente);
+    Celdas(i, 3) = m.Nombre_Cliente(cliente);
+    Celdas(i, 4) = Cifra(4, fEnvio, enviado);
+    Celdas(i, 5) = Cifra(5, fRecibido, recibido);
+    Celdas(i, 6) = Codigo(proveedor);
+    Celdas(i, 7) = m.Nombre_Proveedor(proveedor);
+    if (confirmacion > 0)
+        Celdas(i, 16) = Cifra(16, fMoneda, confirmacion);
+    m.K = servicio;
+    if (banco.isEmpty()) {
+        // Unpaid: the price of the moment, and the estimate at it, decimals kept.
+        const double precio = m.Monto_T(servicio);
+        Celdas(i, 16) = Cifra(-1, fPrecio, precio);
+        const double bs = enviado * precio;
+        Celdas(i, 8) = Cifra(8, fMiles, bs);
+        Total_Estimado += bs;
+    } else {
+        Celdas(i, 15) = Cifra(15, fMiles, pago);
+    }
+    Llena_Datos(i, banco, servicio);
+    Celdas(i, 19) = m.Servicios_T(servicio)[2].left(15);
+
+    // A row stored without its gain is all gain.
+    double ganancia = Campo(c.Ganancia).aDouble();
+    if (ganancia == 0)
+        ganancia = 100;
+    Ganancia_Fila = recibido * ganancia / 100;
+    Celdas(i, 20) = Cifra(20, fPorcentaje, ganancia);
+    Celdas(i, 21) = Cifra(21, fGanancia, Ganancia_Fila);
+    if (devuelta) {
+        Celdas(i, 20) = QString();
+        Celdas(i, 21) = QString();
+    } else {
+        Total_Ganancia += Ganancia_Fila;
+        Total_Enviado += enviado;
+        Total_Recibido += recibido;
+    }
+    if (!banco.isEmpty())
+        Total_Pagado += pago;
+    ++Total_Filas;
+}
+
+void F5_USDT::Escribe_Pies()
+{
+    Pies_Comunes();
+    GRID->Columns(20).setFooterText(QString());
+    GRID->Columns(21).setFooterText(QString());
+    if (Total_Ganancia > 0) {
+        GRID->Columns(21).setFooterText(Format(Total_Ganancia, QStringLiteral("#,##0.00")));
+        // The percentage of the whole, weighted by what each row received.
+        GRID->Columns(20).setFooterText(Format(100 * (Total_Ganancia / Total_Recibido), QStringLiteral("##0.00")));
+    }
+}
+
+void F5_USDT::CALCULA_PORCENTAJE(double& Monto, int16_t&)
+{
+    Porcentaje = 0;
+    if (m.Dolar_Param == 0)
+        throw FalloEjecucion::divisionPorCero();
+    const float cociente = CSng(double(CSng(Monto)) / double(m.Dolar_Param));
+    Porcentaje = CSng(std::fabs(double(cociente) - 1.0) * 100.0);
+}
+
+void F5_USDT::Porcentaje_De_Moneda(int i)
+{
+    Monto_Calc = Num(i, 16);
+    Tipo_Serv = CInt(Num(i, 18));
+    CALCULA_PORCENTAJE(Monto_Calc, Tipo_Serv);
+    Celdas(i, 20) = Format(double(Porcentaje), QStringLiteral("##0.00"));
+}
+
+void F5_USDT::Banco_Pago(int i, const QString& codigo)
+{
+    if (!Banco_Registrado(i, codigo))
+        return;
+    // What was sent at the row's price, cut to bolivars, whatever the service.
+    const float bs = CSng(Num(i, 4) * Num(i, 16));
+    Celdas(i, 15) = Format(Int(bs), QStringLiteral("###,##0.00"));
+    Celdas(i, 8) = QString();
+    Porcentaje_De_Moneda(i);
+    Reenlaza();
+    GRID->setCol(11);
+}
+
+void F5_USDT::Banco_Reverso(int i)
+{
+    Celdas(i, 8) = Celdas(i, 15);
+    for (int c : {6, 7, 9, 10, 11})
+        Celdas(i, c) = QString();
+    Celdas(i, 15) = QStringLiteral("0");
+    Celdas(i, 20) = QStringLiteral("0");
+    Reenlaza();
+}
+
+void F5_USDT::APLICAR_PAGO()
+{
+    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+        if (!(Celdas(i, 17) == -1))
+            continue;
+        m.I = i;
+        Aplica_Referencia(i);
+        Porcentaje_De_Moneda(i);
+    }
+    Reenlaza();
+}

@@ -1,0 +1,77 @@
+#include "form2_pago.h"
+#include "module1.h"
+#include "numeros.h"
+
+Form2_Pago::Form2_Pago(Module1& m, MDIForm1& principal)
+    : Consola(m, principal, QStringLiteral("Form2_Pago"), QStringLiteral("Form2_Pago :       CONSULTAS POR FECHA DE PAGO"))
+{
+}
+
+std::vector<Consola::DefColumna> Form2_Pago::Columnas() const
+{
+    std::vector<DefColumna> c = Consola::Columnas();
+    c.resize(26);
+    c[3].ancho = 3000;
+    c[7].ancho = 2000;
+    c[8].titulo = "Fecha de Pago";
+    c[8].ancho = 2200;
+    c[12].titulo = "Z";
+    c[12].ancho = 300;
+    c[14].ancho = 300;
+    // The percentages and gains are loaded and saved, but not for the eye.
+    for (int col = 20; col <= 25; ++col)
+        c[size_t(col)].ancho = 1;
+    return c;
+}
+
+std::vector<std::pair<int, int>> Form2_Pago::Movidas() const
+{
+    std::vector<std::pair<int, int>> movidas = Consola::Movidas();
+    movidas.pop_back(); // the Zelle bank's column 31 is not here
+    return movidas;
+}
+
+QString Form2_Pago::Fecha_Y_Hora(const QString& fecha_pago, const QString& hora_pago)
+{
+    const QString fecha = fecha_pago.isEmpty() ? QString() : Module1::Fecha_DMA(fecha_pago);
+    return fecha + QLatin1Char(' ') + hora_pago;
+}
+
+void Form2_Pago::Llena_Fila(int i)
+{
+    // The estimate is worked out as in the console by date and dropped.
+    const double estimado = Total_Estimado;
+    Consola::Llena_Fila(i);
+    Total_Estimado = estimado;
+    Celdas(i, 8) = Fecha_Y_Hora(Campo(campos.fecha_pago).aTexto(), Campo(campos.hora_pago).aTexto());
+    Celdas(i, 12) = Campo(campos.bancozelle).aTexto();
+}
+
+void Form2_Pago::Escribe_Pies()
+{
+    Consola::Escribe_Pies();
+    GRID->Columns(8).setFooterText(QString());
+}
+
+void Form2_Pago::Banco_Reverso(int i)
+{
+    // Back to unpaid, all of what was received as gain; no provider's gift is touched.
+    Celdas(i, 8) = Celdas(i, 15);
+    Celdas(i, 6) = QStringLiteral("0000");
+    for (int c : {7, 9, 10, 11})
+        Celdas(i, c) = QString();
+    Celdas(i, 15) = QStringLiteral("0");
+    Celdas(i, 20) = QStringLiteral("100");
+    for (int c : {21, 23, 24})
+        Celdas(i, c) = Celdas(i, 5);
+    Celdas(i, 25) = QStringLiteral("0");
+    Reenlaza();
+}
+
+void Form2_Pago::Servicio_Editado(int i)
+{
+    // No guard on the code: one above the services' table stops the program.
+    Celdas(i, 19) = m.Servicios_T(long(Numeros::CInt(Num(i, 18))))[2];
+    Reenlaza();
+    GRID->setCol(18);
+}
