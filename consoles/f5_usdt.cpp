@@ -3,6 +3,8 @@
 #include "module1.h"
 #include "numeros.h"
 
+#include <QPushButton>
+
 #include <cmath>
 
 using namespace Numeros;
@@ -10,6 +12,10 @@ using namespace Numeros;
 F5_USDT::F5_USDT(Module1& m, MDIForm1& principal)
     : Consola(m, principal, QStringLiteral("F5_USDT"), QStringLiteral("F5_USDT :       CONSULTAS USDT"))
 {
+    // The screen is a little narrower than the other consoles: the grid and
+    // "Salir" end inside it.
+    GRID->resize(GRID->width() - 16, GRID->height());
+    SALIR->move(SALIR->x() - 16, SALIR->y());
 }
 
 void F5_USDT::Form_Load() { Colocar(10, 101, 20050, 10000); }
