@@ -989,6 +989,27 @@ void Consola::Quitar_Marcas()
         Celdas(i, 17) = 0;
 }
 
+void Consola::Rechaza_Seleccion(const QString& texto)
+{
+    MsgBox(texto, Mensajes::vbCritical);
+    Quitar_Marcas();
+    Reenlaza();
+}
+
+bool Consola::Recorre_Marcadas(const std::function<bool(int)>& marcada)
+{
+    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+        m.I = i;
+        if (i == -1) {
+            MsgBox(QStringLiteral("Error : No hay información para procesar"), Mensajes::vbCritical);
+            return false;
+        }
+        if (Celdas(i, 17) == -1 && !marcada(i))
+            return false;
+    }
+    return true;
+}
+
 void Consola::Sumarizar_Click()
 {
     m.Sel_Cuenta = 0;
@@ -996,24 +1017,18 @@ void Consola::Sumarizar_Click()
     Suma_Sel = 0;
     int j = 0;
     m.J = j;
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
-        m.I = i;
-        if (i == -1) {
-            MsgBox(QStringLiteral("Error : No hay información para procesar"), Mensajes::vbCritical);
-            return;
-        }
-        if (!(Celdas(i, 17) == -1))
-            continue;
+    const bool sigue = Recorre_Marcadas([&](int i) {
         if (Celdas(i, 8) == 0) {
             // A paid row among the ticked ones: nothing is paid, every tick goes.
-            MsgBox(QStringLiteral("Error : conflicto en la selección. Hay movimientos pagados"), Mensajes::vbCritical);
-            Quitar_Marcas();
-            Reenlaza();
-            return;
+            Rechaza_Seleccion(QStringLiteral("Error : conflicto en la selección. Hay movimientos pagados"));
+            return false;
         }
         m.J = ++j;
         m.Sel_Total += Num(i, 8);
-    }
+        return true;
+    });
+    if (!sigue)
+        return;
     if (j == 0) {
         MsgBox(QStringLiteral("Error : No selecciono información"), Mensajes::vbCritical);
         return;
@@ -1120,32 +1135,24 @@ void Consola::PREPARAR_RECIBO()
     int j = 0;
     m.J = j;
     int fila = -1;
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
-        m.I = i;
-        if (i == -1) {
-            MsgBox(QStringLiteral("Error : No hay información para procesar"), Mensajes::vbCritical);
-            return;
-        }
-        if (!(Celdas(i, 17) == -1))
-            continue;
+    const bool sigue = Recorre_Marcadas([&](int i) {
         if (Num(i, 8) > 0) {
             // An estimate still standing: the row is not paid.
-            MsgBox(QStringLiteral("Error : La Transacción no esta pagada"), Mensajes::vbCritical);
-            Quitar_Marcas();
-            Reenlaza();
-            return;
+            Rechaza_Seleccion(QStringLiteral("Error : La Transacción no esta pagada"));
+            return false;
         }
         m.J = ++j;
         fila = i;
-    }
+        return true;
+    });
+    if (!sigue)
+        return;
     if (j == 0) {
         MsgBox(QStringLiteral("Error : No selecciono información"), Mensajes::vbCritical);
         return;
     }
     if (j > 1) {
-        MsgBox(QStringLiteral("Error : seleccione una sola Transacción"), Mensajes::vbCritical);
-        Quitar_Marcas();
-        Reenlaza();
+        Rechaza_Seleccion(QStringLiteral("Error : seleccione una sola Transacción"));
         return;
     }
     if (Text6->text().isEmpty()) {

@@ -28,6 +28,7 @@
 
 #include <QString>
 #include <array>
+#include <functional>
 #include <cstdint>
 #include <vector>
 
@@ -204,6 +205,11 @@ private:
     void Precios_Del_Momento();
     void Option2_Click();
     void Quitar_Marcas();
+    // Walks the rows, handing each ticked one to `marcada`; false when nothing
+    // is loaded (the operator is told) or when `marcada` stops the walk.
+    bool Recorre_Marcadas(const std::function<bool(int)>& marcada);
+    // A selection that cannot go on: the operator is told and every tick goes.
+    void Rechaza_Seleccion(const QString& texto);
     // Text7 shows the text for two seconds, the screen held still meanwhile.
     void Aviso(const QString& texto);
 };
