@@ -78,7 +78,7 @@ Alineacion alineacionDe(char a)
 } // namespace
 
 Consola::Consola(Module1& modulo, MDIForm1& p, const QString& nombre, const QString& titulo)
-    : Pantalla(modulo, p, nombre)
+    : Pantalla(modulo, p, nombre), recibo(modulo)
 {
     setWindowTitle(titulo);
 
@@ -209,6 +209,11 @@ Consola::Consola(Module1& modulo, MDIForm1& p, const QString& nombre, const QStr
     connect(FIJAR, &QPushButton::clicked, this, [this] { FIJAR_Click(); });
     connect(Sumarizar, &QPushButton::clicked, this, [this] { Sumarizar_Click(); });
     connect(Check1, &QCheckBox::clicked, this, [this] { Check1_Click(); });
+    Controles::AlPulsarEnter(Text6, [this] { Text6_Enter(); });
+    Text6->installEventFilter(this);
+    connect(RECIBO_PDF, &QPushButton::clicked, this, [this] { RECIBO_PDF_Click(); });
+    connect(RECIBO_XPS, &QPushButton::clicked, this, [this] { RECIBO_XPS_Click(); });
+    connect(COPIAR, &QPushButton::clicked, this, [this] { COPIAR_Click(); });
     connect(GRID, &Rejilla::AfterColEdit, this, [this](int col) { GRID_AfterColEdit(col); });
     connect(GRID, &Rejilla::HeadClick, this, [this](int col) { GRID_HeadClick(col); });
     connect(GRID, &Rejilla::DblClick, this, [this] { GRID_DblClick(); });
@@ -860,6 +865,8 @@ bool Consola::eventFilter(QObject* objeto, QEvent* evento)
         Marcar(GRID->Bookmark());
         return true;
     }
+    if (objeto == Text6 && evento->type() == QEvent::FocusOut)
+        Text6_LostFocus();
     return Pantalla::eventFilter(objeto, evento);
 }
 
@@ -1024,6 +1031,27 @@ void Consola::Quitar_Marcas()
         Celdas(i, 17) = 0;
 }
 
+void Consola::Rechaza_Seleccion(const QString& texto)
+{
+    MsgBox(texto, Mensajes::vbCritical);
+    Quitar_Marcas();
+    Reenlaza();
+}
+
+bool Consola::Recorre_Marcadas(const std::function<bool(int)>& marcada)
+{
+    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+        m.I = i;
+        if (i == -1) {
+            MsgBox(QStringLiteral("Error : No hay información para procesar"), Mensajes::vbCritical);
+            return false;
+        }
+        if (Celdas(i, 17) == -1 && !marcada(i))
+            return false;
+    }
+    return true;
+}
+
 void Consola::Sumarizar_Click()
 {
     m.Sel_Cuenta = 0;
@@ -1031,24 +1059,18 @@ void Consola::Sumarizar_Click()
     Suma_Sel = 0;
     int j = 0;
     m.J = j;
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
-        m.I = i;
-        if (i == -1) {
-            MsgBox(QStringLiteral("Error : No hay información para procesar"), Mensajes::vbCritical);
-            return;
-        }
-        if (!(Celdas(i, 17) == -1))
-            continue;
+    const bool sigue = Recorre_Marcadas([&](int i) {
         if (Celdas(i, 8) == 0) {
             // A paid row among the ticked ones: nothing is paid, every tick goes.
-            MsgBox(QStringLiteral("Error : conflicto en la selección. Hay movimientos pagados"), Mensajes::vbCritical);
-            Quitar_Marcas();
-            Reenlaza();
-            return;
+            Rechaza_Seleccion(QStringLiteral("Error : conflicto en la selección. Hay movimientos pagados"));
+            return false;
         }
         m.J = ++j;
         m.Sel_Total += Num(i, 8);
-    }
+        return true;
+    });
+    if (!sigue)
+        return;
     if (j == 0) {
         MsgBox(QStringLiteral("Error : No selecciono información"), Mensajes::vbCritical);
         return;
@@ -1104,4 +1126,101 @@ void Consola::Check1_Click()
         return;
     principal.Mostrar(QStringLiteral("CONCEPTOS"));
     Check1->setChecked(false);
+}
+
+// ------------------------------------------------------------------ receipts
+
+void Consola::Aviso(const QString& texto)
+{
+    Text7->setText(texto);
+    Text7->setVisible(true);
+    repaint();
+    m.Espera(2);
+    Text7->setVisible(false);
+    repaint();
+}
+
+void Consola::Text6_Enter()
+{
+    if (Text6->text().isEmpty())
+        return;
+    m.Rec_Concepto = m.Nombre_Concepto(CInt(Fix(CDbl(Text6->text()))));
+    // An unknown code comes back as itself: then there is no such concept.
+    if (Text6->text() != m.Rec_Concepto) {
+        Aviso(m.Rec_Concepto);
+    } else {
+        MsgBox(QStringLiteral("Error: Concepto no Existe"), Mensajes::vbCritical);
+        Text6->clear();
+        Text6->setFocus();
+    }
+}
+
+void Consola::Text6_LostFocus()
+{
+    if (!Text6->text().isEmpty())
+        recibo.Cod_Concepto = CInt(Fix(CDbl(Text6->text())));
+}
+
+void Consola::RECIBO_PDF_Click()
+{
+    if (!recibo.Impresora_Es(QStringLiteral("*PDF*")))
+        return;
+    recibo.Es_PDF = true;
+    PREPARAR_RECIBO();
+}
+
+void Consola::RECIBO_XPS_Click()
+{
+    if (!recibo.Impresora_Es(QStringLiteral("*XPS*")))
+        return;
+    recibo.Es_PDF = false;
+    PREPARAR_RECIBO();
+}
+
+void Consola::PREPARAR_RECIBO()
+{
+    m.Sel_Cuenta = 0;
+    int j = 0;
+    m.J = j;
+    int fila = -1;
+    const bool sigue = Recorre_Marcadas([&](int i) {
+        if (Num(i, 8) > 0) {
+            // An estimate still standing: the row is not paid.
+            Rechaza_Seleccion(QStringLiteral("Error : La Transacción no esta pagada"));
+            return false;
+        }
+        m.J = ++j;
+        fila = i;
+        return true;
+    });
+    if (!sigue)
+        return;
+    if (j == 0) {
+        MsgBox(QStringLiteral("Error : No selecciono información"), Mensajes::vbCritical);
+        return;
+    }
+    if (j > 1) {
+        Rechaza_Seleccion(QStringLiteral("Error : seleccione una sola Transacción"));
+        return;
+    }
+    if (Text6->text().isEmpty()) {
+        MsgBox(QStringLiteral("Error : Indique Código del Concepto de Pago"), Mensajes::vbCritical);
+        Text6->setFocus();
+        return;
+    }
+    Quitar_Marcas();
+    m.Rec_Fecha = Module1::Fecha_AMD(Txt(fila, 0));
+    m.Rec_Secuencia = CInt(Num(fila, 1));
+    m.Rec_Operadora = CInt(Num(fila, 13));
+    m.Nom_Cliente = Txt(fila, 3);
+    recibo.Rec_Monto = Txt(fila, 5);
+    Text6->clear();
+    recibo.EMITIR_RECIBO();
+    Reenlaza();
+}
+
+void Consola::COPIAR_Click()
+{
+    recibo.COPIAR();
+    Aviso(QStringLiteral("Recibo Copiado......"));
 }

@@ -23,10 +23,12 @@
 #include "celdas.h"
 #include "formato.h"
 #include "pantalla.h"
+#include "recibo.h"
 #include "rejilla.h"
 
 #include <QString>
 #include <array>
+#include <functional>
 #include <cstdint>
 #include <vector>
 
@@ -106,6 +108,14 @@ public:
     void Sumarizar_Click();
     virtual void APLICAR_PAGO();
     void Check1_Click();
+    // ---- the receipt of one ticked, paid row
+    Recibo recibo;
+    void Text6_Enter();
+    void Text6_LostFocus();
+    void RECIBO_PDF_Click();
+    void RECIBO_XPS_Click();
+    void PREPARAR_RECIBO();
+    void COPIAR_Click();
     void SELECCIONA_Click();
     // The share of the dollars received left after buying the bolivars paid
     // (Monto) at the purchase price; reads column 5 of row I. Into Porcentaje.
@@ -212,4 +222,11 @@ private:
     void Precios_Del_Momento();
     void Option2_Click();
     void Quitar_Marcas();
+    // Walks the rows, handing each ticked one to `marcada`; false when nothing
+    // is loaded (the operator is told) or when `marcada` stops the walk.
+    bool Recorre_Marcadas(const std::function<bool(int)>& marcada);
+    // A selection that cannot go on: the operator is told and every tick goes.
+    void Rechaza_Seleccion(const QString& texto);
+    // Text7 shows the text for two seconds, the screen held still meanwhile.
+    void Aviso(const QString& texto);
 };

@@ -2,13 +2,18 @@
 // leaves at the fixed name, read back as text, its named copy, and the printer
 // test.
 #include "fallo.h"
+#include "form2.h"
+#include "login.h"
 #include "mensajes.h"
 #include "prueba.h"
 #include "recibo.h"
 #include "sesion.h"
 
+#include <QDateEdit>
 #include <QFile>
+#include <QLineEdit>
 #include <QProcess>
+#include <QPushButton>
 
 namespace {
 
@@ -100,6 +105,71 @@ private slots:
         s.m->despliegue.impresora = QStringLiteral("Microsoft XPS Document Writer");
         QVERIFY(r.Impresora_Es(QStringLiteral("*XPS*")));
         QCOMPARE(r.Impresora, QString("Microsoft XPS Document Writer"));
+    }
+
+    // From the console: the refusals in their order, the concept, the receipt
+    // of the one ticked paid row, and its copy.
+    void reciboDesdeLaConsola()
+    {
+        SesionDePrueba s(false);
+        s.base.sql(R"(
+            INSERT INTO clientes VALUES (12, 'MARIA PEREZ', ''), (13, 'JOSE DIAZ', '');
+            INSERT INTO conceptos VALUES (2, 'AYUDA FAMILIAR');
+            INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra, MONTO)
+                VALUES (1, 'TRUMIN', 9, 2, 1, 'T', 364);
+            INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, pago, C_BANCO, operadora,
+                                     tipo_servicio, fecha_pago) VALUES
+             ('20250310', 1, 12, 100, 94.3, 0, '', '1', 1, ''),
+             ('20250310', 7, 13, 200, 188.9, 68000, '0134', '2', 1, '20250311'),
+             ('20250310', 8, 12, 10, 10, 3000, '0102', '1', 1, '20250311');
+        )");
+        LOGIN::Carga_Parametros(*s.m);
+        // Espera's two seconds pass at once on a clock that runs a second a call.
+        s.m->reloj = [t = QDateTime::currentDateTime()]() mutable { return t = t.addSecs(1); };
+        Form2* p = s.abrir<Form2>(QStringLiteral("Form2"));
+        p->Fecha1->setDate(QDate(2025, 3, 10));
+        p->Fecha2->setDate(QDate(2025, 3, 10));
+        p->SELECCIONA->click();
+        QCOMPARE(p->Celdas.UpperBound(1), 2);
+
+        const auto recibo = [&](std::initializer_list<int> filas) {
+            for (int f : filas)
+                p->Marcar(f);
+            p->RECIBO_PDF->click();
+            return s.ultimoMensaje();
+        };
+        QCOMPARE(recibo({}), QString("Error : No selecciono información"));
+        QCOMPARE(recibo({0}), QString("Error : La Transacción no esta pagada"));
+        QVERIFY(p->Celdas.Value(0, 17) == 0);
+        QCOMPARE(recibo({1, 2}), QString("Error : seleccione una sola Transacción"));
+        QVERIFY(p->Celdas.Value(1, 17) == 0 && p->Celdas.Value(2, 17) == 0);
+        QCOMPARE(recibo({1}), QString("Error : Indique Código del Concepto de Pago"));
+        QCOMPARE(s.mensajes.last().estilo, Mensajes::vbCritical);
+        QVERIFY(p->Celdas.Value(1, 17) == -1); // the tick stays
+
+        // An unknown code is refused; "02" is not the text "2" and passes.
+        p->Text6->setText("5");
+        p->Text6_Enter();
+        QCOMPARE(s.ultimoMensaje(), QString("Error: Concepto no Existe"));
+        QVERIFY(p->Text6->text().isEmpty());
+        p->Text6->setText("02");
+        p->Text6_Enter();
+        QCOMPARE(p->Text7->text(), QString("AYUDA FAMILIAR"));
+        QVERIFY(p->Text7->isHidden());
+        p->Text6_LostFocus();
+        const int mensajes = s.mensajes.size();
+        p->RECIBO_PDF->click();
+        QCOMPARE(s.mensajes.size(), mensajes);
+        QVERIFY(p->Text6->text().isEmpty());
+        QVERIFY(p->Celdas.Value(1, 17) == 0);
+
+        const QString texto = poppler("pdftotext", p->recibo.Recibo_Origen).simplified();
+        for (const char* parte : {"Noelina Varkos", "NUM. RECIBO...........250310007", "CLIENTE....................JOSE DIAZ",
+                                  "CONCEPTO...............AYUDA FAMILIAR", "MONTO TOTAL..........188,90 ($ USD)"})
+            QVERIFY2(texto.contains(QString::fromUtf8(parte)), parte);
+        p->COPIAR->click();
+        QVERIFY(QFile::exists(s.m->despliegue.carpetaRecibos + "/250310007  JOSE DIAZ.pdf"));
+        QCOMPARE(p->Text7->text(), QString("Recibo Copiado......"));
     }
 };
 
