@@ -770,7 +770,7 @@ void Consola::Banco_Devolucion(int i)
     Reenlaza();
 }
 
-void Consola::Banco_Reverso(int i)
+void Consola::A_No_Pagada(int i)
 {
     // Back to unpaid: what was paid is the estimate again, and all of what
     // was received counts as gain until the row is paid anew.
@@ -782,6 +782,11 @@ void Consola::Banco_Reverso(int i)
     for (int c : {21, 23, 24})
         Celdas(i, c) = Celdas(i, 5);
     Celdas(i, 25) = QStringLiteral("0");
+}
+
+void Consola::Banco_Reverso(int i)
+{
+    A_No_Pagada(i);
     Celdas(i, 26) = QString();
     Celdas(i, 27) = QString();
     for (int c : {28, 29, 30})
@@ -1088,36 +1093,36 @@ void Consola::Sumarizar_Click()
     Reenlaza();
 }
 
-void Consola::Aplica_Referencia(int i)
-{
-    Celdas(i, 6) = m.Ref_Cod_Proveedor;
-    Celdas(i, 7) = m.Ref_Nombre_Proveedor;
-    Celdas(i, 9) = m.Ref_Banco;
-    Celdas(i, 10) = m.Ref_Nombre_Banco;
-    Celdas(i, 11) = m.Ref_Referencia;
-    // The estimate becomes the payment.
-    Celdas(i, 15) = Celdas(i, 8);
-    Celdas(i, 17) = 0;
-    Celdas(i, 14) = m.Ref_Opcion;
-}
-
 void Consola::APLICAR_PAGO()
 {
     for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
         if (!(Celdas(i, 17) == -1))
             continue;
         m.I = i;
-        Aplica_Referencia(i);
-        Monto_Texto = Txt(i, 8).remove(QLatin1Char('.'));
-        Monto_Calc = CDbl(Monto_Texto);
-        Tipo_Serv = CInt(Num(i, 18));
-        Celdas(i, 8) = 0;
-        CALCULA_PORCENTAJE(Monto_Calc, Tipo_Serv);
-        Celdas(i, 20) = Format(double(Porcentaje), QStringLiteral("##0.00"));
-        // Only the batch payment adds this half cent to the percentage.
-        Celdas(i, 21) = Format(Num(i, 5) * (double(Porcentaje) + 0.005) / 100, QStringLiteral("##0.00"));
+        Celdas(i, 6) = m.Ref_Cod_Proveedor;
+        Celdas(i, 7) = m.Ref_Nombre_Proveedor;
+        Celdas(i, 9) = m.Ref_Banco;
+        Celdas(i, 10) = m.Ref_Nombre_Banco;
+        Celdas(i, 11) = m.Ref_Referencia;
+        // The estimate becomes the payment.
+        Celdas(i, 15) = Celdas(i, 8);
+        Celdas(i, 17) = 0;
+        Celdas(i, 14) = m.Ref_Opcion;
+        Ganancia_Del_Pago(i);
     }
     Reenlaza();
+}
+
+void Consola::Ganancia_Del_Pago(int i)
+{
+    Monto_Texto = Txt(i, 8).remove(QLatin1Char('.'));
+    Monto_Calc = CDbl(Monto_Texto);
+    Tipo_Serv = CInt(Num(i, 18));
+    Celdas(i, 8) = 0;
+    CALCULA_PORCENTAJE(Monto_Calc, Tipo_Serv);
+    Celdas(i, 20) = Format(double(Porcentaje), QStringLiteral("##0.00"));
+    // Only the batch payment adds this half cent to the percentage.
+    Celdas(i, 21) = Format(Num(i, 5) * (double(Porcentaje) + 0.005) / 100, QStringLiteral("##0.00"));
 }
 
 void Consola::Check1_Click()

@@ -152,6 +152,8 @@ protected:
     virtual void Banco_Reverso(int fila);
     virtual void Banco_Pago(int fila, const QString& codigo);
     virtual void Servicio_Editado(int fila);
+    // The payment run, after the dialog's fields are in a ticked row: its gain.
+    virtual void Ganancia_Del_Pago(int fila);
     // How Text5 shows Suma_Sel.
     virtual QString Formato_Suma() const { return QStringLiteral("###,##0"); }
     // The assignments of a saved row between "ganancia" and "tipo_servicio":
@@ -167,8 +169,8 @@ protected:
     void Pies_Comunes();
     // The name of a typed bank; false, with the message and the cell emptied, for an unknown one.
     bool Banco_Registrado(int fila, const QString& codigo);
-    // Columns 6, 7, 9 to 11, 14, 15 and 17 of a ticked row from the payment dialog.
-    void Aplica_Referencia(int fila);
+    // The cells of a row taken back to unpaid, up to column 25.
+    void A_No_Pagada(int fila);
     // FIJAR of the consoles without ticks: the price on every unpaid row, no sum.
     void Fijar_Sin_Marcas();
 

@@ -135,7 +135,7 @@ void F5_USDT::CALCULA_PORCENTAJE(double& Monto, int16_t&)
     Porcentaje = CSng(std::fabs(double(cociente) - 1.0) * 100.0);
 }
 
-void F5_USDT::Porcentaje_De_Moneda(int i)
+void F5_USDT::Ganancia_Del_Pago(int i)
 {
     Monto_Calc = Num(i, 16);
     Tipo_Serv = CInt(Num(i, 18));
@@ -151,7 +151,7 @@ void F5_USDT::Banco_Pago(int i, const QString& codigo)
     const float bs = CSng(Num(i, 4) * Num(i, 16));
     Celdas(i, 15) = Format(Int(bs), QStringLiteral("###,##0.00"));
     Celdas(i, 8) = QString();
-    Porcentaje_De_Moneda(i);
+    Ganancia_Del_Pago(i);
     Reenlaza();
     GRID->setCol(11);
 }
@@ -166,14 +166,3 @@ void F5_USDT::Banco_Reverso(int i)
     Reenlaza();
 }
 
-void F5_USDT::APLICAR_PAGO()
-{
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
-        if (!(Celdas(i, 17) == -1))
-            continue;
-        m.I = i;
-        Aplica_Referencia(i);
-        Porcentaje_De_Moneda(i);
-    }
-    Reenlaza();
-}

@@ -15,7 +15,6 @@ public:
 
     void Form_Load() override;
     void FIJAR_Click() override { Fijar_Sin_Marcas(); }
-    void APLICAR_PAGO() override;
     // Monto is the row's "Moneda" price, taken as a single; the service plays no part.
     void CALCULA_PORCENTAJE(double& Monto, int16_t& Servicio) override;
 
@@ -36,8 +35,6 @@ protected:
     void Banco_Pago(int fila, const QString& codigo) override;
     QString Formato_Suma() const override { return QStringLiteral("###,##0.00"); }
     QString Asignaciones_Ganancia(int, const QString&, const QString&) override { return {}; }
-
-private:
-    // The "Moneda" of row I through CALCULA_PORCENTAJE into column 20.
-    void Porcentaje_De_Moneda(int fila);
+    // The "Moneda" of the row through CALCULA_PORCENTAJE into column 20; column 21 is left.
+    void Ganancia_Del_Pago(int fila) override;
 };

@@ -55,16 +55,9 @@ void Form2_Pago::Escribe_Pies()
 
 void Form2_Pago::Banco_Reverso(int i)
 {
-    // Back to unpaid, all of what was received as gain; no provider's gift is touched.
-    Celdas(i, 8) = Celdas(i, 15);
+    // Back to unpaid; no provider's gift is touched.
+    A_No_Pagada(i);
     Celdas(i, 6) = QStringLiteral("0000");
-    for (int c : {7, 9, 10, 11})
-        Celdas(i, c) = QString();
-    Celdas(i, 15) = QStringLiteral("0");
-    Celdas(i, 20) = QStringLiteral("100");
-    for (int c : {21, 23, 24})
-        Celdas(i, c) = Celdas(i, 5);
-    Celdas(i, 25) = QStringLiteral("0");
     Reenlaza();
 }
 
