@@ -53,9 +53,12 @@ Dialogo::Dialogo(Module1& modulo, QWidget* padre) : QDialog(padre), m(modulo)
     campo(1, 145, 78, 70, false);
     // A provider is a code of digits: nothing else can reach the look-up.
     Text2[1]->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,4}")), Text2[1]));
-    campo(3, 222, 78, 236, true);
+    // The name comes from the code, and the operator may still correct it.
+    campo(3, 222, 78, 236, false);
     etiqueta("Referencia", 112);
     campo(2, 145, 112, 200, false);
+    setTabOrder(Text2[1], Text2[2]);
+    setTabOrder(Text2[2], Text2[3]);
 
     auto marco = [this](const char* titulo, int x, const std::array<const char*, 3>& opciones,
                         std::array<QRadioButton*, 3>& botones, const QString& arreglo) {

@@ -143,10 +143,10 @@ Consola::Consola(Module1& modulo, MDIForm1& p, const QString& nombre, const QStr
     etiqueta(QStringLiteral("$"), 1118, 6, 12);
     Text8 = campo(QStringLiteral("Text8"), QStringLiteral("Dólar de referencia"), 1130, 6, 90);
     Text9 = campo(QStringLiteral("Text9"), QStringLiteral("Dólar base"), 1226, 6, 90);
-    for (QLineEdit* t : {Text8, Text9}) {
-        t->setReadOnly(true);
-        t->setAlignment(Qt::AlignRight);
-    }
+    // The prices a payment run stores with its rows: shown at each query, and
+    // the operator may correct them before paying.
+    Text8->setAlignment(Qt::AlignRight);
+    Text9->setAlignment(Qt::AlignRight);
 
     marco(QStringLiteral("Seleccionar"), 8, 280, {"Todos", "Pagados", "No Pagados"}, Option1.data(),
           QStringLiteral("Option1"));
@@ -977,6 +977,9 @@ void Consola::GRID_DblClick()
     const int fila = GRID->Bookmark();
     if (fila < 0)
         return;
+    // The first click of a double click on "Sel" ticked the row: it is not a tick.
+    if (GRID->Col() == 17)
+        Marcar(fila);
     m.Rec_Fecha = Txt(fila, 0);
     m.K = Txt(fila, 1);
     const QString banco = Txt(fila, 9);
