@@ -13,14 +13,14 @@ BANCOS::BANCOS(Module1& modulo, MDIForm1& p)
     };
     camposDeIngreso_ = {0, 1, 2, 3};
 
-    rejilla(10, 10, 400, 560);
-    etiqueta(0, QStringLiteral("Código"), 430, 20, 100);
-    campo(1, QStringLiteral("Código"), 540, 20, 70, 4);
-    etiqueta(2, QStringLiteral("Descripción"), 430, 54, 100);
-    campo(3, QStringLiteral("Descripción"), 540, 54, 330);
-    INCLUIR = boton(QStringLiteral("INCLUIR"), QStringLiteral("Incluir Banco"), 430, 100, 200);
-    Procesar = boton(QStringLiteral("Procesar"), QStringLiteral("Procesar Ingreso"), 640, 100, 200);
-    SALIR = boton(QStringLiteral("SALIR"), QStringLiteral("Salir"), 430, 540, 200);
+    rejilla(10, 10, 370, 560);
+    etiqueta(0, QStringLiteral("Código"), 400, 20, 100);
+    campo(1, QStringLiteral("Código"), 510, 20, 70, 4);
+    etiqueta(2, QStringLiteral("Descripción"), 400, 54, 100);
+    campo(3, QStringLiteral("Descripción"), 510, 54, 330);
+    INCLUIR = boton(QStringLiteral("INCLUIR"), QStringLiteral("Incluir Banco"), 400, 100, 200);
+    Procesar = boton(QStringLiteral("Procesar"), QStringLiteral("Procesar Ingreso"), 610, 100, 200);
+    SALIR = boton(QStringLiteral("SALIR"), QStringLiteral("Salir"), 400, 540, 200);
 
     connect(INCLUIR, &QPushButton::clicked, this, [this] { INCLUIR_Click(); });
     connect(Procesar, &QPushButton::clicked, this, [this] { Procesar_Click(); });

@@ -17,10 +17,10 @@ BANCOS_ZELLE::BANCOS_ZELLE(Module1& modulo, MDIForm1& p)
     enviadas_ = {0, 1};
     recargaCache_ = true;
 
-    rejilla(10, 10, 400, 360);
-    INCLUIR = boton(QStringLiteral("INCLUIR"), QStringLiteral("Incluir Concepto"), 430, 20, 200);
-    MODIFICAR = boton(QStringLiteral("MODIFICAR"), QStringLiteral("Procesar Modificaciones"), 430, 60, 200);
-    SALIR = boton(QStringLiteral("SALIR"), QStringLiteral("Salir"), 430, 340, 200);
+    rejilla(10, 10, 370, 360);
+    INCLUIR = boton(QStringLiteral("INCLUIR"), QStringLiteral("Incluir Concepto"), 400, 20, 200);
+    MODIFICAR = boton(QStringLiteral("MODIFICAR"), QStringLiteral("Procesar Modificaciones"), 400, 60, 200);
+    SALIR = boton(QStringLiteral("SALIR"), QStringLiteral("Salir"), 400, 340, 200);
 
     connect(MODIFICAR, &QPushButton::clicked, this, [this] { MODIFICAR_Click(); });
     connect(SALIR, &QPushButton::clicked, this, [this] { Unload(); });

@@ -27,9 +27,9 @@ Proveedores::Proveedores(Module1& modulo, MDIForm1& p)
     bandera_ = 3;
     camposDeIngreso_ = {0, 1, 2, 3, 4, 5};
 
-    rejilla(10, 10, 720, 560);
+    rejilla(10, 10, 640, 560);
     GRID->setColumnFooters(true);
-    const int x = 750;
+    const int x = 670;
     etiqueta(0, QStringLiteral("Código"), x, 20, 100);
     campo(1, QStringLiteral("Código"), x + 110, 20, 60, 4);
     etiqueta(2, QStringLiteral("Descripción"), x, 54, 100);
