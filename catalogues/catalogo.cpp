@@ -79,10 +79,7 @@ void Catalogo::Carga_Grid()
     if (Procesar && !camposDeIngreso_.isEmpty())
         Procesar->hide();
     Prepara_Grid();
-    m.Cierra_Rs();
-    m.Prepara_Comando(lista_);
-    Parametros_Lista();
-    m.Ejecuta_Comando();
+    Llama(lista_, Parametros_Lista());
     Llena_Grid();
 }
 
@@ -127,20 +124,10 @@ QList<Valor> Catalogo::Valores_Modificar(int fila)
 void Catalogo::MODIFICAR_Click()
 {
     GRID->Update();
-    for (int fila = Celdas.LowerBound(1); fila <= Celdas.UpperBound(1); ++fila) {
-        if (!Celdas.Value(fila, bandera_).esVerdadero())
-            continue;
-        m.Cierra_Rs();
-        m.Prepara_Comando(modifica_);
-        const QList<Valor> valores = Valores_Modificar(fila);
-        for (int i = 0; i < valores.size(); ++i)
-            m.Comando.Parameters(i + 1) = valores[i];
-        m.Ejecuta_Comando();
-    }
-    m.Cierra_Rs();
-    Carga_Grid();
-    if (recargaCache_)
-        m.Carga_Tablas();
+    for (int fila = Celdas.LowerBound(1); fila <= Celdas.UpperBound(1); ++fila)
+        if (Celdas.Value(fila, bandera_).esVerdadero())
+            Llama(modifica_, Valores_Modificar(fila));
+    Recarga(recargaCache_);
 }
 
 void Catalogo::Modo_Ingreso(const QList<int>& vaciar, const QList<int>& mostrar, int foco)
@@ -158,13 +145,23 @@ void Catalogo::Modo_Ingreso(const QList<int>& vaciar, const QList<int>& mostrar,
 
 void Catalogo::Ingresa(const QString& procedimiento, const QList<Valor>& valores, bool recargaCache)
 {
+    Llama(procedimiento, valores);
+    Recarga(recargaCache);
+}
+
+void Catalogo::Llama(const QString& procedimiento, const QList<Valor>& valores)
+{
     m.Cierra_Rs();
     m.Prepara_Comando(procedimiento);
     for (int i = 0; i < valores.size(); ++i)
         m.Comando.Parameters(i + 1) = valores[i];
     m.Ejecuta_Comando();
+}
+
+void Catalogo::Recarga(bool cache)
+{
     m.Cierra_Rs();
     Carga_Grid();
-    if (recargaCache)
+    if (cache)
         m.Carga_Tablas();
 }

@@ -78,8 +78,8 @@ protected:
     bool recargaCache_ = false;      // MODIFICAR reloads the cache
     QList<int> camposDeIngreso_;     // Text1 hidden at each load, with Procesar
 
-    // Parameters of the list procedure, if any.
-    virtual void Parametros_Lista() {}
+    // Values of the list procedure, if any.
+    virtual QList<Valor> Parametros_Lista() const { return {}; }
     // Rs stands on the row just written to Celdas at fila.
     virtual void Fila_Leida(int fila) { Q_UNUSED(fila); }
 
@@ -88,6 +88,10 @@ protected:
     void Modo_Ingreso(const QList<int>& vaciar, const QList<int>& mostrar, int foco);
     // Calls an insert procedure, reloads the grid and, when told, the cache.
     void Ingresa(const QString& procedimiento, const QList<Valor>& valores, bool recargaCache);
+    // One call of a procedure with its values by position; Rs holds its result.
+    void Llama(const QString& procedimiento, const QList<Valor>& valores);
+    // After a save: the grid anew and, when told, the cache.
+    void Recarga(bool cache);
 
     // ---- building the form
     QLineEdit* etiqueta(int indice, const QString& texto, int x, int y, int w);

@@ -151,7 +151,7 @@ void Clientes::List1_Click()
             List1->item(i)->setSelected(false);
 }
 
-void Clientes::Parametros_Lista() { m.Comando.Parameters(1) = Valor(int(Servicio_Filtro)); }
+QList<Valor> Clientes::Parametros_Lista() const { return {Valor(int(Servicio_Filtro))}; }
 
 void Clientes::Carga_Grid()
 {
@@ -173,10 +173,7 @@ void Clientes::Carga_Grid()
 void Clientes::Busca_Click()
 {
     Prepara_Grid();
-    m.Cierra_Rs();
-    m.Prepara_Comando(QStringLiteral("TRU_Busca_CLIENTES"));
-    m.Comando.Parameters(1) = Valor(Text1[5]->text().trimmed());
-    m.Ejecuta_Comando();
+    Llama(QStringLiteral("TRU_Busca_CLIENTES"), {Valor(Text1[5]->text().trimmed())});
     Llena_Grid();
     Text1[5]->setFocus();
 }
@@ -251,11 +248,7 @@ void Clientes::GRABAR_IMAGEN_Click()
         return;
     }
     const QByteArray foto = Lee_Archivo(ruta);
-    m.Cierra_Rs();
-    m.Prepara_Comando(QStringLiteral("TRU_IN_FOTOS"));
-    m.Comando.Parameters(1) = m.K;
-    m.Comando.Parameters(2) = Valor(foto);
-    m.Ejecuta_Comando();
+    Llama(QStringLiteral("TRU_IN_FOTOS"), {m.K, Valor(foto)});
     m.Cierra_Rs();
     Aviso(QStringLiteral("Foto Grabada"));
 }

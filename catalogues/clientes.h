@@ -57,7 +57,7 @@ public:
     std::function<QString()> Dialogo_ShowOpen;
 
 protected:
-    void Parametros_Lista() override;
+    QList<Valor> Parametros_Lista() const override;
 
 private:
     // A message in the photo area, held in view for two seconds.
