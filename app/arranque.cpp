@@ -6,6 +6,7 @@
 #include "form_servicios.h"
 #include "proveedores.h"
 #include "fallo.h"
+#include "form2.h"
 #include "mdiform1.h"
 #include "mensajes.h"
 #include "module1.h"
@@ -73,6 +74,7 @@ void Registra_Pantallas(MDIForm1& p)
     p.Registrar(QStringLiteral("Proveedores"), [](Module1& m, MDIForm1& p) { return new Proveedores(m, p); });
     p.Registrar(QStringLiteral("CONCEPTOS"), [](Module1& m, MDIForm1& p) { return new CONCEPTOS(m, p); });
     p.Registrar(QStringLiteral("Form_SERVICIOS"), [](Module1& m, MDIForm1& p) { return new Form_SERVICIOS(m, p); });
+    p.Registrar(QStringLiteral("Form2"), [](Module1& m, MDIForm1& p) { return new Form2(m, p); });
 }
 
 int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue)

@@ -10,7 +10,9 @@
 -- Codes are indexes in the client (services and USDT rows 0 to 100, Zelle
 -- banks 0 to 10): they are delivered as they stand, since a code beyond the
 -- range is the client's own stop. No column that the client reads is null.
-SELECT C_Banco, COALESCE(D_banco, '') AS D_banco
+-- Bank codes go out in the four digits the transactions store ('0134'), since
+-- the client finds a bank's name by comparing those texts.
+SELECT printf('%04d', C_Banco) AS C_Banco, COALESCE(D_banco, '') AS D_banco
 FROM bancos ORDER BY C_Banco;
 
 SELECT C_CLIENTE, COALESCE(D_cliente, '') AS D_cliente, COALESCE(Revisar, '') AS Revisar

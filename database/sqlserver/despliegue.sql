@@ -301,7 +301,11 @@ CREATE OR ALTER PROCEDURE dbo.TRU_CARGA_TABLAS_03
 AS
 BEGIN
     SET NOCOUNT ON;
-    SELECT C_Banco, COALESCE(D_banco, '') AS D_banco FROM dbo.bancos ORDER BY C_Banco;
+    -- bank codes in the four digits the transactions store ('0134')
+    SELECT CASE WHEN C_Banco BETWEEN 0 AND 9999 THEN RIGHT('0000' + CAST(C_Banco AS varchar(10)), 4)
+                ELSE CAST(C_Banco AS varchar(10)) END AS C_Banco,
+           COALESCE(D_banco, '') AS D_banco
+    FROM dbo.bancos ORDER BY C_Banco;
     SELECT C_CLIENTE, COALESCE(D_cliente, '') AS D_cliente, COALESCE(Revisar, '') AS Revisar
     FROM dbo.clientes ORDER BY C_CLIENTE;
     SELECT C_proveedor, COALESCE(D_proveedor, '') AS D_proveedor, COALESCE(porgan, 0) AS porgan,
@@ -634,6 +638,78 @@ BEGIN
         letra = COALESCE(UPPER(LEFT(LTRIM(RTRIM(@letra)), 1)), letra),
         St_servicio = COALESCE(@estado, St_servicio)
     WHERE C_SERVIcio = @codigo;
+-- The console queries. Filters: dates compared as text ('202301' means "since
+-- January 2023"); payment 0 all, 1 paid (a bank in C_BANCO, '7777' included),
+-- 2 not paid; operator 0 all, else that operator; each text given found in
+-- the client's name, the reference or the note; service 0 all, 98 and 99 the
+-- services of sw_calculos 1 and 2, else that service. The filters but the
+-- dates are the same for the three queries: this function holds them.
+CREATE OR ALTER FUNCTION dbo.TRU_Filtra_Consola
+    (@pago smallint, @operadora smallint, @texto1 varchar(100), @texto2 varchar(100), @servicio int)
+RETURNS TABLE
+AS RETURN
+    SELECT m.*, COALESCE(c.D_cliente, '') AS Cliente
+    FROM dbo.MOVIMIENTOS AS m
+    LEFT JOIN dbo.clientes AS c ON c.C_CLIENTE = m.C_CLIENTE
+    WHERE (@pago = 0 OR (@pago = 1 AND LTRIM(RTRIM(m.C_BANCO)) <> '') OR (@pago = 2 AND LTRIM(RTRIM(m.C_BANCO)) = ''))
+      AND (@operadora = 0 OR LTRIM(RTRIM(m.operadora)) = CAST(@operadora AS varchar(6)))
+      AND (@texto1 = '' OR CHARINDEX(UPPER(@texto1), UPPER(COALESCE(c.D_cliente, ''))) > 0
+           OR CHARINDEX(UPPER(@texto1), UPPER(m.REFERENCIA)) > 0 OR CHARINDEX(UPPER(@texto1), UPPER(m.obs)) > 0)
+      AND (@texto2 = '' OR CHARINDEX(UPPER(@texto2), UPPER(COALESCE(c.D_cliente, ''))) > 0
+           OR CHARINDEX(UPPER(@texto2), UPPER(m.REFERENCIA)) > 0 OR CHARINDEX(UPPER(@texto2), UPPER(m.obs)) > 0)
+      AND (@servicio = 0
+           OR (@servicio IN (98, 99)
+               AND m.tipo_servicio IN (SELECT C_SERVIcio FROM dbo.servicios WHERE sw_calculos = @servicio - 97))
+           OR (@servicio NOT IN (98, 99) AND m.tipo_servicio = @servicio));
+go
+
+-- By the day of the transaction; rows by date, then sequence.
+CREATE OR ALTER PROCEDURE dbo.TRU_CONSULTA_1127
+    @desde varchar(8) = '', @hasta varchar(8) = '', @pago smallint = 0, @operadora smallint = 0,
+    @texto1 varchar(100) = '', @texto2 varchar(100) = '', @servicio int = 0
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT FECHA AS Fecha, SECUENCIA AS secuenciA, C_CLIENTE, Cliente, enviado AS Enviado, recibido,
+           C_PROVEEDOR AS C_proveedor, bancozelle, tipo_servicio, C_BANCO AS C_Banco, confirmacion, pago AS Pago,
+           REFERENCIA AS referencia, operadora, tipo_operacion, obs AS OBS, ganancia AS Ganancia, g1 AS G1,
+           g2 AS G2, g3 AS G3, fecha_pago, hora_pago, dolar1, dolar2
+    FROM dbo.TRU_Filtra_Consola(@pago, @operadora, @texto1, @texto2, @servicio)
+    WHERE FECHA >= @desde AND FECHA <= @hasta
+    ORDER BY FECHA, SECUENCIA;
+END
+go
+
+-- By the day of payment; rows by day and hour of payment.
+CREATE OR ALTER PROCEDURE dbo.TRU_CONSULTA_PAGO_250320
+    @desde varchar(8) = '', @hasta varchar(8) = '', @pago smallint = 0, @operadora smallint = 0,
+    @texto1 varchar(100) = '', @texto2 varchar(100) = '', @servicio int = 0
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT FECHA AS Fecha, SECUENCIA AS secuenciA, C_CLIENTE, Cliente, enviado AS Enviado, recibido,
+           C_PROVEEDOR AS C_proveedor, bancozelle, tipo_servicio, C_BANCO AS C_Banco, confirmacion, pago AS Pago,
+           REFERENCIA AS referencia, operadora, tipo_operacion, obs AS OBS, ganancia AS Ganancia, g1 AS G1,
+           g2 AS G2, g3 AS G3, fecha_pago, hora_pago
+    FROM dbo.TRU_Filtra_Consola(@pago, @operadora, @texto1, @texto2, @servicio)
+    WHERE fecha_pago <> '' AND fecha_pago >= @desde AND fecha_pago <= @hasta
+    ORDER BY fecha_pago, hora_pago, FECHA, SECUENCIA;
+END
+go
+
+-- The USDT transactions (services from 50 up), by the day of the transaction.
+CREATE OR ALTER PROCEDURE dbo.TRU_CONSULTA_USDT
+    @desde varchar(8) = '', @hasta varchar(8) = '', @pago smallint = 0, @operadora smallint = 0,
+    @texto1 varchar(100) = '', @texto2 varchar(100) = '', @servicio int = 0
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT FECHA AS Fecha, SECUENCIA AS secuenciA, C_CLIENTE, enviado AS Enviado, recibido,
+           C_PROVEEDOR AS C_proveedor, tipo_servicio, C_BANCO AS C_Banco, confirmacion, pago AS Pago,
+           REFERENCIA AS referencia, operadora, tipo_operacion, obs AS OBS, ganancia AS Ganancia
+    FROM dbo.TRU_Filtra_Consola(@pago, @operadora, @texto1, @texto2, @servicio)
+    WHERE FECHA >= @desde AND FECHA <= @hasta AND tipo_servicio >= 50
+    ORDER BY FECHA, SECUENCIA;
 END
 go
 

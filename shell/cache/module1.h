@@ -65,6 +65,27 @@ public:
     int16_t Cod_Cliente = 0;
     QString Nom_Cliente;
 
+    // ---- transfer fields between a console, its payment dialog and its
+    //      receipt: the selection the dialog shows (Sel_), what the dialog
+    //      gives back (Ref_; Ref_Aceptado true only when confirmed), the row
+    //      of the receipt or of the deletion (Rec_), and the split of a gain
+    //      with the provider (Porc_)
+    int32_t Sel_Cuenta = 0;
+    double Sel_Total = 0;
+    QString Ref_Cod_Proveedor;
+    QString Ref_Nombre_Proveedor;
+    QString Ref_Referencia;
+    QString Ref_Banco;
+    QString Ref_Nombre_Banco;
+    int16_t Ref_Opcion = 0;
+    bool Ref_Aceptado = false;
+    QString Rec_Fecha;
+    int16_t Rec_Secuencia = 0;
+    int16_t Rec_Operadora = 0;
+    QString Rec_Concepto;
+    int16_t Porc_Gan = 0;
+    int16_t Porc_Cliente = 0;
+
     // ---- routines
     void Cierra_Rs();
     // Runs the procedure in Comando.CommandText with the values set, into Rs.

@@ -43,6 +43,29 @@ bool Recordset::TieneCampo(const QString& nombre) const
     return false;
 }
 
+int Recordset::Ordinal(const QString& nombre) const
+{
+    const auto* c = actual();
+    if (!c)
+        throw FalloEjecucion::objetoCerrado();
+    for (qsizetype i = 0; i < c->columnas.size(); ++i)
+        if (c->columnas[i].compare(nombre, Qt::CaseInsensitive) == 0)
+            return int(i);
+    throw FalloEjecucion::campoNoEncontrado(nombre);
+}
+
+const Valor& Recordset::Fields(int ordinal) const
+{
+    const auto* c = actual();
+    if (!c)
+        throw FalloEjecucion::objetoCerrado();
+    if (fila_ >= c->filas.size())
+        throw FalloEjecucion::finDeDatos();
+    if (ordinal < 0 || size_t(ordinal) >= c->filas[fila_].size())
+        throw FalloEjecucion::fueraDeRango();
+    return c->filas[fila_][size_t(ordinal)];
+}
+
 const Valor& Recordset::Fields(const QString& nombre) const
 {
     const auto* c = actual();

@@ -20,6 +20,12 @@ public:
     // The current row's value of the column, by name, whatever its capitals.
     const Valor& Fields(const QString& nombre) const;
     bool TieneCampo(const QString& nombre) const;
+    // The position of a column in the current set, whatever its capitals, so
+    // that a load of many rows looks each name up once; a missing column is
+    // the failure Fields gives.
+    int Ordinal(const QString& nombre) const;
+    // The current row's value of the column at that position.
+    const Valor& Fields(int ordinal) const;
     long RecordCount() const;
     // Moves to the next set; false, and every later read a failure, past the last.
     bool NextRecordset();

@@ -120,6 +120,10 @@ void prepararConexion(sqlite3* bd)
     ejecutarDirecto(bd, "PRAGMA journal_mode=WAL");
     ejecutarDirecto(bd, "PRAGMA synchronous=FULL");
     ejecutarDirecto(bd, "PRAGMA foreign_keys=OFF");
+    // Pages are read through a memory map and kept in a larger cache: a
+    // console query of many rows walks the table by its key, page after page.
+    ejecutarDirecto(bd, "PRAGMA mmap_size=268435456");
+    ejecutarDirecto(bd, "PRAGMA cache_size=-32768");
     int r = sqlite3_create_function_v2(bd, "GETDATE", 0, SQLITE_UTF8, nullptr, funcionGetDate, nullptr, nullptr, nullptr);
     if (r == SQLITE_OK)
         r = sqlite3_create_function_v2(bd, "num_coma", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
@@ -889,51 +893,120 @@ QString adaptarConsulta(const QString& sql, const std::vector<Pieza>& piezas)
     return select.texto + QLatin1Char(' ') + a.textoDesde(columnas) + QStringLiteral(" LIMIT ") + limite;
 }
 
+// The columns of a table of the file, in their order; none for an unknown table.
+std::vector<ServidorEmbebido::ColumnaTabla> columnasDe(sqlite3* bd, const QString& tabla)
+{
+    std::vector<ServidorEmbebido::ColumnaTabla> columnas;
+    sqlite3_stmt* crudo = nullptr;
+    if (sqlite3_prepare_v2(bd, "SELECT name, type FROM pragma_table_info(?)", -1, &crudo, nullptr) != SQLITE_OK)
+        throw FalloEjecucion::servidor(mensaje(bd));
+    Sentencia s(crudo);
+    const QByteArray nombre = tabla.toUtf8();
+    sqlite3_bind_text(s.get(), 1, nombre.constData(), int(nombre.size()), SQLITE_TRANSIENT);
+    while (sqlite3_step(s.get()) == SQLITE_ROW) {
+        const QString tipo = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(s.get(), 1))).toUpper();
+        columnas.push_back({QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(s.get(), 0))),
+                            tipo == QLatin1String("INTEGER") || tipo == QLatin1String("REAL")});
+    }
+    return columnas;
+}
+
+// SQL Server takes an empty text as 0 in a number column ('' or blanks only);
+// the strict tables of this server would refuse it. The consoles send one for
+// the gains of a returned row, so such a value, standing alone as the value of
+// a number column, is written as 0.
+class CerosDeTexto {
+public:
+    CerosDeTexto(const QString& tabla, const ServidorEmbebido::EsquemaTablas& esquema)
+    {
+        if (esquema)
+            columnas_ = esquema(tabla);
+    }
+
+    // The piece k is the whole value of the column (by name, or by position
+    // when the statement names no columns).
+    void valor(const Pieza& p, const QString& columna, int posicion)
+    {
+        if (p.clase != Pieza::Cadena || !p.texto.trimmed().isEmpty())
+            return;
+        for (int c = 0; c < int(columnas_.size()); ++c) {
+            const bool es = columna.isEmpty() ? c == posicion
+                                              : columnas_[c].nombre.compare(columna, Qt::CaseInsensitive) == 0;
+            if (es && columnas_[c].numerica)
+                rangos_.push_back({p.inicio, p.fin});
+        }
+    }
+
+    // The text of the statement with those values written as 0.
+    QString aplicar(const QString& texto, qsizetype base) const
+    {
+        QString r = texto;
+        for (auto k = rangos_.size(); k-- > 0;)
+            r.replace(rangos_[k].first - base, rangos_[k].second - rangos_[k].first, QStringLiteral("0"));
+        return r;
+    }
+
+private:
+    std::vector<ServidorEmbebido::ColumnaTabla> columnas_;
+    std::vector<std::pair<qsizetype, qsizetype>> rangos_;
+};
+
 // One INSERT, UPDATE or delete of a batch, the pieces [desde, hasta).
-QString adaptarCambio(const QString& sql, const std::vector<Pieza>& piezas, size_t desde, size_t hasta)
+QString adaptarCambio(const QString& sql, const std::vector<Pieza>& piezas, size_t desde, size_t hasta,
+                      const ServidorEmbebido::EsquemaTablas& esquema)
 {
     Analizador a(sql, piezas, desde, hasta);
     const Pieza& verbo = a.tomar();
     if (verbo.es("INSERT")) {
         // INSERT INTO t [(columns)] VALUES (literal, ...)
         a.esperar("INTO");
-        a.nombre();
+        CerosDeTexto ceros(a.nombre().texto, esquema);
+        QStringList columnas;
         if (a.aceptarSimbolo("(")) {
             do
-                a.nombre();
+                columnas << a.nombre().texto;
             while (a.aceptarSimbolo(","));
             a.esperarSimbolo(")");
         }
         a.esperar("VALUES");
         a.esperarSimbolo("(");
+        int posicion = 0;
         do {
             if (a.aceptarSimbolo("-") || a.aceptarSimbolo("+")) {
                 if (a.actual().clase != Pieza::Numero)
                     throw sintaxis(a.actual().texto);
                 a.tomar();
             } else if (a.actual().clase == Pieza::Numero || a.actual().clase == Pieza::Cadena || a.actual().es("NULL")) {
-                a.tomar();
+                const Pieza& p = a.tomar();
+                if (columnas.isEmpty())
+                    ceros.valor(p, QString(), posicion);
+                else if (posicion < columnas.size())
+                    ceros.valor(p, columnas[posicion], posicion);
             } else {
                 throw sintaxis(a.actual().texto);
             }
+            ++posicion;
         } while (a.aceptarSimbolo(","));
         a.esperarSimbolo(")");
         a.terminar();
-        return a.textoDesde(desde);
+        return ceros.aplicar(a.textoDesde(desde), piezas[desde].inicio);
     }
     if (verbo.es("UPDATE")) {
         // UPDATE t SET column = value, ... WHERE condition
-        a.nombre();
+        CerosDeTexto ceros(a.nombre().texto, esquema);
         a.esperar("SET");
         do {
-            a.nombre();
+            const QString columna = a.nombre().texto;
             a.esperarSimbolo("=");
+            const size_t valor = a.posicion();
             a.expresion(true);
+            if (a.posicion() == valor + 1)
+                ceros.valor(a.pieza(valor), columna, -1);
         } while (a.aceptarSimbolo(","));
         a.esperar("WHERE");
         a.expresion(false);
         a.terminar();
-        return a.textoDesde(desde);
+        return ceros.aplicar(a.textoDesde(desde), piezas[desde].inicio);
     }
     if (verbo.es("DELETE")) {
         // delete [from] t where condition: T-SQL may leave out the "from"
@@ -1067,7 +1140,7 @@ Resultados ServidorEmbebido::procedimientoDeTexto(const QString& nombre, const Q
     return correrProcedimiento(bd, leerDefinicion(nombre, texto), valores);
 }
 
-QStringList ServidorEmbebido::adaptar(const QString& sql, bool esConsulta)
+QStringList ServidorEmbebido::adaptar(const QString& sql, bool esConsulta, const EsquemaTablas& esquema)
 {
     const std::vector<Pieza> piezas = trocear(sql);
     if (piezas.empty())
@@ -1080,7 +1153,7 @@ QStringList ServidorEmbebido::adaptar(const QString& sql, bool esConsulta)
     size_t desde = 0;
     for (size_t k = 1; k <= piezas.size(); ++k) {
         if (k == piezas.size() || piezas[k].es("INSERT") || piezas[k].es("UPDATE") || piezas[k].es("DELETE")) {
-            sentencias << adaptarCambio(sql, piezas, desde, k);
+            sentencias << adaptarCambio(sql, piezas, desde, k, esquema);
             desde = k;
         }
     }
@@ -1105,7 +1178,7 @@ Resultados ServidorEmbebido::abrirConsulta(const QString& sql)
 void ServidorEmbebido::ejecutar(const QString& sql)
 {
     sqlite3* bd = conexion();
-    const QStringList adaptadas = adaptar(sql, false);
+    const QStringList adaptadas = adaptar(sql, false, [bd](const QString& tabla) { return columnasDe(bd, tabla); });
     // Every statement compiles before any of them runs: a statement broken by a
     // quote in a value stops the whole batch with nothing written.
     std::vector<Sentencia> sentencias;

@@ -5,6 +5,8 @@
 #include "servidor.h"
 
 #include <QString>
+#include <functional>
+#include <vector>
 
 struct sqlite3;
 
@@ -24,9 +26,18 @@ public:
     Resultados abrirConsulta(const QString& sql) override;
     void ejecutar(const QString& sql) override;
 
+    // The columns of a table in their order, each with whether it holds numbers.
+    struct ColumnaTabla {
+        QString nombre;
+        bool numerica;
+    };
+    using EsquemaTablas = std::function<std::vector<ColumnaTabla>(const QString& tabla)>;
+
     // The T-SQL text of a raw statement turned into SQLite statements, one per
-    // element; a text of any other shape is refused with a failure.
-    static QStringList adaptar(const QString& sql, bool esConsulta);
+    // element; a text of any other shape is refused with a failure. With the
+    // tables' columns at hand, an empty text given as the value of a number
+    // column becomes 0, as SQL Server converts it.
+    static QStringList adaptar(const QString& sql, bool esConsulta, const EsquemaTablas& esquema = {});
 
     // The names of the procedures that this server knows.
     static QStringList procedimientos();

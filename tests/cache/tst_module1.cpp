@@ -52,7 +52,7 @@ private slots:
         QCOMPARE(m.Clave, QStringLiteral("1234"));
         QCOMPARE(m.Dolar_Param, 350.75f);
         QCOMPARE(m.N_Bancos, int16_t(2));
-        QCOMPARE(m.Bancos_T(2, 1), QStringLiteral("134"));
+        QCOMPARE(m.Bancos_T(2, 1), QStringLiteral("0134"));
         QCOMPARE(m.N_Clientes, int16_t(2));
         QCOMPARE(m.Clientes_T(2, 3), QStringLiteral("9999"));
         QCOMPARE(m.Proveedores_T(1, 3), QStringLiteral("37")); // the gain share loses its fraction
@@ -125,7 +125,8 @@ private slots:
         Sesion s(base);
         LOGIN::Carga_Parametros(s.m);
         auto& m = s.m;
-        QCOMPARE(m.Nombre_Banco(QStringLiteral("102")), QStringLiteral("BANCO DE VENEZUELA"));
+        QCOMPARE(m.Nombre_Banco(QStringLiteral("0102")), QStringLiteral("BANCO DE VENEZUELA"));
+        QCOMPARE(m.Nombre_Banco(QStringLiteral("102")), QStringLiteral("102"));
         QCOMPARE(m.Nombre_Banco(QStringLiteral("7777")), QStringLiteral("7777"));
         QCOMPARE(m.Nombre_Cliente(12), QStringLiteral("MARIA PEREZ"));
         QCOMPARE(m.Nombre_Cliente(13), QStringLiteral("13"));

@@ -318,6 +318,23 @@ void PruebaEmbebido::sentenciasDelCliente()
     QCOMPARE(rs.Fields("obs").aTexto(), QString("pagado"));
     QCOMPARE(rs.Fields("pago").aDouble(), 1234.5);
 
+    // A returned row is saved with empty gains: 0 in number columns, as SQL
+    // Server takes them; an empty text stays empty in a text column, and an
+    // empty text inside a condition is no value to convert.
+    QString devuelto = actualizarMovimiento("20241225", "0013", "", "500");
+    devuelto.replace("ganancia =  '100', g1 =  '95.25', g2 =  '95.25'", "ganancia =  '', g1 =  ' ', g2 =  ''");
+    c.conexion.Execute(devuelto + " UPDATE proveedor SET  regalo = regalo +  '', ultregalo =  '' WHERE C_proveedor =  '3'");
+    rs = c.abrir("select * from MOVIMIENTOS where FECHA = '20241225' and SECUENCIA = 13");
+    QCOMPARE(rs.Fields("ganancia").aDouble(), 0.0);
+    QCOMPARE(rs.Fields("g1").aDouble(), 0.0);
+    QCOMPARE(rs.Fields("pago").aDouble(), 500.0);
+    QCOMPARE(rs.Fields("obs").aTexto(), QString());
+    QCOMPARE(c.contar("select * from proveedor where C_proveedor = 3 and ultregalo = 0"), 1L);
+    c.conexion.Execute(" INSERT INTO bancos (C_Banco, D_banco) VALUES ('', '')");
+    QCOMPARE(c.contar("select * from bancos where C_Banco = 0 and D_banco = ''"), 1L);
+    QCOMPARE(ServidorEmbebido::adaptar("UPDATE proveedor SET regalo = '' WHERE C_proveedor = ''", false).first(),
+             QString("UPDATE proveedor SET regalo = '' WHERE C_proveedor = ''"));
+
     c.conexion.Execute("delete movimientos where  fecha = '20241225' and secuencia =  0012");
     QCOMPARE(c.contar("select * from MOVIMIENTOS where FECHA = '20241225'"), 1L);
 }

@@ -1,0 +1,184 @@
+// The transaction console with many rows: for 10,000 and 100,000 transactions
+// in one date range, the time of one query from the click to the bound grid,
+// the time of reading the same rows straight from SQLite, their ratio, and the
+// peak memory of the process.
+//
+//   bench_consola            builds the two databases and prints the figures
+#include "arranque.h"
+#include "consola.h"
+#include "embebido.h"
+#include "form2.h"
+#include "login.h"
+#include "mdiform1.h"
+#include "module1.h"
+
+#include <QApplication>
+#include <QDateEdit>
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <sqlite3.h>
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+const QDate kPrimerDia(2025, 1, 1);
+const int kDias = 50;
+
+// The demo's reference tables, and `total` transactions over kDias days:
+// most paid, some returned, the rest unpaid, of every kind of service.
+void llenar(const QString& archivo, int total)
+{
+    ServidorEmbebido::crearBase(archivo, true);
+    sqlite3* bd = nullptr;
+    sqlite3_open(archivo.toUtf8().constData(), &bd);
+    const QByteArray sql = QStringLiteral(
+        "DELETE FROM MOVIMIENTOS;"
+        "WITH RECURSIVE n(k) AS (SELECT 0 UNION ALL SELECT k + 1 FROM n WHERE k < %1 - 1),"
+        " f AS (SELECT k, strftime('%Y%m%d', date('%2', '+' || (k % %3) || ' days')) AS fecha, k / %3 + 1 AS sec,"
+        "            (k * 2654435761) % 1000 AS x FROM n),"
+        " g AS (SELECT f.*, CASE x % 6 WHEN 0 THEN 1 WHEN 1 THEN 2 WHEN 2 THEN 5 WHEN 3 THEN 9 WHEN 4 THEN 50 ELSE 55 END AS serv,"
+        "              CASE WHEN x < 700 THEN '0134' WHEN x < 720 THEN '7777' ELSE '' END AS banco FROM f)"
+        "INSERT INTO MOVIMIENTOS SELECT fecha, sec, 1 + x * 3 % 3999, 20 + x, 18 + x * 0.9,"
+        " CASE banco WHEN '0134' THEN 1 + x % 12 ELSE 0 END, CASE banco WHEN '' THEN 0 ELSE (18 + x * 0.9) * 330 END,"
+        " banco, CASE banco WHEN '0134' THEN printf('%08d', x * 7919) ELSE '' END, CASE banco WHEN '' THEN 0 ELSE 330.5 END,"
+        " CAST(1 + x % 2 AS TEXT), 2, serv, 0, '', 0, 0, '', CASE banco WHEN '' THEN 100 ELSE 5.5 END,"
+        " CASE WHEN x % 37 = 0 THEN 'URGENTE' ELSE '' END, 1.25, 1.25, 0,"
+        " CASE banco WHEN '0134' THEN fecha ELSE '' END, CASE banco WHEN '0134' THEN '10:20:30' ELSE '' END,"
+        " 365.5, 372.8, '0' FROM g;")
+                               .arg(total)
+                               .arg(kPrimerDia.toString(QStringLiteral("yyyy-MM-dd")))
+                               .arg(kDias)
+                               .toUtf8();
+    char* error = nullptr;
+    if (sqlite3_exec(bd, sql.constData(), nullptr, nullptr, &error) != SQLITE_OK)
+        std::fprintf(stderr, "%s\n", error);
+    sqlite3_free(error);
+    sqlite3_close(bd);
+}
+
+// The same rows and columns read straight from the file, every value touched.
+double lecturaDirecta(const QString& archivo, int& filas)
+{
+    sqlite3* bd = nullptr;
+    sqlite3_open_v2(archivo.toUtf8().constData(), &bd, SQLITE_OPEN_READONLY, nullptr);
+    // The page settings of the program's own connection.
+    sqlite3_exec(bd, "PRAGMA mmap_size=268435456; PRAGMA cache_size=-32768", nullptr, nullptr, nullptr);
+    QElapsedTimer t;
+    t.start();
+    sqlite3_stmt* st = nullptr;
+    sqlite3_prepare_v2(bd,
+                       "SELECT m.FECHA, m.SECUENCIA, m.C_CLIENTE, c.D_cliente, m.enviado, m.recibido, m.C_PROVEEDOR,"
+                       " m.bancozelle, m.tipo_servicio, m.C_BANCO, m.confirmacion, m.pago, m.REFERENCIA, m.operadora,"
+                       " m.tipo_operacion, m.obs, m.ganancia, m.g1, m.g2, m.g3, m.fecha_pago, m.hora_pago, m.dolar1,"
+                       " m.dolar2 FROM MOVIMIENTOS m LEFT JOIN clientes c ON c.C_CLIENTE = m.C_CLIENTE"
+                       " WHERE m.FECHA BETWEEN ?1 AND ?2 ORDER BY m.FECHA, m.SECUENCIA",
+                       -1, &st, nullptr);
+    const QByteArray desde = kPrimerDia.toString(QStringLiteral("yyyyMMdd")).toUtf8();
+    const QByteArray hasta = kPrimerDia.addDays(kDias - 1).toString(QStringLiteral("yyyyMMdd")).toUtf8();
+    sqlite3_bind_text(st, 1, desde.constData(), -1, SQLITE_STATIC);
+    sqlite3_bind_text(st, 2, hasta.constData(), -1, SQLITE_STATIC);
+    filas = 0;
+    size_t bytes = 0;
+    while (sqlite3_step(st) == SQLITE_ROW) {
+        ++filas;
+        for (int c = 0; c < sqlite3_column_count(st); ++c) {
+            if (sqlite3_column_type(st, c) == SQLITE_TEXT)
+                bytes += size_t(sqlite3_column_bytes(st, c));
+            else
+                bytes += size_t(sqlite3_column_double(st, c) != 0);
+        }
+    }
+    sqlite3_finalize(st);
+    const double ms = t.nsecsElapsed() / 1e6;
+    sqlite3_close(bd);
+    return bytes ? ms : -1;
+}
+
+double picoDeMemoriaMB()
+{
+    rusage uso{};
+    getrusage(RUSAGE_SELF, &uso);
+    return uso.ru_maxrss / 1024.0;
+}
+
+double mediana(std::vector<double> v)
+{
+    std::sort(v.begin(), v.end());
+    return v[v.size() / 2];
+}
+
+void medir(int total)
+{
+    QTemporaryDir dir;
+    const QString archivo = dir.filePath(QStringLiteral("consola.db"));
+    llenar(archivo, total);
+
+    std::vector<double> directas;
+    int filasDirectas = 0;
+    for (int i = 0; i < 3; ++i)
+        directas.push_back(lecturaDirecta(archivo, filasDirectas));
+
+    double consulta = 0, procedimiento = 0;
+    int filas = 0;
+    {
+        Despliegue d;
+        d.archivo = archivo;
+        Module1 m(d);
+        m.Conexion.ConnectionString = QStringLiteral("Provider=embebido;Data Source=") + archivo;
+        m.Conexion.Open();
+        LOGIN::Carga_Parametros(m);
+        MDIForm1 principal(m);
+        Registra_Pantallas(principal);
+        principal.resize(1600, 900);
+        principal.show();
+        auto* p = static_cast<Form2*>(principal.Mostrar(QStringLiteral("Form2")));
+        QCoreApplication::processEvents();
+        p->Fecha1->setDate(kPrimerDia);
+        p->Fecha2->setDate(kPrimerDia.addDays(kDias - 1));
+        std::vector<double> tiempos;
+        for (int i = 0; i < 5; ++i) {
+            QElapsedTimer t;
+            t.start();
+            p->SELECCIONA->click();
+            QCoreApplication::processEvents(); // the grid shows its rows
+            tiempos.push_back(t.nsecsElapsed() / 1e6);
+        }
+        consulta = mediana(tiempos);
+        filas = p->Celdas.UpperBound(1) + 1;
+
+        // The server's part alone: the procedure with the same values, fully fetched.
+        std::vector<double> servidor;
+        const std::vector<Parametro> valores{Valor(kPrimerDia.toString(QStringLiteral("yyyyMMdd"))),
+                                             Valor(kPrimerDia.addDays(kDias - 1).toString(QStringLiteral("yyyyMMdd"))),
+                                             Valor(0), Valor(0), Valor(QString()), Valor(QString()), Valor(0)};
+        for (int i = 0; i < 3; ++i) {
+            QElapsedTimer t;
+            t.start();
+            const Resultados r = m.Conexion.servidor().procedimiento(QStringLiteral("TRU_CONSULTA_1127"), valores);
+            servidor.push_back(t.nsecsElapsed() / 1e6);
+        }
+        procedimiento = mediana(servidor);
+    }
+    const double directa = mediana(directas);
+    std::printf("%7d transacciones (%d en la consola, %d leídas directas): CONSULTAR %.0f ms (el procedimiento solo %.0f ms),"
+                " lectura directa %.0f ms, razón %.1f, pico de memoria %.0f MB\n",
+                total, filas, filasDirectas, consulta, procedimiento, directa, consulta / directa, picoDeMemoriaMB());
+    std::fflush(stdout);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    medir(10000);
+    medir(100000);
+    return 0;
+}

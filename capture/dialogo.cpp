@@ -1,0 +1,147 @@
+#include "dialogo.h"
+#include "controles.h"
+#include "formato.h"
+#include "mensajes.h"
+#include "module1.h"
+#include "numeros.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QRegularExpressionValidator>
+
+using Mensajes::MsgBox;
+
+namespace {
+Dialogo::Ejecutor& ejecutor()
+{
+    static Dialogo::Ejecutor e;
+    return e;
+}
+} // namespace
+
+Dialogo::Dialogo(Module1& modulo, QWidget* padre) : QDialog(padre), m(modulo)
+{
+    setObjectName(QStringLiteral("Dialogo"));
+    setWindowTitle(QStringLiteral("Sumarización y Proceso de Pago"));
+    setModal(true);
+    setFixedSize(470, 330);
+
+    const char* const etiquetas[5] = {"Monto a Pagar", "Proveedor", "Referencia", "Nombre del proveedor",
+                                      "Transacciones"};
+    auto campo = [this, &etiquetas](int i, int x, int y, int w, bool soloLectura) {
+        auto* t = new QLineEdit(this);
+        t->setGeometry(x, y, w, 26);
+        t->setReadOnly(soloLectura);
+        if (soloLectura)
+            t->setFocusPolicy(Qt::NoFocus);
+        Controles::Nombrar(t, QStringLiteral("Text2"), i, QString::fromUtf8(etiquetas[i]));
+        Text2[size_t(i)] = t;
+        return t;
+    };
+    auto etiqueta = [this](const char* texto, int y) {
+        auto* l = new QLabel(QString::fromUtf8(texto), this);
+        l->setGeometry(12, y, 130, 26);
+    };
+
+    campo(4, 12, 10, 446, true)->setAlignment(Qt::AlignCenter);
+    etiqueta("Monto a Pagar", 44);
+    campo(0, 145, 44, 150, true)->setAlignment(Qt::AlignRight);
+    etiqueta("Proveedor", 78);
+    campo(1, 145, 78, 70, false);
+    // A provider is a code of digits: nothing else can reach the look-up.
+    Text2[1]->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,4}")), Text2[1]));
+    campo(3, 222, 78, 236, true);
+    etiqueta("Referencia", 112);
+    campo(2, 145, 112, 200, false);
+
+    auto marco = [this](const char* titulo, int x, const std::array<const char*, 3>& opciones,
+                        std::array<QRadioButton*, 3>& botones, const QString& arreglo) {
+        auto* g = new QGroupBox(QString::fromUtf8(titulo), this);
+        g->setGeometry(x, 148, 218, 116);
+        for (int i = 0; i < 3; ++i) {
+            auto* b = new QRadioButton(QString::fromUtf8(opciones[size_t(i)]), g);
+            b->setGeometry(12, 24 + i * 28, 200, 24);
+            Controles::Nombrar(b, arreglo, i, QString::fromUtf8(opciones[size_t(i)]));
+            botones[size_t(i)] = b;
+        }
+    };
+    marco("Banco", 12, {"Venezuela", "Banesco", "Otros"}, Option2, QStringLiteral("Option2"));
+    marco("Tipo de Operación", 240, {"Pago Movil", "Transferencia", "Transferencia Directa"}, Option3,
+          QStringLiteral("Option3"));
+
+    OKButton = new QPushButton(QStringLiteral("Procesar Pago"), this);
+    OKButton->setGeometry(130, 282, 150, 34);
+    Controles::Nombrar(OKButton, QStringLiteral("OKButton"), QStringLiteral("Procesar Pago"));
+    OKButton->setDefault(true); // Enter in the reference confirms
+    CancelButton = new QPushButton(QStringLiteral("Cancelar"), this);
+    CancelButton->setGeometry(298, 282, 150, 34);
+    Controles::Nombrar(CancelButton, QStringLiteral("CancelButton"), QStringLiteral("Cancelar"));
+    CancelButton->setAutoDefault(false);
+
+    Controles::AlPulsarEnter(Text2[1], [this] { Text2_1_Enter(); });
+    connect(OKButton, &QPushButton::clicked, this, [this] { OKButton_Click(); });
+    connect(CancelButton, &QPushButton::clicked, this, [this] { CancelButton_Click(); });
+}
+
+void Dialogo::Form_Activate()
+{
+    Text2[4]->setText(QString::number(m.Sel_Cuenta) + QStringLiteral(" Transacciones"));
+    Text2[0]->setText(Format(m.Sel_Total, QStringLiteral("###,##0.00")));
+    Text2[1]->clear();
+    Text2[2]->clear();
+    Option2[0]->setChecked(true);
+    Option3[1]->setChecked(true);
+    m.Ref_Banco = QStringLiteral("0102");
+    m.Ref_Nombre_Banco = QStringLiteral("Banco Venezuela");
+    m.Ref_Aceptado = false;
+    Text2[1]->setFocus();
+}
+
+void Dialogo::Text2_1_Enter()
+{
+    Text2[3]->setText(m.Nombre_Proveedor(Numeros::CInt(Numeros::CDbl(Text2[1]->text()))));
+    Text2[2]->setFocus();
+}
+
+void Dialogo::OKButton_Click()
+{
+    auto falta = [this](const char* texto) {
+        MsgBox(QString::fromUtf8(texto), Mensajes::vbCritical);
+        Text2[1]->setFocus();
+    };
+    if (Text2[1]->text().isEmpty())
+        return falta("Error: Indique Código del Proveedor");
+    if (Text2[2]->text().isEmpty())
+        return falta("Error: Indique Número de Referencia");
+
+    m.Ref_Cod_Proveedor = Format(Text2[1]->text(), QStringLiteral("0000"));
+    m.Ref_Nombre_Proveedor = Text2[3]->text();
+    m.Ref_Referencia = Text2[2]->text();
+    m.Ref_Opcion = Option3[0]->isChecked() ? 1 : Option3[1]->isChecked() ? 2 : 3;
+    if (Option2[1]->isChecked()) {
+        m.Ref_Banco = QStringLiteral("0134");
+        m.Ref_Nombre_Banco = QStringLiteral("Banesco");
+    } else if (Option2[2]->isChecked()) {
+        m.Ref_Banco = QStringLiteral("1111");
+        m.Ref_Nombre_Banco = QStringLiteral("Otros");
+    }
+    m.Ref_Aceptado = true;
+    accept();
+}
+
+void Dialogo::CancelButton_Click() { reject(); }
+
+void Dialogo::Mostrar(Module1& m, QWidget* padre)
+{
+    Dialogo d(m, padre);
+    d.Form_Activate();
+    if (ejecutor())
+        ejecutor()(d);
+    else
+        d.exec();
+}
+
+void Dialogo::Reemplazar(Ejecutor e) { ejecutor() = std::move(e); }

@@ -1,0 +1,215 @@
+#pragma once
+// The transaction console: the transactions of a date range in one grid, where
+// the operators correct them, pay them one by one with a bank code or in a
+// batch through the payment dialog, take them back to unpaid, return them to
+// the client, and delete the unpaid ones. Edits live in the cell matrix until
+// ACTUALIZAR (or a payment run) sends them as one batch of UPDATE statements.
+//
+// This class is the console by date of transaction as a whole. The console by
+// date of payment and the USDT console are variants of it: they override the
+// protected hooks below (the grid's columns, the query, how a record fills a
+// row, the footers, the statement of a saved row, the gift update, the bank
+// rules of column 9, the gain, FIJAR, the payment run, the double click) and
+// keep everything else.
+//
+// The columns of the matrix, as Form2 has them (0 to 31):
+//   0 Fecha  1 Sec.  2 C-C  3 Cliente  4 Envio  5 Recibido  6 C-P  7 Proveedor
+//   8 Estimado (unpaid rows)  9 C-B  10 Banco  11 Referencia  12 M (row-changed
+//   mark, hidden)  13 Op  14 T  15 Pagado (paid rows)  16 Factor  17 Sel (-1
+//   ticked)  18 T-S  19 Servicio  20 %  21 G2  22 Nota  23 G-1  24 G-2 (hidden)
+//   25 G-3  26 Fecha_P  27 Hora_P  28 Regalo  29 Dolar 1  30 Dolar 2  31 Ze
+// A bank code "7777" marks a row returned to the client; "8888" typed in the
+// bank takes a paid row back to unpaid.
+#include "celdas.h"
+#include "formato.h"
+#include "pantalla.h"
+#include "recibo.h"
+#include "rejilla.h"
+
+#include <QString>
+#include <array>
+#include <functional>
+#include <cstdint>
+#include <vector>
+
+class QCheckBox;
+class QComboBox;
+class QDateEdit;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+
+class Consola : public Pantalla {
+    Q_OBJECT
+public:
+    // nombre: the screen's design name; titulo: its caption.
+    Consola(Module1& m, MDIForm1& principal, const QString& nombre, const QString& titulo);
+
+    void Form_Load() override;
+    void Form_Activate() override;
+
+    // ---- controls, by their design names
+    QDateEdit* Fecha1;
+    QDateEdit* Fecha2;
+    QComboBox* Combo1;                    // service filter
+    std::array<QRadioButton*, 3> Option1; // "Seleccionar": all, paid, unpaid
+    std::array<QRadioButton*, 3> Option2; // "Operadora"
+    std::array<QRadioButton*, 5> Option3; // "Tipo de Servicio": read by nobody
+    QLineEdit* Text2;                     // free filters, Enter queries
+    QLineEdit* Text3;
+    QLineEdit* Text4; // the price FIJAR sets
+    QLineEdit* Text5; // running sum of the ticked rows
+    QLineEdit* Text6; // receipt: concept code
+    QLineEdit* Text7; // receipt: passing notice
+    QLineEdit* Text8; // dollar prices of the moment
+    QLineEdit* Text9;
+    QLabel* Label1; // the services' rates of the moment
+    QCheckBox* Check1; // "Tabla": opens the concepts
+    QCheckBox* Check2; // a search by Text2 runs over everything since January 2023
+    QPushButton* SELECCIONA;
+    QPushButton* ACTUALIZAR;
+    QPushButton* FIJAR;
+    QPushButton* Sumarizar;
+    QPushButton* RECIBO_PDF;
+    QPushButton* RECIBO_XPS;
+    QPushButton* COPIAR;
+    QPushButton* SALIR;
+    Rejilla* GRID;
+    ::Celdas Celdas;
+
+    // ---- state of the screen
+    int16_t Cargado = 0;
+    int16_t Modo_Grabar = 0; // 0 a plain save, 1 the save of a payment run
+    int32_t Suma_Sel = 0;
+    double Total_Enviado = 0, Total_Recibido = 0, Total_Estimado = 0, Total_Pagado = 0;
+    double Total_G1 = 0, Total_G2 = 0, Total_G3 = 0;
+    int32_t Total_Filas = 0;
+    // working fields of the edits and the save, kept between events
+    QString Monto_Texto;
+    double Monto_Calc = 0;
+    int16_t Tipo_Serv = 0;
+    float Porcentaje = 0;
+    double Regalo_Row = 0;
+    double Suma_Recibido = 0;
+    int16_t Prov_Pago = 0;
+
+    // ---- operations
+    void ARMAR_GRID();
+    void CONSULTAR();
+    void GRID_AfterColEdit(int col);
+    void GRID_HeadClick(int col);
+    virtual void GRID_DblClick();
+    void ACTUALIZAR_Click();
+    void GRABAR_MOVIMIENTOS();
+    void BORRAR_MOVIMIENTO();
+    virtual void FIJAR_Click();
+    void Sumarizar_Click();
+    virtual void APLICAR_PAGO();
+    void Check1_Click();
+    // ---- the receipt of one ticked, paid row
+    Recibo recibo;
+    void Text6_Enter();
+    void Text6_LostFocus();
+    void RECIBO_PDF_Click();
+    void RECIBO_XPS_Click();
+    void PREPARAR_RECIBO();
+    void COPIAR_Click();
+    void SELECCIONA_Click();
+    // The share of the dollars received left after buying the bolivars paid
+    // (Monto) at the purchase price; reads column 5 of row I. Into Porcentaje.
+    virtual void CALCULA_PORCENTAJE(double& Monto, int16_t& Servicio);
+    // Ticks or unticks a row's "Sel", as a click on its cell does.
+    void Marcar(int fila);
+    // The UPDATE statement of a marked row, in the form of the current
+    // Modo_Grabar; Hoy and Ahora are the moment of a payment run.
+    virtual QString Sentencia_Fila(int fila, const QString& Hoy, const QString& Ahora);
+
+protected:
+    // ---- what the variants redefine
+    struct DefColumna {
+        const char* titulo;
+        int ancho;           // twips
+        char alineacion;     // 'C' centre, 'R' right, 'G' general, 0 the grid's default
+        bool cabezaCentrada;
+        int8_t bloqueo;      // 1 locked, 0 not, -1 left as the grid has it
+    };
+    virtual std::vector<DefColumna> Columnas() const;
+    // Display moves, in their sequence (column, position), and hidden columns.
+    virtual std::vector<std::pair<int, int>> Movidas() const;
+    virtual std::vector<int> Ocultas() const;
+    virtual QString Procedimiento() const { return QStringLiteral("TRU_CONSULTA_1127"); }
+    // Looks up the positions of the result's columns once per query.
+    virtual void Prepara_Campos();
+    // Fills row `fila` of the matrix from the current record and adds it to the totals.
+    virtual void Llena_Fila(int fila);
+    virtual void Escribe_Pies();
+    // After the batch of a payment run: the provider's gift balance.
+    virtual void Actualiza_Regalo();
+    // Column 9: returned to the client, back to unpaid, paid by a bank.
+    virtual void Banco_Devolucion(int fila);
+    virtual void Banco_Reverso(int fila);
+    virtual void Banco_Pago(int fila, const QString& codigo);
+    virtual void Servicio_Editado(int fila);
+    // How Text5 shows Suma_Sel.
+    virtual QString Formato_Suma() const { return QStringLiteral("###,##0"); }
+
+    // Sets the matrix on the grid again and rebinds it, keeping the current cell.
+    void Reenlaza();
+    // The value of a cell as a number (an empty cell is 0).
+    double Num(int fila, int col) const { return Celdas.Value(fila, col).numero(); }
+    QString Txt(int fila, int col) const { return Celdas.Value(fila, col).texto(); }
+    // The row in the shared I.
+    int FilaI() const;
+
+    // Positions of the query's columns in Rs, -1 where the query has none.
+    struct Campos {
+        int Fecha = -1, secuenciA = -1, C_CLIENTE = -1, Cliente = -1, Enviado = -1, recibido = -1,
+            C_proveedor = -1, bancozelle = -1, tipo_servicio = -1, C_Banco = -1, confirmacion = -1, Pago = -1,
+            referencia = -1, operadora = -1, tipo_operacion = -1, OBS = -1, Ganancia = -1, G1 = -1, G2 = -1,
+            G3 = -1, fecha_pago = -1, hora_pago = -1, dolar1 = -1, dolar2 = -1;
+    } campos;
+    const Valor& Campo(int ordinal) const;
+
+    // Texts that many rows share: a cell holds a shared copy instead of a
+    // string of its own, so that a load of many rows allocates, and later
+    // frees, far fewer strings. Emptied at each query.
+    struct Compartidos {
+        // A formatted number, kept for the next row with the same value.
+        struct Ultimo {
+            double valor = 0;
+            bool lleno = false;
+            QString texto;
+        };
+        std::vector<QString> codigos;      // "0000" of 0 to 9999
+        std::vector<QString> servicios;    // "00" of each service code
+        std::vector<QString> nombres;      // the first 14 characters of each service's name
+        std::vector<std::array<QString, 3>> bancos; // a stored bank text, the code shown, the bank's name
+        std::vector<double> comisiones;    // by row of the providers' cache; NaN until read
+        std::array<Ultimo, 32> ultimos;    // by column
+        std::array<std::pair<QString, QString>, 2> fechas; // dd/mm/yyyy of the last yyyymmdd, columns 0 and 26
+    } compartidos;
+    const QString& Codigo(double valor);
+    const QString& Cifra(int col, const FormatoNumero& formato, double valor);
+    const QString& Fecha_Vista(int cual, const QString& amd);
+    const std::array<QString, 3>& Banco_Vista(const QString& banco);
+    const QString& Nombre_Servicio(int16_t servicio);
+    // The provider's commission, read with the code as the row of the cache.
+    double Comision(int16_t fila);
+
+    bool eventFilter(QObject* objeto, QEvent* evento) override;
+
+private:
+    void Llena_Combo();
+    void Precios_Del_Momento();
+    void Option2_Click();
+    void Quitar_Marcas();
+    // Walks the rows, handing each ticked one to `marcada`; false when nothing
+    // is loaded (the operator is told) or when `marcada` stops the walk.
+    bool Recorre_Marcadas(const std::function<bool(int)>& marcada);
+    // A selection that cannot go on: the operator is told and every tick goes.
+    void Rechaza_Seleccion(const QString& texto);
+    // Text7 shows the text for two seconds, the screen held still meanwhile.
+    void Aviso(const QString& texto);
+};

@@ -1,0 +1,34 @@
+-- The transactions of the console by date of payment, with the client's name.
+-- The dates filter the day of payment (fecha_pago, yyyymmdd, compared as text;
+-- '202301' means "since January 2023"), so a row not yet paid, without that
+-- day, never comes. The other filters are those of the console by the day of
+-- the transaction (TRU_CONSULTA_1127): payment (a row is paid when it has a
+-- bank), operator, the two texts on name, reference or note, and the service
+-- with 98 and 99 for the services of sw_calculos 1 and 2.
+-- Rows come by day and hour of payment, then by the transaction.
+--@param @desde TEXT = ''
+--@param @hasta TEXT = ''
+--@param @pago INTEGER = 0
+--@param @operadora INTEGER = 0
+--@param @texto1 TEXT = ''
+--@param @texto2 TEXT = ''
+--@param @servicio INTEGER = 0
+SELECT m.FECHA AS Fecha, m.SECUENCIA AS secuenciA, m.C_CLIENTE, COALESCE(c.D_cliente, '') AS Cliente,
+       m.enviado AS Enviado, m.recibido, m.C_PROVEEDOR AS C_proveedor, m.bancozelle, m.tipo_servicio,
+       m.C_BANCO AS C_Banco, m.confirmacion, m.pago AS Pago, m.REFERENCIA AS referencia, m.operadora,
+       m.tipo_operacion, m.obs AS OBS, m.ganancia AS Ganancia, m.g1 AS G1, m.g2 AS G2, m.g3 AS G3,
+       m.fecha_pago, m.hora_pago
+FROM MOVIMIENTOS m
+LEFT JOIN clientes c ON c.C_CLIENTE = m.C_CLIENTE
+WHERE m.fecha_pago <> '' AND m.fecha_pago >= @desde AND m.fecha_pago <= @hasta
+  AND (@pago = 0 OR (@pago = 1 AND trim(m.C_BANCO) <> '') OR (@pago = 2 AND trim(m.C_BANCO) = ''))
+  AND (@operadora = 0 OR trim(m.operadora) = CAST(@operadora AS TEXT))
+  AND (@texto1 = '' OR instr(upper(COALESCE(c.D_cliente, '')), upper(@texto1)) > 0
+       OR instr(upper(m.REFERENCIA), upper(@texto1)) > 0 OR instr(upper(m.obs), upper(@texto1)) > 0)
+  AND (@texto2 = '' OR instr(upper(COALESCE(c.D_cliente, '')), upper(@texto2)) > 0
+       OR instr(upper(m.REFERENCIA), upper(@texto2)) > 0 OR instr(upper(m.obs), upper(@texto2)) > 0)
+  AND (@servicio = 0
+       OR (@servicio IN (98, 99)
+           AND m.tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+       OR (@servicio NOT IN (98, 99) AND m.tipo_servicio = @servicio))
+ORDER BY m.fecha_pago, m.hora_pago, m.FECHA, m.SECUENCIA;

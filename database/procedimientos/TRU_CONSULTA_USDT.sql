@@ -1,0 +1,32 @@
+-- The USDT transactions (services from 50 up) of the USDT console, by the day
+-- they were made. The filters are those of the console (TRU_CONSULTA_1127):
+-- dates as text ('202301' means "since January 2023"), payment (a row is
+-- paid when it has a bank), operator, the two texts on the client's name,
+-- the reference or the note, and the service, where 98 and 99 stand for the
+-- USDT services of sw_calculos 1 and 2. The screen takes the client's name
+-- from its own cache, so none is returned.
+-- Rows come by date, then sequence.
+--@param @desde TEXT = ''
+--@param @hasta TEXT = ''
+--@param @pago INTEGER = 0
+--@param @operadora INTEGER = 0
+--@param @texto1 TEXT = ''
+--@param @texto2 TEXT = ''
+--@param @servicio INTEGER = 0
+SELECT m.FECHA AS Fecha, m.SECUENCIA AS secuenciA, m.C_CLIENTE, m.enviado AS Enviado, m.recibido,
+       m.C_PROVEEDOR AS C_proveedor, m.tipo_servicio, m.C_BANCO AS C_Banco, m.confirmacion, m.pago AS Pago,
+       m.REFERENCIA AS referencia, m.operadora, m.tipo_operacion, m.obs AS OBS, m.ganancia AS Ganancia
+FROM MOVIMIENTOS m
+LEFT JOIN clientes c ON c.C_CLIENTE = m.C_CLIENTE
+WHERE m.FECHA >= @desde AND m.FECHA <= @hasta AND m.tipo_servicio >= 50
+  AND (@pago = 0 OR (@pago = 1 AND trim(m.C_BANCO) <> '') OR (@pago = 2 AND trim(m.C_BANCO) = ''))
+  AND (@operadora = 0 OR trim(m.operadora) = CAST(@operadora AS TEXT))
+  AND (@texto1 = '' OR instr(upper(COALESCE(c.D_cliente, '')), upper(@texto1)) > 0
+       OR instr(upper(m.REFERENCIA), upper(@texto1)) > 0 OR instr(upper(m.obs), upper(@texto1)) > 0)
+  AND (@texto2 = '' OR instr(upper(COALESCE(c.D_cliente, '')), upper(@texto2)) > 0
+       OR instr(upper(m.REFERENCIA), upper(@texto2)) > 0 OR instr(upper(m.obs), upper(@texto2)) > 0)
+  AND (@servicio = 0
+       OR (@servicio IN (98, 99)
+           AND m.tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+       OR (@servicio NOT IN (98, 99) AND m.tipo_servicio = @servicio))
+ORDER BY m.FECHA, m.SECUENCIA;

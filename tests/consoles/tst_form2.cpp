@@ -1,0 +1,348 @@
+// The transaction console: a day's rows loaded into the grid with their
+// totals, corrected and paid cell by cell, paid in a batch through the payment
+// dialog, taken back, deleted; every road ends in the rows of the database.
+#include "dialogo.h"
+#include "form2.h"
+#include "login.h"
+#include "mensajes.h"
+#include "prueba.h"
+#include "sesion.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QDateEdit>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableView>
+
+namespace {
+
+// Six rows of 10/03/2025 and one of 2024, each with something to show:
+//  1 unpaid TRUMIN (estimate from what was received, cut to whole bolivars)
+//  2 unpaid BANESCO PANAMA (from what was sent, cut)
+//  3 unpaid PESOS COLOMBIA (service 55: decimals kept, received recalculated)
+//  4 returned to the client (7777)
+//  5 paid by BANESCO, provider 2 with a commission of 2 %
+//  6 paid with a one-character bank code
+const char* const kDatos = R"(
+INSERT INTO bancos VALUES (102, 'BANCO DE VENEZUELA'), (134, 'BANESCO');
+INSERT INTO clientes VALUES (12, 'MARIA PEREZ', ''), (13, 'JOSE DIAZ', '');
+INSERT INTO proveedor (C_proveedor, D_proveedor, porgan, Comision, regalo, ultregalo)
+    VALUES (1, 'ORINOCO', 40, 1.0, 10, 0), (2, 'LLANO', 30, 2.0, 7.5, 0);
+INSERT INTO servicios_usdt (C_SERVIcio, D_SERVIcio, compra, venta, equivalencia, div)
+    VALUES (1, 'DOLAR', 400, 0, 0, 0), (2, 'BASE', 410, 0, 0, 0), (4, 'PESOS', 4000, 0, 55, 1);
+INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra, MONTO)
+    VALUES (1, 'TRUMIN', 9, 2, 1, 'T', 364), (5, 'BANESCO PANAMA EXPRESS', 5, 2, 1, 'N', 380),
+           (55, 'PESOS COLOMBIA', 5, 4, 2, 'M', 0.0975);
+INSERT INTO parametros VALUES ('1234', '', '', 400);
+INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, pago, C_BANCO, REFERENCIA,
+                         confirmacion, operadora, tipo_operacion, tipo_servicio, ganancia, obs, g1, g2, g3,
+                         fecha_pago, hora_pago, dolar1, dolar2, bancozelle) VALUES
+ ('20250310', 1, 12, 100, 94.3, 0, 0, '', '', 0, '1', 2, 1, 100, '', 94.3, 94.3, 0, '', '', 0, 0, '0'),
+ ('20250310', 2, 13, 20.5, 20.5, 0, 0, '', '', 0, '2', 2, 5, 100, 'URGENTE', 20.5, 20.5, 0, '', '', 0, 0, '0'),
+ ('20250310', 3, 12, 123450, 30, 0, 0, '', '', 0, '1', 2, 55, 100, '', 30, 30, 0, '', '', 0, 0, '0'),
+ ('20250310', 4, 12, 20, 18.62, 0, 5000, '7777', '', 350, '1', 2, 1, 3, '', 1, 1, 0, '', '', 0, 0, '0'),
+ ('20250310', 5, 13, 200, 188.9, 2, 68000, '0134', 'R555', 360, '2', 1, 1, 5.5, '', 10.39, 10.39, 0,
+  '20250311', '10:00:00', 398, 405, '3'),
+ ('20250310', 6, 12, 10, 10, 1, 3000, '5', 'X', 300, '1', 2, 1, 2, '', 0.5, 0.5, 0.2, '20250311', '11:00:00', 1, 1, '0'),
+ ('20240105', 1, 12, 10, 10, 0, 0, '', '', 0, '1', 2, 1, 100, '', 10, 10, 0, '', '', 0, 0, '0');
+)";
+
+struct Consola10 {
+    SesionDePrueba s{false};
+    Form2* p = nullptr;
+
+    Consola10()
+    {
+        s.base.sql(QString::fromUtf8(kDatos));
+        LOGIN::Carga_Parametros(*s.m); // the screen's first activation reads the new rates
+        p = s.abrir<Form2>(QStringLiteral("Form2"));
+        p->Fecha1->setDate(QDate(2025, 3, 10));
+        p->Fecha2->setDate(QDate(2025, 3, 10));
+        p->SELECCIONA->click();
+    }
+    QString celda(int fila, int col) const { return p->Celdas.Value(fila, col).texto(); }
+    QString pie(int col) const { return p->GRID->Columns(col).FooterText(); }
+    // The operator types a text into a cell and leaves it.
+    void escribir(int fila, int col, const QString& texto)
+    {
+        const QModelIndex i = p->GRID->modelo()->index(fila, col);
+        p->GRID->vista()->setCurrentIndex(i);
+        p->GRID->modelo()->setData(i, texto, Qt::EditRole);
+    }
+    QString bd(const QString& columna, int secuencia, const QString& fecha = QStringLiteral("20250310")) const
+    {
+        return s.base.valor(QStringLiteral("select %1 from MOVIMIENTOS where FECHA='%2' and SECUENCIA=%3")
+                                .arg(columna, fecha)
+                                .arg(secuencia));
+    }
+};
+
+} // namespace
+
+class PruebaForm2 : public QObject {
+    Q_OBJECT
+private slots:
+    void carga_celdas_y_pies()
+    {
+        Consola10 c;
+        Form2* p = c.p;
+        QCOMPARE(p->windowTitle(), QStringLiteral("Form2 :       ACTUALIZACIONES Y CONSULTAS"));
+        QCOMPARE(p->Text8->text(), QStringLiteral("400,00"));
+        QCOMPARE(p->Label1->text(), QStringLiteral(" TRU = 364,00    ZEL = ,00   ZIN = ,00    AMA = ,00"));
+        QCOMPARE(p->Combo1->itemText(2), QStringLiteral("05 - BANESCO PANA (380)"));
+        QCOMPARE(p->Combo1->itemText(p->Combo1->count() - 1), QStringLiteral("99 - TODOS SW_CALCULO=2"));
+        QCOMPARE(p->Celdas.UpperBound(1), 5);
+
+        // Unpaid TRUMIN: 94,30 received x 364, cut; the price of the moment in "Factor".
+        QCOMPARE(c.celda(0, 0), QStringLiteral("10/03/2025"));
+        QCOMPARE(c.celda(0, 1), QStringLiteral("0001"));
+        QCOMPARE(c.celda(0, 3), QStringLiteral("MARIA PEREZ"));
+        QCOMPARE(c.celda(0, 8), QStringLiteral("34.325,00"));
+        QCOMPARE(c.celda(0, 16), QStringLiteral("364,0000"));
+        QCOMPARE(c.celda(0, 15), QString());
+        QCOMPARE(c.celda(0, 7), QString()); // provider 0 has no name
+        // BANESCO PANAMA from what was sent: 20,5 x 380; its name cut to 14.
+        QCOMPARE(c.celda(1, 8), QStringLiteral("7.790,00"));
+        QCOMPARE(c.celda(1, 19), QStringLiteral("BANESCO PANAMA"));
+        // Service 55 keeps its decimals and shows the pesos in dollars of today.
+        QCOMPARE(c.celda(2, 5), QStringLiteral("30,86"));
+        QCOMPARE(c.celda(2, 8), QStringLiteral("12.036,37"));
+        // Returned: no gains shown in % and G2, zeros in G-1 to G-3, its payment kept.
+        QCOMPARE(c.celda(3, 20), QString());
+        QCOMPARE(c.celda(3, 21), QString());
+        QCOMPARE(c.celda(3, 23), QStringLiteral("0,00"));
+        QCOMPARE(c.celda(3, 15), QStringLiteral("5.000,00"));
+        QCOMPARE(c.celda(3, 8), QString());
+        // Paid: what was paid at the rate paid, the bank's name, date of payment, the gift.
+        QCOMPARE(c.celda(4, 15), QStringLiteral("68.000,00"));
+        QCOMPARE(c.celda(4, 16), QStringLiteral("360,0000"));
+        QCOMPARE(c.celda(4, 9), QStringLiteral("0134"));
+        QCOMPARE(c.celda(4, 10), QStringLiteral("BANESCO"));
+        QCOMPARE(c.celda(4, 26), QStringLiteral("11/03/2025"));
+        QCOMPARE(c.celda(4, 28), QStringLiteral("3,778"));
+        QCOMPARE(c.celda(4, 29), QStringLiteral("398,00"));
+        // A one-character bank is paid, with no gift, prices or date of payment.
+        QCOMPARE(c.celda(5, 15), QStringLiteral("3.000,00"));
+        QCOMPARE(c.celda(5, 26), QString());
+        QCOMPARE(c.celda(5, 28), QString());
+        QCOMPARE(c.celda(5, 29), QString());
+
+        // Totals: the returned row counts as a row and as paid, not as received or gain.
+        QCOMPARE(c.pie(2), QStringLiteral("6"));
+        QCOMPARE(c.pie(5), QStringLiteral("343,70"));
+        QCOMPARE(c.pie(15), QStringLiteral("76.000,00"));
+        QCOMPARE(c.pie(8), QStringLiteral("54.151,37"));
+        QCOMPARE(c.pie(23), QStringLiteral("155,69"));
+        QCOMPARE(c.pie(25), QStringLiteral("0,20"));
+        QCOMPARE(p->GRID->Bookmark(), 5);
+        QVERIFY(p->Check2->isChecked());
+        QVERIFY(!p->GRID->Columns(12).Visible() && !p->GRID->Columns(24).Visible());
+        QCOMPARE(p->GRID->Columns(13).Order(), 1);
+
+        // Names sort as text, amounts by value.
+        emit p->GRID->HeadClick(3);
+        QCOMPARE(c.celda(0, 3), QStringLiteral("JOSE DIAZ"));
+        emit p->GRID->HeadClick(8);
+        QCOMPARE(c.celda(5, 8), QStringLiteral("34.325,00"));
+
+        // Only the unpaid ones; a name typed with the box ticked searches since 2023.
+        p->Option1[2]->click();
+        QCOMPARE(p->Celdas.UpperBound(1), 2);
+        p->Text2->setText(QStringLiteral("MARIA"));
+        QTest::keyClick(p->Text2, Qt::Key_Return);
+        QCOMPARE(c.celda(0, 0), QStringLiteral("05/01/2024"));
+        QCOMPARE(p->Text2->text(), QString());
+        // Nothing in the range: no rows, the footers at zero.
+        p->Fecha1->setDate(QDate(2025, 3, 1));
+        p->Fecha2->setDate(QDate(2025, 3, 2));
+        p->SELECCIONA->click();
+        QCOMPARE(p->Celdas.UpperBound(1), -1);
+        QCOMPARE(c.pie(15), QStringLiteral("0,00"));
+    }
+
+    void ediciones_de_celdas()
+    {
+        Consola10 c;
+        Form2* p = c.p;
+        c.s.m->Dolar_Actual = 36.5f;
+        // The same text typed again marks the row; either decimal mark is read.
+        c.escribir(1, 22, QStringLiteral("URGENTE"));
+        QCOMPARE(c.celda(1, 12), QStringLiteral("1"));
+        c.escribir(1, 5, QStringLiteral("5.25"));
+        QCOMPARE(c.celda(1, 5), QStringLiteral("5,25"));
+        QCOMPARE(c.celda(1, 8), QStringLiteral("191")); // 5,25 x 36,5 without decimals
+        c.escribir(1, 2, QStringLiteral("12"));
+        QCOMPARE(c.celda(1, 3), QStringLiteral("MARIA PEREZ"));
+        c.escribir(1, 18, QStringLiteral("5"));
+        QCOMPARE(c.celda(1, 19), QStringLiteral("BANESCO PANAMA EXPRESS"));
+
+        // A code with letters is no bank, even one that looks like one.
+        c.escribir(0, 9, QStringLiteral("01A4"));
+        QCOMPARE(c.s.ultimoMensaje(), QStringLiteral("Error : Banco no registrado"));
+        QCOMPARE(c.s.mensajes.last().estilo, int(Mensajes::vbCritical));
+        QCOMPARE(c.celda(0, 9), QString());
+        QCOMPARE(c.celda(0, 12), QStringLiteral("1"));
+        // Returned to the client: the estimate stays in view.
+        c.escribir(2, 9, QStringLiteral("7777"));
+        QCOMPARE(c.celda(2, 10), QStringLiteral("Devoluciön"));
+        QCOMPARE(c.celda(2, 8), QStringLiteral("12.036,37"));
+        QCOMPARE(c.celda(2, 20), QStringLiteral("0"));
+
+        // Paid by typing the bank: the payment cut to bolivars, the gain of it.
+        c.escribir(0, 9, QStringLiteral("0134"));
+        QCOMPARE(c.celda(0, 10), QStringLiteral("BANESCO"));
+        QCOMPARE(c.celda(0, 15), QStringLiteral("34.325,00"));
+        QCOMPARE(c.celda(0, 20), QStringLiteral("9,00"));
+        QCOMPARE(c.celda(0, 21), QStringLiteral("8,49"));
+        QCOMPARE(c.celda(0, 8), QString());
+        QCOMPARE(p->GRID->Col(), 11);
+        c.escribir(0, 11, QStringLiteral("REF1"));
+        // A returned row as loaded has no gain to send: the server takes it as 0.
+        c.escribir(3, 22, QStringLiteral("DEVUELTO"));
+        p->ACTUALIZAR->click();
+        QCOMPARE(c.bd(QStringLiteral("obs || '|' || ganancia || '|' || g1"), 4), QStringLiteral("DEVUELTO|0.0|0.0"));
+        QCOMPARE(c.bd(QStringLiteral("C_BANCO || '|' || REFERENCIA || '|' || pago || '|' || ganancia || '|' || g1 || '|' || g2 || '|' || g3 || '|' || fecha_pago"), 1),
+                 QStringLiteral("0134|REF1|34325.0|9.0|8.49|8.49|0.0|"));
+        QCOMPARE(c.bd(QStringLiteral("C_BANCO || '|' || pago || '|' || ganancia"), 3), QStringLiteral("7777|0.0|0.0"));
+        QCOMPARE(c.bd(QStringLiteral("recibido || '|' || C_CLIENTE || '|' || tipo_servicio"), 2), QStringLiteral("5.25|12|5"));
+        // The save reloads: the paid row now shows its payment and no marks are left.
+        QCOMPARE(c.celda(0, 15), QStringLiteral("34.325,00"));
+        QCOMPARE(c.celda(0, 12), QString());
+    }
+
+    void de_pagada_a_no_pagada()
+    {
+        Consola10 c;
+        c.escribir(4, 9, QStringLiteral("8888"));
+        // The provider's gift is touched at once, by nothing.
+        QCOMPARE(c.s.base.valor(QStringLiteral("select regalo from proveedor where C_proveedor = 2")), QStringLiteral("7.5"));
+        QCOMPARE(c.celda(4, 8), QStringLiteral("68.000,00"));
+        QCOMPARE(c.celda(4, 6), QStringLiteral("0000"));
+        QCOMPARE(c.celda(4, 9), QString());
+        QCOMPARE(c.celda(4, 20), QStringLiteral("100"));
+        QCOMPARE(c.celda(4, 23), QStringLiteral("188,90"));
+        QCOMPARE(c.celda(4, 28), QStringLiteral("0"));
+        c.p->ACTUALIZAR->click();
+        QCOMPARE(c.bd(QStringLiteral("C_BANCO || '|' || C_PROVEEDOR || '|' || pago || '|' || ganancia || '|' || g1"), 5),
+                 QStringLiteral("|0|0.0|100.0|188.9"));
+        // Unpaid again: the estimate at today's price is back.
+        QCOMPARE(c.celda(4, 8), QStringLiteral("68.759,00"));
+    }
+
+    void pago_en_lote()
+    {
+        Consola10 c;
+        Form2* p = c.p;
+        c.s.m->reloj = [] { return QDateTime(QDate(2025, 3, 12), QTime(15, 4, 5)); };
+
+        // Nothing ticked, then a paid row among the ticked: nothing is paid.
+        p->Sumarizar->click();
+        QCOMPARE(c.s.ultimoMensaje(), QStringLiteral("Error : No selecciono información"));
+        p->Marcar(0);
+        p->Marcar(4);
+        p->Sumarizar->click();
+        QCOMPARE(c.s.ultimoMensaje(), QStringLiteral("Error : conflicto en la selección. Hay movimientos pagados"));
+        QCOMPARE(c.celda(0, 17), QStringLiteral("0"));
+
+        // FIJAR prices the ticked unpaid rows and skips the paid ones.
+        p->Marcar(0);
+        p->Marcar(4);
+        p->Text4->setText(QStringLiteral("36.5"));
+        p->FIJAR->click();
+        QCOMPARE(p->Text4->text(), QStringLiteral("36,5"));
+        QCOMPARE(c.celda(0, 8), QStringLiteral("3.441,00"));
+        QCOMPARE(c.celda(4, 16), QStringLiteral("360,0000"));
+        QCOMPARE(p->Text5->text(), QStringLiteral("3.442"));
+
+        // A query drops the marks; three unpaid rows are ticked and paid in one run.
+        p->SELECCIONA->click();
+        for (int i : {0, 1, 2})
+            p->Marcar(i);
+        QCOMPARE(p->Text5->text(), QStringLiteral("54.151"));
+        // Cancelled: nothing changes but the ticks.
+        Dialogo::Reemplazar([](Dialogo& d) { d.CancelButton->click(); });
+        p->Sumarizar->click();
+        QCOMPARE(c.bd(QStringLiteral("C_BANCO"), 1), QString());
+        QCOMPARE(c.celda(1, 17), QStringLiteral("0"));
+
+        for (int i : {0, 1, 2})
+            p->Marcar(i);
+        QStringList visto;
+        Dialogo::Reemplazar([&visto](Dialogo& d) {
+            visto << d.Text2[4]->text() << d.Text2[0]->text();
+            d.OKButton->click(); // no provider yet
+            d.Text2[1]->setText(QStringLiteral("1"));
+            QTest::keyClick(d.Text2[1], Qt::Key_Return);
+            visto << d.Text2[3]->text();
+            d.OKButton->click(); // no reference yet
+            d.Text2[2]->setText(QStringLiteral("LOTE7"));
+            d.Option2[1]->setChecked(true);
+            d.Option3[0]->setChecked(true);
+            d.OKButton->click();
+        });
+        p->Sumarizar->click();
+        Dialogo::Reemplazar({});
+        QCOMPARE(visto, (QStringList{"3 Transacciones", "54.151,37", "ORINOCO"}));
+        QCOMPARE(c.s.mensajes[c.s.mensajes.size() - 2].texto, QStringLiteral("Error: Indique Código del Proveedor"));
+        QCOMPARE(c.s.ultimoMensaje(), QStringLiteral("Error: Indique Número de Referencia"));
+
+        const QString campos = QStringLiteral(
+            "C_BANCO || '|' || REFERENCIA || '|' || C_PROVEEDOR || '|' || tipo_operacion || '|' || pago || '|' || "
+            "recibido || '|' || g1 || '|' || g2 || '|' || g3 || '|' || fecha_pago || '|' || hora_pago || '|' || dolar1");
+        QCOMPARE(c.bd(campos, 1), QStringLiteral("0134|LOTE7|1|1|34325.0|94.3|8.49|8.49|0.0|20250312|15:04:05|400.0"));
+        QCOMPARE(c.bd(campos, 2), QStringLiteral("0134|LOTE7|1|1|7790.0|20.5|1.03|1.03|0.0|20250312|15:04:05|400.0")); // with the half cent; 1,02 without
+        // Service 55: the gain is shared with the provider by its porgan of 40.
+        QCOMPARE(c.bd(campos, 3), QStringLiteral("0134|LOTE7|1|1|12036.37|30.86|1.5|0.9|0.6|20250312|15:04:05|400.0"));
+        // The provider's gift grows once, by its 1 % of all that was received.
+        QCOMPARE(c.s.base.valor(QStringLiteral("select regalo || '|' || ultregalo from proveedor where C_proveedor = 1")),
+                 QStringLiteral("11.4566|1.4566"));
+        QCOMPARE(p->Text5->text(), QStringLiteral("0"));
+        QCOMPARE(c.celda(0, 9), QStringLiteral("0134"));
+
+        // With nothing loaded there is nothing to process.
+        p->Fecha1->setDate(QDate(2025, 3, 1));
+        p->Fecha2->setDate(QDate(2025, 3, 1));
+        p->SELECCIONA->click();
+        p->Sumarizar->click();
+        QCOMPARE(c.s.ultimoMensaje(), QStringLiteral("Error : No hay información para procesar"));
+    }
+
+    void borrar_y_sentencias()
+    {
+        Consola10 c;
+        Form2* p = c.p;
+        // A paid row is not deleted, and nobody is asked.
+        p->GRID->vista()->setCurrentIndex(p->GRID->modelo()->index(4, 3));
+        emit p->GRID->DblClick();
+        QVERIFY(c.s.mensajes.isEmpty());
+        // An unpaid one, after a Yes to the box; a No keeps it.
+        p->GRID->vista()->setCurrentIndex(p->GRID->modelo()->index(1, 3));
+        c.s.respuesta = Mensajes::vbNo;
+        emit p->GRID->DblClick();
+        QCOMPARE(c.s.ultimoMensaje(), QStringLiteral("Atención : Quiere eliminar el Registro  10/03/2025  0002"));
+        QCOMPARE(c.s.mensajes.last().estilo, Mensajes::vbYesNo + Mensajes::vbCritical + 256);
+        QCOMPARE(c.bd(QStringLiteral("count(*)"), 2), QStringLiteral("1"));
+        c.s.respuesta = Mensajes::vbYes;
+        emit p->GRID->DblClick();
+        QCOMPARE(c.bd(QStringLiteral("count(*)"), 2), QStringLiteral("0"));
+        QCOMPARE(p->Celdas.UpperBound(1), 4);
+
+        // The statement of a saved row, in both forms, as the server receives it.
+        const QString base = QStringLiteral(
+            " UPDATE MOVIMIENTOS SET  recibido =  '188.90', enviado =  '200.00', C_CLIENTE =  '0013', obs =  '', "
+            "C_PROVEEDOR =  '0002', pago =  '68000.00', C_BANCO =  '0134', operadora =  '2', REFERENCIA =  'R555', "
+            "confirmacion =  '360.0000', tipo_operacion =  '1', ganancia =  '5.50', g1 =  '10.39', g2 =  '10.39', "
+            "g3 =  '0',%1 bancozelle =  '3', tipo_servicio =  '01' WHERE FECHA=  '20250310' and SECUENCIA = '0005'");
+        QCOMPARE(p->Sentencia_Fila(3, QStringLiteral("20250312"), QStringLiteral("09:08:07")), base.arg(QString()));
+        p->Modo_Grabar = 1;
+        QCOMPARE(p->Sentencia_Fila(3, QStringLiteral("20250312"), QStringLiteral("09:08:07")),
+                 base.arg(QStringLiteral(" fecha_pago =  '20250312', hora_pago =  '09:08:07', dolar1 =  '400.00', "
+                                         "dolar2 =  '410.00',")));
+    }
+};
+
+REGISTRAR_PRUEBA(PruebaForm2);
+#include "tst_form2.moc"
