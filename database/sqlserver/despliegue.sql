@@ -1,7 +1,7 @@
 -- Control de Pagos: the database on SQL Server.
 --
 -- Creates the database RAMIL (if missing) with the tables of the system, the
--- procedures TRU_PARAMETROS and TRU_CARGA_TABLAS_03, and the rows the program
+-- procedures of the program with their helper functions, and the rows the program
 -- reads without looking (parameters, the one-row dollar tables, the two USDT
 -- reference prices, Zelle bank 0, the four wallets and the two pictures of
 -- fotos). It can be run again: what exists is kept, the procedures are replaced.
