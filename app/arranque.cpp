@@ -1,4 +1,10 @@
 #include "arranque.h"
+#include "bancos.h"
+#include "bancos_zelle.h"
+#include "clientes.h"
+#include "conceptos.h"
+#include "form_servicios.h"
+#include "proveedores.h"
 #include "fallo.h"
 #include "f5_usdt.h"
 #include "form2.h"
@@ -64,6 +70,12 @@ Despliegue Lee_Despliegue()
 void Registra_Pantallas(MDIForm1& p)
 {
     p.Registrar(QStringLiteral("Movimientos"), [](Module1& m, MDIForm1& p) { return new Movimientos(m, p); });
+    p.Registrar(QStringLiteral("BANCOS"), [](Module1& m, MDIForm1& p) { return new BANCOS(m, p); });
+    p.Registrar(QStringLiteral("BANCOS_ZELLE"), [](Module1& m, MDIForm1& p) { return new BANCOS_ZELLE(m, p); });
+    p.Registrar(QStringLiteral("Clientes"), [](Module1& m, MDIForm1& p) { return new Clientes(m, p); });
+    p.Registrar(QStringLiteral("Proveedores"), [](Module1& m, MDIForm1& p) { return new Proveedores(m, p); });
+    p.Registrar(QStringLiteral("CONCEPTOS"), [](Module1& m, MDIForm1& p) { return new CONCEPTOS(m, p); });
+    p.Registrar(QStringLiteral("Form_SERVICIOS"), [](Module1& m, MDIForm1& p) { return new Form_SERVICIOS(m, p); });
     p.Registrar(QStringLiteral("Form2"), [](Module1& m, MDIForm1& p) { return new Form2(m, p); });
     p.Registrar(QStringLiteral("Form2_Pago"), [](Module1& m, MDIForm1& p) { return new Form2_Pago(m, p); });
     p.Registrar(QStringLiteral("F5_USDT"), [](Module1& m, MDIForm1& p) { return new F5_USDT(m, p); });

@@ -1,7 +1,7 @@
 -- Control de Pagos: the database on SQL Server.
 --
 -- Creates the database RAMIL (if missing) with the tables of the system, the
--- procedures TRU_PARAMETROS and TRU_CARGA_TABLAS_03, and the rows the program
+-- procedures of the program with their helper functions, and the rows the program
 -- reads without looking (parameters, the one-row dollar tables, the two USDT
 -- reference prices, Zelle bank 0, the four wallets and the two pictures of
 -- fotos). It can be run again: what exists is kept, the procedures are replaced.
@@ -404,6 +404,240 @@ BEGIN
 END
 go
 
+-- An amount written the business's way, as some procedures receive it: with a
+-- ',' the last ',' is the decimal mark and every other mark a thousands mark
+-- ("1,234,50" is 1234.5); without one, a single '.' is a decimal point and
+-- several are thousands marks. Blank is 0; other text is a conversion error.
+CREATE OR ALTER FUNCTION dbo.num_coma (@texto varchar(60))
+RETURNS float
+AS
+BEGIN
+    DECLARE @t varchar(60) = LTRIM(RTRIM(@texto));
+    IF @t IS NULL RETURN NULL;
+    IF @t = '' RETURN 0;
+    DECLARE @p int = CHARINDEX(',', REVERSE(@t));
+    IF @p > 0
+        SET @t = REPLACE(REPLACE(LEFT(@t, LEN(@t) - @p), '.', ''), ',', '') + '.' + RIGHT(@t, @p - 1);
+    ELSE IF LEN(@t) - LEN(REPLACE(@t, '.', '')) > 1
+        SET @t = REPLACE(@t, '.', '');
+    RETURN CAST(@t AS float);
+END
+go
+
+-- The banks through which payments leave, by rising code.
+CREATE OR ALTER PROCEDURE dbo.TRU_BANCOS
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT C_Banco, D_banco FROM dbo.bancos ORDER BY C_Banco;
+END
+go
+
+-- A bank with the operator's code and name; an empty code (0) takes the next
+-- code above the largest; an existing code keeps its key and takes the name.
+CREATE OR ALTER PROCEDURE dbo.TRU_IN_BANCOS
+    @codigo int = 0,
+    @descripcion varchar(60) = ''
+AS
+BEGIN
+    SET NOCOUNT ON;
+    BEGIN TRANSACTION;
+    IF COALESCE(@codigo, 0) = 0
+        SELECT @codigo = COALESCE(MAX(C_Banco), 0) + 1 FROM dbo.bancos WITH (UPDLOCK, HOLDLOCK);
+    IF EXISTS (SELECT 1 FROM dbo.bancos WITH (UPDLOCK, HOLDLOCK) WHERE C_Banco = @codigo)
+        UPDATE dbo.bancos SET D_banco = @descripcion WHERE C_Banco = @codigo;
+    ELSE
+        INSERT INTO dbo.bancos (C_Banco, D_banco) VALUES (@codigo, @descripcion);
+    COMMIT TRANSACTION;
+END
+go
+
+-- The banks behind the Zelle wallet, by rising code.
+CREATE OR ALTER PROCEDURE dbo.TRU_BANCOS_ZELLE
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT C_Banco, D_banco FROM dbo.bancos_zelle ORDER BY C_Banco;
+END
+go
+
+-- A Zelle bank's new name; the code never changes.
+CREATE OR ALTER PROCEDURE dbo.TRU_MOD_bancos_zelle
+    @codigo int = 0,
+    @descripcion varchar(60) = ''
+AS
+BEGIN
+    SET NOCOUNT ON;
+    UPDATE dbo.bancos_zelle SET D_banco = @descripcion WHERE C_Banco = @codigo;
+END
+go
+
+-- The client catalogue by rising code: every client for service 0, else the
+-- clients with a transaction of that service.
+CREATE OR ALTER PROCEDURE dbo.TRU_CLIENTES_01
+    @servicio smallint = 0
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT C_CLIENTE, D_cliente, Revisar
+    FROM dbo.clientes AS c
+    WHERE COALESCE(@servicio, 0) = 0
+       OR EXISTS (SELECT 1 FROM dbo.MOVIMIENTOS AS m
+                  WHERE m.C_CLIENTE = c.C_CLIENTE AND m.tipo_servicio = @servicio)
+    ORDER BY C_CLIENTE;
+END
+go
+
+-- A client's new name and review mark ('9999': under review).
+CREATE OR ALTER PROCEDURE dbo.TRU_MOD_CLIENTES
+    @codigo int = 0,
+    @nombre varchar(40) = '',
+    @revisar varchar(10) = ''
+AS
+BEGIN
+    SET NOCOUNT ON;
+    UPDATE dbo.clientes SET D_cliente = @nombre, Revisar = @revisar WHERE C_CLIENTE = @codigo;
+END
+go
+
+-- A client's photograph; storing another replaces it.
+CREATE OR ALTER PROCEDURE dbo.TRU_IN_FOTOS
+    @cliente int = 0,
+    @img varbinary(max) = NULL
+AS
+BEGIN
+    SET NOCOUNT ON;
+    BEGIN TRANSACTION;
+    IF EXISTS (SELECT 1 FROM dbo.fotos WITH (UPDLOCK, HOLDLOCK) WHERE cliente = @cliente)
+        UPDATE dbo.fotos SET img = @img WHERE cliente = @cliente;
+    ELSE
+        INSERT INTO dbo.fotos (cliente, img) VALUES (@cliente, @img);
+    COMMIT TRANSACTION;
+END
+go
+
+-- A new provider under the next code, with its name and group key.
+CREATE OR ALTER PROCEDURE dbo.TRU_IN_proveedor_01
+    @nombre varchar(30) = '',
+    @clave varchar(5) = ''
+AS
+BEGIN
+    SET NOCOUNT ON;
+    DECLARE @codigo int;
+    BEGIN TRANSACTION;
+    SELECT @codigo = COALESCE(MAX(C_proveedor), 0) + 1 FROM dbo.proveedor WITH (UPDLOCK, HOLDLOCK);
+    INSERT INTO dbo.proveedor (C_proveedor, D_proveedor, clave_pro) VALUES (@codigo, @nombre, @clave);
+    COMMIT TRANSACTION;
+END
+go
+
+-- A provider's name, group key, share of the gain, commission and gift
+-- balance; the numbers come with a decimal comma, maybe with thousands marks.
+CREATE OR ALTER PROCEDURE dbo.TRU_MOD_proveedor_01
+    @codigo int = 0,
+    @nombre varchar(30) = '',
+    @clave varchar(5) = '',
+    @porgan varchar(30) = '0',
+    @comision varchar(30) = '0',
+    @regalo varchar(30) = '0'
+AS
+BEGIN
+    SET NOCOUNT ON;
+    UPDATE dbo.proveedor
+    SET D_proveedor = @nombre, clave_pro = @clave, porgan = dbo.num_coma(@porgan),
+        Comision = dbo.num_coma(@comision), regalo = dbo.num_coma(@regalo)
+    WHERE C_proveedor = @codigo;
+END
+go
+
+-- The payment concepts of the receipts, by rising code.
+CREATE OR ALTER PROCEDURE dbo.TRU_CONCEPTOS
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT C_CONCEPTO, D_CONCEPTO FROM dbo.conceptos ORDER BY C_CONCEPTO;
+END
+go
+
+-- A new payment concept under the next code.
+CREATE OR ALTER PROCEDURE dbo.TRU_IN_CONCEPTOS
+    @descripcion varchar(100) = ''
+AS
+BEGIN
+    SET NOCOUNT ON;
+    DECLARE @codigo int;
+    BEGIN TRANSACTION;
+    SELECT @codigo = COALESCE(MAX(C_CONCEPTO), 0) + 1 FROM dbo.conceptos WITH (UPDLOCK, HOLDLOCK);
+    INSERT INTO dbo.conceptos (C_CONCEPTO, D_CONCEPTO) VALUES (@codigo, @descripcion);
+    COMMIT TRANSACTION;
+END
+go
+
+-- A payment concept's new description.
+CREATE OR ALTER PROCEDURE dbo.TRU_MOD_Conceptos
+    @codigo int = 0,
+    @descripcion varchar(100) = ''
+AS
+BEGIN
+    SET NOCOUNT ON;
+    UPDATE dbo.conceptos SET D_CONCEPTO = @descripcion WHERE C_CONCEPTO = @codigo;
+END
+go
+
+-- The wallet services, by rising code.
+CREATE OR ALTER PROCEDURE dbo.TRU_servicios
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra, St_servicio
+    FROM dbo.servicios ORDER BY C_SERVIcio;
+END
+go
+
+-- A new service: the code after the largest while within 100, else the lowest
+-- free code from 1; percentage with a decimal comma; the letter as a capital.
+CREATE OR ALTER PROCEDURE dbo.TRU_IN_SERVICIOS_02
+    @descripcion varchar(60) = '',
+    @porcentaje varchar(30) = '0',
+    @decimales int = 2,
+    @sw_calculos int = 1,
+    @letra varchar(5) = ''
+AS
+BEGIN
+    SET NOCOUNT ON;
+    DECLARE @codigo int;
+    BEGIN TRANSACTION;
+    SELECT @codigo = MAX(C_SERVIcio) + 1 FROM dbo.servicios WITH (UPDLOCK, HOLDLOCK);
+    IF @codigo IS NULL OR @codigo > 100
+        SELECT @codigo = MIN(n.c)
+        FROM (SELECT TOP (100) ROW_NUMBER() OVER (ORDER BY (SELECT NULL)) AS c FROM sys.all_objects) AS n
+        WHERE n.c NOT IN (SELECT C_SERVIcio FROM dbo.servicios);
+    INSERT INTO dbo.servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra, St_servicio, MONTO)
+    VALUES (@codigo, @descripcion, dbo.num_coma(@porcentaje), COALESCE(@decimales, 2), COALESCE(@sw_calculos, 1),
+            UPPER(LEFT(LTRIM(RTRIM(@letra)), 1)), 'A', 0);
+    COMMIT TRANSACTION;
+END
+go
+
+-- A service's description, percentage (decimal comma) and decimals; way of
+-- calculation, letter and status only when sent.
+CREATE OR ALTER PROCEDURE dbo.TRU_MOD_servicios_01
+    @codigo int = 0,
+    @descripcion varchar(60) = '',
+    @porcentaje varchar(30) = '0',
+    @decimales int = 2,
+    @sw_calculos int = NULL,
+    @letra varchar(5) = NULL,
+    @estado varchar(10) = NULL
+AS
+BEGIN
+    SET NOCOUNT ON;
+    UPDATE dbo.servicios
+    SET D_SERVIcio = @descripcion, porcentaje = dbo.num_coma(@porcentaje),
+        decimales = COALESCE(@decimales, decimales), sw_calculos = COALESCE(@sw_calculos, sw_calculos),
+        letra = COALESCE(UPPER(LEFT(LTRIM(RTRIM(@letra)), 1)), letra),
+        St_servicio = COALESCE(@estado, St_servicio)
+    WHERE C_SERVIcio = @codigo;
 -- The console queries. Filters: dates compared as text ('202301' means "since
 -- January 2023"); payment 0 all, 1 paid (a bank in C_BANCO, '7777' included),
 -- 2 not paid; operator 0 all, else that operator; each text given found in

@@ -1,6 +1,7 @@
 // The cell matrix and the grid that shows it: what the catalogue screens and
 // the consoles count on when they load, edit, mark, walk and sort rows.
 #include "celdas.h"
+#include "escribir.h"
 #include "fallo.h"
 #include "prueba.h"
 #include "rejilla.h"
@@ -45,30 +46,6 @@ void cargarCatalogo(Celdas& c, const QStringList& nombres)
         c.Value(i, 1) = n;
         c.Value(i, 2) = QStringLiteral("0");
     }
-}
-
-// The editor open on a cell; closed editors linger hidden until deleted.
-QLineEdit* editorAbierto(QTableView* v)
-{
-    for (QLineEdit* e : v->viewport()->findChildren<QLineEdit*>())
-        if (e->isVisible())
-            return e;
-    return nullptr;
-}
-
-// Types into a cell through the grid's editor and ends with Enter.
-void escribirEnCelda(Rejilla& g, int fila, int col, const QString& texto)
-{
-    QTableView* v = g.vista();
-    g.setBookmark(fila);
-    g.setCol(col);
-    v->edit(v->currentIndex());
-    QLineEdit* editor = editorAbierto(v);
-    QVERIFY(editor);
-    editor->selectAll();
-    QTest::keyClicks(editor, texto);
-    QTest::keyClick(editor, Qt::Key_Return);
-    QCoreApplication::processEvents();
 }
 
 } // namespace

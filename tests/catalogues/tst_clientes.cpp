@@ -1,0 +1,204 @@
+// The client catalogue: filter, search, jumps, add and change, and the
+// photographs shown on a click and stored from a picture file.
+#include "clientes.h"
+#include "escribir.h"
+#include "foto.h"
+#include "prueba.h"
+#include "sesion.h"
+
+#include <QAction>
+#include <QBuffer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+
+namespace {
+
+int cuenta(const BaseTemporal& base, const QString& sql) { return base.valor(sql).toInt(); }
+
+void clicEnFila(Clientes* p, int fila)
+{
+    p->GRID->setBookmark(fila);
+    emit p->GRID->Click();
+}
+
+QImage comoSeMuestra(const QByteArray& bytes, const QLabel* l)
+{
+    QLabel copia;
+    copia.resize(l->size());
+    Foto::Muestra(&copia, bytes);
+    return copia.pixmap().toImage();
+}
+
+QByteArray imagen(const char* formato, Qt::GlobalColor color)
+{
+    QImage i(30, 40, QImage::Format_RGB32);
+    i.fill(color);
+    QByteArray bytes;
+    QBuffer b(&bytes);
+    i.save(&b, formato);
+    return bytes;
+}
+
+} // namespace
+
+class PruebaClientes : public QObject {
+    Q_OBJECT
+private slots:
+    void filtro_busqueda_y_saltos()
+    {
+        SesionDePrueba s;
+        s.principal->entrada(QStringLiteral("TAB_CLIENTES"))->trigger();
+        auto* p = qobject_cast<Clientes*>(s.principal->Abierta(QStringLiteral("Clientes")));
+        QVERIFY(p);
+        const int todos = cuenta(s.base, QStringLiteral("select count(*) from clientes"));
+        QCOMPARE(p->Text1[6]->text(), QString::number(todos));
+        QCOMPARE(p->List1->item(0)->text(), QStringLiteral("00 - TODOS"));
+        QCOMPARE(p->List1->count(), 1 + cuenta(s.base, QStringLiteral("select count(*) from servicios where C_SERVIcio between 1 and 100")));
+        QCOMPARE(p->List1->item(8)->text(), QStringLiteral("09 - PAYPAL")); // code 8 is a gap
+
+        // The filter waits for CONSULTAR.
+        p->List1->setCurrentRow(2);
+        emit p->List1->itemClicked(p->List1->item(2));
+        QCOMPARE(p->Servicio_Filtro, int16_t(2));
+        QCOMPARE(p->Celdas.UpperBound(1) + 1, todos);
+        p->CONSULTAR->click();
+        const int deZelle = cuenta(s.base, QStringLiteral("select count(distinct C_CLIENTE) from MOVIMIENTOS where tipo_servicio = 2"));
+        QVERIFY(deZelle > 0 && deZelle < todos);
+        QCOMPARE(p->N_Filas, int16_t(deZelle));
+
+        // A search leaves the count and the last row of the full list.
+        p->Text1[5]->setText(QStringLiteral(" perez le "));
+        p->Busca->click();
+        const int hallados = p->Celdas.UpperBound(1) + 1;
+        QVERIFY(hallados > 0 && hallados < deZelle);
+        QCOMPARE(p->Text1[6]->text(), QString::number(deZelle));
+        QCOMPARE(p->focusWidget(), p->Text1[5]);
+        p->Ultimo->click();
+        QCOMPARE(p->GRID->Bookmark(), -1); // beyond the rows found
+        p->Command1->click();
+        QCOMPARE(p->GRID->Bookmark(), 0);
+
+        // A head click sorts the rows by that column, as text.
+        emit p->GRID->HeadClick(1);
+        for (int i = 1; i < hallados; ++i)
+            QVERIFY(p->Celdas.Value(i - 1, 1).texto() <= p->Celdas.Value(i, 1).texto());
+    }
+
+    void alta_y_cambios()
+    {
+        SesionDePrueba s;
+        const QString antes = s.base.valor(QStringLiteral("select D_cliente from clientes where C_CLIENTE = 3"));
+        s.base.sql(QStringLiteral("CREATE TABLE llamadas (codigo INTEGER);"
+                                  "CREATE TRIGGER anota AFTER UPDATE ON clientes BEGIN INSERT INTO llamadas VALUES (new.C_CLIENTE); END;"));
+        auto* p = s.abrir<Clientes>(QStringLiteral("Clientes"));
+        const int todos = p->N_Filas;
+
+        p->INCLUIR->click();
+        QVERIFY(p->Text1[0]->isHidden() && p->Text1[1]->isHidden());
+        QVERIFY(!p->Text1[2]->isHidden() && !p->Text1[3]->isHidden() && !p->Procesar->isHidden());
+        QCOMPARE(p->focusWidget(), p->Text1[3]);
+        p->Text1[3]->setText(QStringLiteral("ELOY CASTRO"));
+        p->Procesar->click();
+        QCOMPARE(p->N_Filas, int16_t(todos + 1));
+        QCOMPARE(p->GRID->Bookmark(), todos);
+        QCOMPARE(p->Celdas.Value(todos, 1).texto(), QStringLiteral("ELOY CASTRO"));
+        QCOMPARE(s.m->Nombre_Cliente(int16_t(todos + 1)), QStringLiteral("ELOY CASTRO"));
+        QVERIFY(p->Procesar->isHidden());
+
+        // Two columns of one row edited: one call, trimmed; the cache follows.
+        escribirEnCelda(*p->GRID, 1, 1, QStringLiteral(" ANA MARIA SOTO "));
+        escribirEnCelda(*p->GRID, 1, 4, QStringLiteral(" 9999 "));
+        escribirEnCelda(*p->GRID, 2, 4, QStringLiteral("  ")); // blanks: an edit, sent empty
+        p->MODIFICAR->click();
+        QCOMPARE(s.base.valor(QStringLiteral("select group_concat(codigo) from llamadas")), QStringLiteral("2,3"));
+        QCOMPARE(s.base.valor(QStringLiteral("select D_cliente || '/' || Revisar from clientes where C_CLIENTE = 2")),
+                 QStringLiteral("ANA MARIA SOTO/9999"));
+        QCOMPARE(s.base.valor(QStringLiteral("select D_cliente from clientes where C_CLIENTE = 3")), antes);
+        QCOMPARE(s.m->Nombre_Cliente(2), QStringLiteral("ANA MARIA SOTO"));
+    }
+
+    void fotos_desde_memoria_y_archivo()
+    {
+        SesionDePrueba s;
+        auto* p = s.abrir<Clientes>(QStringLiteral("Clientes"));
+        // A clock that moves a second at each look, noting whether the message is in view.
+        QDateTime ahora(QDate(2024, 1, 1), QTime(8, 0));
+        int segundos = 0;
+        QStringList vistos;
+        s.m->reloj = [&] {
+            ++segundos;
+            if (p->Text2->isVisible() && !vistos.contains(p->Text2->text()))
+                vistos << p->Text2->text();
+            return ahora.addSecs(segundos);
+        };
+        const QByteArray sinFoto = Foto::Lee(*s.m, QStringLiteral("0000"), false);
+        const QByteArray revision = Foto::Lee(*s.m, QString(), true);
+
+        // Nothing clicked yet: nothing to pick, nothing to store.
+        p->FOTO->click();
+        p->GRABAR_IMAGEN->click();
+        QCOMPARE(s.mensajes.size(), 2);
+        QCOMPARE(s.mensajes[0].texto, QStringLiteral("No selecciono ningun Cliente"));
+        QCOMPARE(s.mensajes[1].texto, QStringLiteral("----- ESA FOTO YA ESTA GRABADA -------"));
+        QCOMPARE(s.mensajes[1].estilo, 0);
+
+        // A client under review shows the warning picture, with no message.
+        const int enRevision = 136; // client 137
+        QCOMPARE(p->Celdas.Value(enRevision, 4).texto(), QStringLiteral("9999"));
+        clicEnFila(p, enRevision);
+        QCOMPARE(p->Text1[9]->text(), QStringLiteral("0137"));
+        QCOMPARE(p->Imagen->pixmap().toImage(), comoSeMuestra(revision, p->Imagen));
+        QVERIFY(vistos.isEmpty());
+
+        // Without a photo: picture 0 and the notice held two seconds.
+        clicEnFila(p, 11);
+        QCOMPARE(p->Imagen->pixmap().toImage(), comoSeMuestra(sinFoto, p->Imagen));
+        QCOMPARE(vistos, QStringList{"Cliente no tiene Foto"});
+        QVERIFY(segundos >= 3);
+        QVERIFY(p->Text2->isHidden());
+
+        // A JPEG chosen is shown, then stored; the same bytes come back.
+        const QString ruta = s.base.carpeta() + QStringLiteral("/cara.jpg");
+        const QByteArray jpeg = imagen("JPEG", Qt::blue);
+        {
+            QFile f(ruta);
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            f.write(jpeg);
+        }
+        p->Dialogo_ShowOpen = [&] { return ruta; };
+        p->FOTO->click();
+        QCOMPARE(p->Text1[7]->text(), ruta);
+        QCOMPARE(p->Imagen->pixmap().toImage(), comoSeMuestra(jpeg, p->Imagen));
+        QVERIFY(s.base.valor(QStringLiteral("select count(*) from fotos where cliente = 12")) == QStringLiteral("0"));
+        vistos.clear();
+        p->GRABAR_IMAGEN->click();
+        QCOMPARE(vistos, QStringList{"Foto Grabada"});
+        QCOMPARE(Foto::Lee(*s.m, QStringLiteral("0012"), false), jpeg);
+        QCOMPARE(p->Text1[7]->text(), ruta); // a second click would store it again
+
+        // A PNG replaces it; the click shows it and leaves nothing to store.
+        const QByteArray png = imagen("PNG", Qt::yellow);
+        {
+            QFile f(ruta);
+            QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            f.write(png);
+        }
+        p->GRABAR_IMAGEN->click();
+        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from fotos where cliente = 12")), QStringLiteral("1"));
+        clicEnFila(p, 11);
+        QCOMPARE(p->Imagen->pixmap().toImage(), comoSeMuestra(png, p->Imagen));
+        QCOMPARE(p->Image1->pixmap().toImage(), comoSeMuestra(png, p->Image1));
+        QCOMPARE(p->Text1[7]->text(), QString());
+
+        // A new load forgets the client: FOTO refuses again.
+        p->CONSULTAR->click();
+        s.mensajes.clear();
+        p->FOTO->click();
+        QCOMPARE(s.ultimoMensaje(), QStringLiteral("No selecciono ningun Cliente"));
+    }
+};
+
+REGISTRAR_PRUEBA(PruebaClientes);
+#include "tst_clientes.moc"
