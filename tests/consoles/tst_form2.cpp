@@ -5,6 +5,7 @@
 #include "form2.h"
 #include "login.h"
 #include "mensajes.h"
+#include "mesa.h"
 #include "prueba.h"
 #include "sesion.h"
 
@@ -50,33 +51,11 @@ INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVE
  ('20240105', 1, 12, 10, 10, 0, 0, '', '', 0, '1', 2, 1, 100, '', 10, 10, 0, '', '', 0, 0, '0');
 )";
 
-struct Consola10 {
-    SesionDePrueba s{false};
-    Form2* p = nullptr;
-
-    Consola10()
+struct Consola10 : Mesa<Form2> {
+    Consola10() : Mesa(QString::fromUtf8(kDatos), "Form2", QDate(2025, 3, 10), QDate(2025, 3, 10)) {}
+    QString bd(const QString& columnas, int secuencia, const QString& fecha = QStringLiteral("20250310")) const
     {
-        s.base.sql(QString::fromUtf8(kDatos));
-        LOGIN::Carga_Parametros(*s.m); // the screen's first activation reads the new rates
-        p = s.abrir<Form2>(QStringLiteral("Form2"));
-        p->Fecha1->setDate(QDate(2025, 3, 10));
-        p->Fecha2->setDate(QDate(2025, 3, 10));
-        p->SELECCIONA->click();
-    }
-    QString celda(int fila, int col) const { return p->Celdas.Value(fila, col).texto(); }
-    QString pie(int col) const { return p->GRID->Columns(col).FooterText(); }
-    // The operator types a text into a cell and leaves it.
-    void escribir(int fila, int col, const QString& texto)
-    {
-        const QModelIndex i = p->GRID->modelo()->index(fila, col);
-        p->GRID->vista()->setCurrentIndex(i);
-        p->GRID->modelo()->setData(i, texto, Qt::EditRole);
-    }
-    QString bd(const QString& columna, int secuencia, const QString& fecha = QStringLiteral("20250310")) const
-    {
-        return s.base.valor(QStringLiteral("select %1 from MOVIMIENTOS where FECHA='%2' and SECUENCIA=%3")
-                                .arg(columna, fecha)
-                                .arg(secuencia));
+        return Mesa::bd(columnas, secuencia, fecha);
     }
 };
 

@@ -3,7 +3,7 @@
 // test.
 #include "fallo.h"
 #include "form2.h"
-#include "login.h"
+#include "mesa.h"
 #include "mensajes.h"
 #include "prueba.h"
 #include "recibo.h"
@@ -111,8 +111,7 @@ private slots:
     // of the one ticked paid row, and its copy.
     void reciboDesdeLaConsola()
     {
-        SesionDePrueba s(false);
-        s.base.sql(R"(
+        Mesa<Form2> c(QString::fromUtf8(R"(
             INSERT INTO clientes VALUES (12, 'MARIA PEREZ', ''), (13, 'JOSE DIAZ', '');
             INSERT INTO conceptos VALUES (2, 'AYUDA FAMILIAR');
             INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra, MONTO)
@@ -122,14 +121,11 @@ private slots:
              ('20250310', 1, 12, 100, 94.3, 0, '', '1', 1, ''),
              ('20250310', 7, 13, 200, 188.9, 68000, '0134', '2', 1, '20250311'),
              ('20250310', 8, 12, 10, 10, 3000, '0102', '1', 1, '20250311');
-        )");
-        LOGIN::Carga_Parametros(*s.m);
+        )"), "Form2", QDate(2025, 3, 10), QDate(2025, 3, 10));
+        SesionDePrueba& s = c.s;
+        Form2* p = c.p;
         // Espera's two seconds pass at once on a clock that runs a second a call.
         s.m->reloj = [t = QDateTime::currentDateTime()]() mutable { return t = t.addSecs(1); };
-        Form2* p = s.abrir<Form2>(QStringLiteral("Form2"));
-        p->Fecha1->setDate(QDate(2025, 3, 10));
-        p->Fecha2->setDate(QDate(2025, 3, 10));
-        p->SELECCIONA->click();
         QCOMPARE(p->Celdas.UpperBound(1), 2);
 
         const auto recibo = [&](std::initializer_list<int> filas) {

@@ -6,6 +6,7 @@
 #include "fallo.h"
 #include "form2_pago.h"
 #include "login.h"
+#include "mesa.h"
 #include "prueba.h"
 #include "sesion.h"
 
@@ -50,36 +51,10 @@ INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVE
 )";
 
 template <class T>
-struct Consola_De {
-    SesionDePrueba s{false};
-    T* p = nullptr;
-
+struct Consola_De : Mesa<T> {
     Consola_De(const char* nombre, QDate dia)
-    {
-        s.base.sql(QString::fromUtf8(kComunes) + QString::fromUtf8(kFilas));
-        LOGIN::Carga_Parametros(*s.m);
-        p = s.abrir<T>(QString::fromLatin1(nombre));
-        consultar(dia);
-    }
-    void consultar(QDate dia)
-    {
-        p->Fecha1->setDate(dia);
-        p->Fecha2->setDate(dia);
-        p->SELECCIONA->click();
-    }
-    QString celda(int fila, int col) const { return p->Celdas.Value(fila, col).texto(); }
-    QString pie(int col) const { return p->GRID->Columns(col).FooterText(); }
-    void escribir(int fila, int col, const QString& texto)
-    {
-        const QModelIndex i = p->GRID->modelo()->index(fila, col);
-        p->GRID->vista()->setCurrentIndex(i);
-        p->GRID->modelo()->setData(i, texto, Qt::EditRole);
-    }
-    QString bd(const QString& columnas, const char* fecha, int secuencia) const
-    {
-        return s.base.valor(
-            QStringLiteral("select %1 from MOVIMIENTOS where FECHA='%2' and SECUENCIA=%3").arg(columnas, fecha).arg(secuencia));
-    }
+        : Mesa<T>(QString::fromUtf8(kComunes) + QString::fromUtf8(kFilas), nombre, dia, dia) {}
+    void consultar(QDate dia) { Mesa<T>::consultar(dia, dia); }
 };
 
 } // namespace
@@ -112,7 +87,7 @@ private slots:
         p->GRID->vista()->setCurrentIndex(p->GRID->modelo()->index(0, 3));
         emit p->GRID->DblClick();
         QVERIFY(c.s.mensajes.isEmpty());
-        QCOMPARE(c.bd(QStringLiteral("count(*)"), "20250309", 2), QStringLiteral("1"));
+        QCOMPARE(c.bd(QStringLiteral("count(*)"), 2, "20250309"), QStringLiteral("1"));
 
         // FIJAR prices every unpaid row without a tick, and sums nothing.
         p->Text4->setText(QStringLiteral("36.5"));
@@ -140,9 +115,9 @@ private slots:
         // The Zelle bank 1 is the mark: that row is saved untouched (its g1 takes
         // column 21), the one with bank 3 is not; the payment's moment stays.
         p->ACTUALIZAR->click();
-        QCOMPARE(c.bd(QStringLiteral("g1 || '|' || bancozelle || '|' || fecha_pago || '|' || hora_pago"), "20250310", 6),
+        QCOMPARE(c.bd(QStringLiteral("g1 || '|' || bancozelle || '|' || fecha_pago || '|' || hora_pago"), 6, "20250310"),
                  QStringLiteral("0.4|1|20250311|11:30:00"));
-        QCOMPARE(c.bd(QStringLiteral("g1"), "20250310", 5), QStringLiteral("10.39"));
+        QCOMPARE(c.bd(QStringLiteral("g1"), 5, "20250310"), QStringLiteral("10.39"));
 
         // "8888": back to unpaid without a statement on the provider.
         c.s.m->SQL.clear();
@@ -150,7 +125,7 @@ private slots:
         QCOMPARE(c.s.m->SQL, QString());
         QCOMPARE(c.celda(1, 6) + '|' + c.celda(1, 8) + '|' + c.celda(1, 20), QStringLiteral("0000|68.000,00|100"));
         p->ACTUALIZAR->click();
-        QCOMPARE(c.bd(QStringLiteral("C_BANCO || '|' || pago || '|' || fecha_pago"), "20250310", 5),
+        QCOMPARE(c.bd(QStringLiteral("C_BANCO || '|' || pago || '|' || fecha_pago"), 5, "20250310"),
                  QStringLiteral("|0.0|20250311"));
     }
 
@@ -196,7 +171,7 @@ private slots:
                                 "REFERENCIA =  '', confirmacion =  '41.5000', tipo_operacion =  '2', ganancia =  '3.75', "
                                 "tipo_servicio =  '60' WHERE FECHA=  '20250310' and SECUENCIA = '0001'"));
         p->ACTUALIZAR->click();
-        QCOMPARE(c.bd(QStringLiteral("C_BANCO || '|' || pago || '|' || ganancia || '|' || g1"), "20250310", 1),
+        QCOMPARE(c.bd(QStringLiteral("C_BANCO || '|' || pago || '|' || ganancia || '|' || g1"), 1, "20250310"),
                  QStringLiteral("0134|4150.0|3.75|7.0"));
 
         // "8888" empties the provider too, with no statement of its own.
