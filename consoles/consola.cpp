@@ -1046,18 +1046,25 @@ void Consola::Rechaza_Seleccion(const QString& texto)
     Reenlaza();
 }
 
-bool Consola::Recorre_Marcadas(const std::function<bool(int)>& marcada)
+int Consola::Recorre_Marcadas(const std::function<bool(int)>& marcada)
 {
+    int j = 0;
+    m.J = j;
     for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
         m.I = i;
         if (i == -1) {
             MsgBox(QStringLiteral("Error : No hay información para procesar"), Mensajes::vbCritical);
-            return false;
+            return 0;
         }
-        if (Celdas(i, 17) == -1 && !marcada(i))
-            return false;
+        if (Celdas(i, 17) == -1) {
+            if (!marcada(i))
+                return 0;
+            m.J = ++j;
+        }
     }
-    return true;
+    if (j == 0)
+        MsgBox(QStringLiteral("Error : No selecciono información"), Mensajes::vbCritical);
+    return j;
 }
 
 void Consola::Sumarizar_Click()
@@ -1065,24 +1072,17 @@ void Consola::Sumarizar_Click()
     m.Sel_Cuenta = 0;
     m.Sel_Total = 0;
     Suma_Sel = 0;
-    int j = 0;
-    m.J = j;
-    const bool sigue = Recorre_Marcadas([&](int i) {
+    const int j = Recorre_Marcadas([&](int i) {
         if (Celdas(i, 8) == 0) {
             // A paid row among the ticked ones: nothing is paid, every tick goes.
             Rechaza_Seleccion(QStringLiteral("Error : conflicto en la selección. Hay movimientos pagados"));
             return false;
         }
-        m.J = ++j;
         m.Sel_Total += Num(i, 8);
         return true;
     });
-    if (!sigue)
+    if (j == 0)
         return;
-    if (j == 0) {
-        MsgBox(QStringLiteral("Error : No selecciono información"), Mensajes::vbCritical);
-        return;
-    }
     m.Sel_Cuenta = j;
     m.Ref_Aceptado = false;
     Dialogo::Mostrar(m, this);
@@ -1188,25 +1188,18 @@ void Consola::RECIBO_XPS_Click()
 void Consola::PREPARAR_RECIBO()
 {
     m.Sel_Cuenta = 0;
-    int j = 0;
-    m.J = j;
     int fila = -1;
-    const bool sigue = Recorre_Marcadas([&](int i) {
+    const int j = Recorre_Marcadas([&](int i) {
         if (Num(i, 8) > 0) {
             // An estimate still standing: the row is not paid.
             Rechaza_Seleccion(QStringLiteral("Error : La Transacción no esta pagada"));
             return false;
         }
-        m.J = ++j;
         fila = i;
         return true;
     });
-    if (!sigue)
+    if (j == 0)
         return;
-    if (j == 0) {
-        MsgBox(QStringLiteral("Error : No selecciono información"), Mensajes::vbCritical);
-        return;
-    }
     if (j > 1) {
         Rechaza_Seleccion(QStringLiteral("Error : seleccione una sola Transacción"));
         return;

@@ -224,9 +224,10 @@ private:
     void Precios_Del_Momento();
     void Option2_Click();
     void Quitar_Marcas();
-    // Walks the rows, handing each ticked one to `marcada`; false when nothing
-    // is loaded (the operator is told) or when `marcada` stops the walk.
-    bool Recorre_Marcadas(const std::function<bool(int)>& marcada);
+    // Walks the rows, handing each ticked one to `marcada` and counting it in
+    // J; the count, or 0 when nothing is loaded or ticked (the operator is
+    // told) or when `marcada` stops the walk.
+    int Recorre_Marcadas(const std::function<bool(int)>& marcada);
     // A selection that cannot go on: the operator is told and every tick goes.
     void Rechaza_Seleccion(const QString& texto);
     // Text7 shows the text for two seconds, the screen held still meanwhile.
