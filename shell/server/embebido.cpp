@@ -13,6 +13,7 @@
 #include <charconv>
 #include <cmath>
 #include <memory>
+#include <string>
 #include <sqlite3.h>
 
 namespace {
@@ -185,6 +186,14 @@ ConjuntoResultados leerFilas(sqlite3* bd, sqlite3_stmt* s)
     const int columnas = sqlite3_column_count(s);
     for (int c = 0; c < columnas; ++c)
         conjunto.columnas << QString::fromUtf8(sqlite3_column_name(s, c));
+    // The last text of each column: a column that repeats its text from row to
+    // row (the day, the operator, the bank) shares one string instead of
+    // making a new one for every row of a long list.
+    struct Ultimo {
+        std::string bytes;
+        QString texto;
+    };
+    std::vector<Ultimo> ultimos(static_cast<size_t>(columnas));
     for (;;) {
         const int r = sqlite3_step(s);
         if (r == SQLITE_DONE)
@@ -201,10 +210,17 @@ ConjuntoResultados leerFilas(sqlite3* bd, sqlite3_stmt* s)
             case SQLITE_FLOAT:
                 fila.emplace_back(sqlite3_column_double(s, c));
                 break;
-            case SQLITE_TEXT:
-                fila.emplace_back(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(s, c)),
-                                                    sqlite3_column_bytes(s, c)));
+            case SQLITE_TEXT: {
+                const char* texto = reinterpret_cast<const char*>(sqlite3_column_text(s, c));
+                const size_t largo = size_t(sqlite3_column_bytes(s, c));
+                Ultimo& u = ultimos[size_t(c)];
+                if (u.bytes.size() != largo || u.bytes.compare(0, largo, texto, largo) != 0) {
+                    u.bytes.assign(texto, largo);
+                    u.texto = QString::fromUtf8(texto, qsizetype(largo));
+                }
+                fila.emplace_back(u.texto);
                 break;
+            }
             case SQLITE_BLOB: {
                 const void* datos = sqlite3_column_blob(s, c);
                 fila.emplace_back(QByteArray(static_cast<const char*>(datos), sqlite3_column_bytes(s, c)));
