@@ -116,17 +116,13 @@ private slots:
         QCOMPARE(Format(Celda(QStringLiteral("n/d")), "0.00"), QStringLiteral("n/d"));
     }
 
-    void formatoYLecturaSeCorresponden()
+    void lecturaYCacheDePatrones()
     {
         // What a cell shows is read back to the same amount by the saving.
         for (double v : {0.0, 0.01, 12.5, 999.99, 1234.56, 98765432.1, -4321.09}) {
             const QString t = Format(v, "###,##0.00");
             QCOMPARE(Numeros::CDbl(t), v);
         }
-    }
-
-    void cacheConMuchosPatrones()
-    {
         // More patterns than the cache holds: each one still gives its own result.
         for (int vuelta = 0; vuelta < 3; ++vuelta)
             for (int ceros = 1; ceros <= 24; ++ceros)
