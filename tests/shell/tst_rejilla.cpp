@@ -352,7 +352,7 @@ private slots:
         QCOMPARE(g.SelBookmarks(), QList<int>({0, 1, 2}));
     }
 
-    void clicEnCabeceraYOrden()
+    void clicsEnCabeceraYEnCelda()
     {
         Celdas c;
         c.ReDim(0, 2, 0, 1);
@@ -389,14 +389,8 @@ private slots:
         clicEn(0);
         QCOMPARE(mostrado(0), QStringList({"Luis", "Pedro", "ana"}));
         QCOMPARE(mostrado(1), QStringList({"5,00", "1.234,50", "99,00"}));
-    }
 
-    void dobleClicSinEditar()
-    {
-        Celdas c;
-        cargarCatalogo(c, {"A", "B"});
-        Rejilla g(QStringLiteral("GRID"));
-        mostrar(g, c);
+        // A click on a cell selects its row; a double click opens no editor.
         QSignalSpy doble(&g, &Rejilla::DblClick);
         QSignalSpy clic(&g, &Rejilla::Click);
         QTableView* v = g.vista();
