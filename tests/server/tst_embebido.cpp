@@ -138,7 +138,7 @@ private slots:
         QCOMPARE(c.contar("select * from fotos"), 2L); // the table is still there, with its two pictures
     }
 
-    void valoresPorPosicionYDefectos()
+    void valoresPorPosicionYCuerposTodoONada()
     {
         BaseTemporal base;
         Cliente c(base.cadenaConexion());
@@ -167,6 +167,34 @@ private slots:
                       "has too many arguments specified");
         ESPERAR_FALLO(c.texto("SELECT @otro AS x;"), kServidor, "Must declare the scalar variable \"@otro\"");
         ESPERAR_FALLO(c.texto("--@param @a DECIMAL\nSELECT 1 AS x;"), kServidor, "cannot read the parameter line");
+
+        c.texto("CREATE TABLE prueba (clave INTEGER PRIMARY KEY, texto TEXT);");
+
+        // Every statement with columns gives one set, in order, even an empty one;
+        // the others give none.
+        rs = c.texto("--@param @t TEXT\n"
+                          "INSERT INTO prueba VALUES (1, @t);\n"
+                          "SELECT clave AS secuenciA FROM prueba WHERE clave = 99;\n"
+                          "UPDATE prueba SET texto = texto || '!';\n"
+                          "SELECT texto FROM prueba;",
+                          {Valor("hola")});
+        QCOMPARE(rs.RecordCount(), 0L);
+        QVERIFY(rs.TieneCampo("secuenciA"));
+        QVERIFY(rs.NextRecordset());
+        QCOMPARE(rs.Fields("texto").aTexto(), QString("hola!"));
+        QVERIFY(!rs.NextRecordset());
+
+        // A statement that does not compile stops the call before anything runs;
+        // a statement that fails as it runs takes back what the call did before it.
+        ESPERAR_FALLO(c.texto("INSERT INTO prueba VALUES (2, 'a'); SELECT nada FROM prueba;"), kServidor, "no such column: nada");
+        ESPERAR_FALLO(c.texto("INSERT INTO prueba VALUES (3, 'b'); INSERT INTO prueba VALUES (1, 'c');"), kServidor, "UNIQUE");
+        QCOMPARE(c.texto("SELECT count(*) AS n FROM prueba;").Fields("n"), Valor(int64_t(1)));
+
+        // A body may build a work table and then read it.
+        rs = c.texto("CREATE TEMP TABLE trabajo AS SELECT clave FROM prueba;\n"
+                     "SELECT count(*) AS n FROM trabajo;\n"
+                     "DROP TABLE trabajo;");
+        QCOMPARE(rs.Fields("n"), Valor(int64_t(1)));
     }
 
     void conversionesDeLosValores()
@@ -212,39 +240,6 @@ private slots:
         QCOMPARE(c.texto("SELECT num_coma(7) AS n, num_coma(2.5) AS m;").Fields("m"), Valor(2.5));
         for (const char* malo : {"abc", "12,5x", "1,2-3", ",", "1 234,5"})
             ESPERAR_FALLO(leer(Valor(malo)), kServidor, "Error converting data type varchar to numeric.");
-    }
-
-    void procedimientoTodoONada()
-    {
-        BaseTemporal base;
-        Cliente c(base.cadenaConexion());
-        c.texto("CREATE TABLE prueba (clave INTEGER PRIMARY KEY, texto TEXT);");
-
-        // Every statement with columns gives one set, in order, even an empty one;
-        // the others give none.
-        auto rs = c.texto("--@param @t TEXT\n"
-                          "INSERT INTO prueba VALUES (1, @t);\n"
-                          "SELECT clave AS secuenciA FROM prueba WHERE clave = 99;\n"
-                          "UPDATE prueba SET texto = texto || '!';\n"
-                          "SELECT texto FROM prueba;",
-                          {Valor("hola")});
-        QCOMPARE(rs.RecordCount(), 0L);
-        QVERIFY(rs.TieneCampo("secuenciA"));
-        QVERIFY(rs.NextRecordset());
-        QCOMPARE(rs.Fields("texto").aTexto(), QString("hola!"));
-        QVERIFY(!rs.NextRecordset());
-
-        // A statement that does not compile stops the call before anything runs;
-        // a statement that fails as it runs takes back what the call did before it.
-        ESPERAR_FALLO(c.texto("INSERT INTO prueba VALUES (2, 'a'); SELECT nada FROM prueba;"), kServidor, "no such column: nada");
-        ESPERAR_FALLO(c.texto("INSERT INTO prueba VALUES (3, 'b'); INSERT INTO prueba VALUES (1, 'c');"), kServidor, "UNIQUE");
-        QCOMPARE(c.texto("SELECT count(*) AS n FROM prueba;").Fields("n"), Valor(int64_t(1)));
-
-        // A body may build a work table and then read it.
-        rs = c.texto("CREATE TEMP TABLE trabajo AS SELECT clave FROM prueba;\n"
-                     "SELECT count(*) AS n FROM trabajo;\n"
-                     "DROP TABLE trabajo;");
-        QCOMPARE(rs.Fields("n"), Valor(int64_t(1)));
     }
 
     void procedimientosCompilados()
