@@ -64,7 +64,7 @@ class PruebaCeldas : public QObject {
     Q_OBJECT
 
 private slots:
-    void matrizNuevaYVaciada()
+    void matrizNuevaVaciadaYSusLimites()
     {
         Celdas c;
         QCOMPARE(c.UpperBound(1), -1);
@@ -82,6 +82,16 @@ private slots:
         for (int i = c.LowerBound(1); i <= c.UpperBound(1); ++i)
             QVERIFY(!c.Value(i, 2).esVerdadero());
         QVERIFY(c.Value(-1, 31).esVacia());
+
+        // Out of the bounds is failure 9, reading or writing.
+        c.ReDim(0, 1, 0, 2);
+        const Celdas& lectura = c;
+        QCOMPARE(numeroDeFallo([&] { c.Value(2, 0) = QStringLiteral("x"); }), 9L);
+        QCOMPARE(numeroDeFallo([&] { lectura.Value(0, 3); }), 9L);
+        QCOMPARE(numeroDeFallo([&] { lectura.Value(-1, 0); }), 9L);
+        QCOMPARE(numeroDeFallo([&] { c.UpperBound(3); }), 9L);
+        QCOMPARE(numeroDeFallo([&] { c.QuickSort(0, 2, 0); }), 9L);
+        QCOMPARE(numeroDeFallo([&] { c.Value(1, 2) = 5; }), 0L);
     }
 
     void reDimConservaLoQueQuedaDentro()
@@ -104,19 +114,6 @@ private slots:
         c.ReDim(1, 3, 1, 2); // only the last row moves
         QCOMPARE(c.Value(2, 1).texto(), QStringLiteral("2-1"));
         QVERIFY(c.Value(3, 2).esVacia());
-    }
-
-    void fueraDeLosLimites()
-    {
-        Celdas c;
-        c.ReDim(0, 1, 0, 2);
-        const Celdas& lectura = c;
-        QCOMPARE(numeroDeFallo([&] { c.Value(2, 0) = QStringLiteral("x"); }), 9L);
-        QCOMPARE(numeroDeFallo([&] { lectura.Value(0, 3); }), 9L);
-        QCOMPARE(numeroDeFallo([&] { lectura.Value(-1, 0); }), 9L);
-        QCOMPARE(numeroDeFallo([&] { c.UpperBound(3); }), 9L);
-        QCOMPARE(numeroDeFallo([&] { c.QuickSort(0, 2, 0); }), 9L);
-        QCOMPARE(numeroDeFallo([&] { c.Value(1, 2) = 5; }), 0L);
     }
 
     void celdasSinTipo()
@@ -168,11 +165,8 @@ private slots:
         QCOMPARE(columna(c, 0), QStringList({"", "5", "10", "99,00", "1.234,50", "abc"}));
         c.QuickSort(0, 5, 0, Celdas::Clave::Numero, Celdas::Orden::Descendente);
         QCOMPARE(columna(c, 0), QStringList({"abc", "1.234,50", "99,00", "10", "5", ""}));
-    }
 
-    void ordenEstableYPorTramo()
-    {
-        Celdas c;
+        // Equal keys keep their order; a sort of a range leaves the rest alone.
         c.ReDim(0, 4, 0, 1);
         const QStringList claves = {"B", "A", "B", "A", "0"};
         for (int i = 0; i < 5; ++i) {
