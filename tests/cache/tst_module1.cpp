@@ -27,12 +27,17 @@ void catalogoConocido(const BaseTemporal& base)
     )"));
 }
 
+// A session open on that catalogue, its cache loaded unless asked not to.
 struct Sesion {
-    explicit Sesion(const BaseTemporal& base)
+    explicit Sesion(bool cargar = true)
     {
+        catalogoConocido(base);
         m.Conexion.ConnectionString = base.cadenaConexion();
         m.Conexion.Open();
+        if (cargar)
+            LOGIN::Carga_Parametros(m);
     }
+    BaseTemporal base;
     Module1 m;
 };
 
@@ -43,10 +48,7 @@ class PruebaModule1 : public QObject {
 private slots:
     void cargaDelCacheLlenaCadaTabla()
     {
-        BaseTemporal base;
-        catalogoConocido(base);
-        Sesion s(base);
-        LOGIN::Carga_Parametros(s.m);
+        Sesion s;
         auto& m = s.m;
 
         QCOMPARE(m.Clave, QStringLiteral("1234"));
@@ -76,9 +78,7 @@ private slots:
 
     void recargaBorraComprasPeroGuardaLoDemas()
     {
-        BaseTemporal base;
-        catalogoConocido(base);
-        Sesion s(base);
+        Sesion s(false);
         auto& m = s.m;
         m.Compra_T(0) = 7;
         m.Compra_T(40) = 5;
@@ -86,7 +86,7 @@ private slots:
         QCOMPARE(m.Compra_T(40), 0.0); // purchase prices are cleared before the USDT rates arrive
         QCOMPARE(m.Compra_T(0), 7.0);  // the place 0 is not touched
 
-        base.sql(QStringLiteral("DELETE FROM servicios WHERE C_SERVIcio = 9; DELETE FROM bancos;"
+        s.base.sql(QStringLiteral("DELETE FROM servicios WHERE C_SERVIcio = 9; DELETE FROM bancos;"
                                 "DELETE FROM servicios_usdt WHERE C_SERVIcio = 3;"));
         m.Carga_Tablas();
         QCOMPARE(m.Servicios_T(9)[2], QStringLiteral("WALLY")); // a removed service keeps its name
@@ -105,11 +105,8 @@ private slots:
     void codigosFueraDeRangoDetienenLaCarga()
     {
         QFETCH(QString, fila);
-        BaseTemporal base;
-        catalogoConocido(base);
-        Sesion s(base);
-        LOGIN::Carga_Parametros(s.m); // the limits themselves fit
-        base.sql(fila);
+        Sesion s; // the limits themselves fit
+        s.base.sql(fila);
         try {
             s.m.Carga_Tablas();
             QFAIL("a code beyond the table's bound must stop the load");
@@ -118,12 +115,9 @@ private slots:
         }
     }
 
-    void nombresPorCodigo()
+    void nombresYConversionDeDolares()
     {
-        BaseTemporal base;
-        catalogoConocido(base);
-        Sesion s(base);
-        LOGIN::Carga_Parametros(s.m);
+        Sesion s;
         auto& m = s.m;
         QCOMPARE(m.Nombre_Banco(QStringLiteral("0102")), QStringLiteral("BANCO DE VENEZUELA"));
         QCOMPARE(m.Nombre_Banco(QStringLiteral("102")), QStringLiteral("102"));
@@ -137,15 +131,7 @@ private slots:
         QCOMPARE(Module1::Nombre_Dia(7), QStringLiteral("Sab"));
         QVERIFY(Module1::Nombre_Dia(8).isEmpty());
         QVERIFY(Module1::Nombre_Dia(0).isEmpty());
-    }
 
-    void conversionDeDolares()
-    {
-        BaseTemporal base;
-        catalogoConocido(base);
-        Sesion s(base);
-        LOGIN::Carga_Parametros(s.m);
-        auto& m = s.m;
         m.Convierte_Dolar(100, 1);
         QVERIFY(qAbs(m.Monto_Usd - 94.3) < 1e-9);
         m.Convierte_Dolar(100, 9);

@@ -2,6 +2,7 @@
 // its row in MOVIMIENTOS, with the client look-ups and photos beside it.
 #include "fallo.h"
 #include "foto.h"
+#include "imagenes.h"
 #include "login.h"
 #include "mensajes.h"
 #include "movimientos.h"
@@ -9,7 +10,6 @@
 #include "rejilla.h"
 #include "sesion.h"
 
-#include <QBuffer>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QLabel>
@@ -38,16 +38,6 @@ QStringList filaGuardada(const BaseTemporal& base, const QString& fecha, int sec
                             .arg(QLatin1String(c), fecha)
                             .arg(secuencia));
     return r;
-}
-
-QImage imagenDe(const QLabel* l) { return l->pixmap().toImage(); }
-
-QImage comoSeMuestra(const QByteArray& bytes, const QLabel* l)
-{
-    QLabel copia;
-    copia.resize(l->size());
-    Foto::Muestra(&copia, bytes);
-    return imagenDe(&copia);
 }
 
 } // namespace
@@ -174,7 +164,7 @@ private slots:
         QCOMPARE(p->focusWidget(), p->Text2[5]);
     }
 
-    void clientes_a_mano()
+    void clientes_a_mano_y_sus_fotos()
     {
         SesionDePrueba s;
         auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
@@ -213,17 +203,9 @@ private slots:
         teclear(p->Text2[2], QStringLiteral("12"));
         QCOMPARE(p->List2->item(0)->text(), QStringLiteral("TRANSFERENCIA  2"));
         QCOMPARE(p->List2->item(1)->text(), QStringLiteral("ZELLE          1"));
-    }
 
-    void fotos()
-    {
-        SesionDePrueba s;
-        auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
-        QImage verde(40, 50, QImage::Format_RGB32);
-        verde.fill(Qt::green);
-        QByteArray png;
-        QBuffer b(&png);
-        verde.save(&b, "PNG");
+        // The client's photo beside the entry.
+        const QByteArray png = imagen("PNG", Qt::green, QSize(40, 50));
         s.base.sql(QStringLiteral("insert into fotos values (12, x'%1'); update clientes set Revisar='9999' where C_CLIENTE = 137")
                        .arg(QString::fromLatin1(png.toHex())));
         s.base.sql(QStringLiteral("insert into fotos select 137, img from fotos where cliente = 12"));

@@ -3,11 +3,11 @@
 #include "clientes.h"
 #include "escribir.h"
 #include "foto.h"
+#include "imagenes.h"
 #include "prueba.h"
 #include "sesion.h"
 
 #include <QAction>
-#include <QBuffer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -21,24 +21,6 @@ void clicEnFila(Clientes* p, int fila)
 {
     p->GRID->setBookmark(fila);
     emit p->GRID->Click();
-}
-
-QImage comoSeMuestra(const QByteArray& bytes, const QLabel* l)
-{
-    QLabel copia;
-    copia.resize(l->size());
-    Foto::Muestra(&copia, bytes);
-    return copia.pixmap().toImage();
-}
-
-QByteArray imagen(const char* formato, Qt::GlobalColor color)
-{
-    QImage i(30, 40, QImage::Format_RGB32);
-    i.fill(color);
-    QByteArray bytes;
-    QBuffer b(&bytes);
-    i.save(&b, formato);
-    return bytes;
 }
 
 } // namespace
@@ -149,12 +131,12 @@ private slots:
         QCOMPARE(p->Celdas.Value(enRevision, 4).texto(), QStringLiteral("9999"));
         clicEnFila(p, enRevision);
         QCOMPARE(p->Text1[9]->text(), QStringLiteral("0137"));
-        QCOMPARE(p->Imagen->pixmap().toImage(), comoSeMuestra(revision, p->Imagen));
+        QCOMPARE(imagenDe(p->Imagen), comoSeMuestra(revision, p->Imagen));
         QVERIFY(vistos.isEmpty());
 
         // Without a photo: picture 0 and the notice held two seconds.
         clicEnFila(p, 11);
-        QCOMPARE(p->Imagen->pixmap().toImage(), comoSeMuestra(sinFoto, p->Imagen));
+        QCOMPARE(imagenDe(p->Imagen), comoSeMuestra(sinFoto, p->Imagen));
         QCOMPARE(vistos, QStringList{"Cliente no tiene Foto"});
         QVERIFY(segundos >= 3);
         QVERIFY(p->Text2->isHidden());
@@ -170,7 +152,7 @@ private slots:
         p->Dialogo_ShowOpen = [&] { return ruta; };
         p->FOTO->click();
         QCOMPARE(p->Text1[7]->text(), ruta);
-        QCOMPARE(p->Imagen->pixmap().toImage(), comoSeMuestra(jpeg, p->Imagen));
+        QCOMPARE(imagenDe(p->Imagen), comoSeMuestra(jpeg, p->Imagen));
         QVERIFY(s.base.valor(QStringLiteral("select count(*) from fotos where cliente = 12")) == QStringLiteral("0"));
         vistos.clear();
         p->GRABAR_IMAGEN->click();
@@ -188,8 +170,8 @@ private slots:
         p->GRABAR_IMAGEN->click();
         QCOMPARE(s.base.valor(QStringLiteral("select count(*) from fotos where cliente = 12")), QStringLiteral("1"));
         clicEnFila(p, 11);
-        QCOMPARE(p->Imagen->pixmap().toImage(), comoSeMuestra(png, p->Imagen));
-        QCOMPARE(p->Image1->pixmap().toImage(), comoSeMuestra(png, p->Image1));
+        QCOMPARE(imagenDe(p->Imagen), comoSeMuestra(png, p->Imagen));
+        QCOMPARE(imagenDe(p->Image1), comoSeMuestra(png, p->Image1));
         QCOMPARE(p->Text1[7]->text(), QString());
 
         // A new load forgets the client: FOTO refuses again.

@@ -28,6 +28,21 @@ struct Mesa {
     }
     QString celda(int fila, int col) const { return p->Celdas.Value(fila, col).texto(); }
     QString pie(int col) const { return p->GRID->Columns(col).FooterText(); }
+    // Several cells of one row, or several footers, to compare at once.
+    QStringList fila(int f, std::initializer_list<int> cols) const
+    {
+        QStringList r;
+        for (int k : cols)
+            r << celda(f, k);
+        return r;
+    }
+    QStringList pies(std::initializer_list<int> cols) const
+    {
+        QStringList r;
+        for (int k : cols)
+            r << pie(k);
+        return r;
+    }
     // The operator types a text into a cell and leaves it.
     void escribir(int fila, int col, const QString& texto)
     {

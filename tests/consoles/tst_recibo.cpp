@@ -35,7 +35,7 @@ class PruebaRecibo : public QObject {
     Q_OBJECT
 
 private slots:
-    void reciboPdfYSuCopia()
+    void reciboPdfSuCopiaYLaImpresora()
     {
         SesionDePrueba s;
         Recibo r(*s.m);
@@ -88,12 +88,7 @@ private slots:
         const QString primera = poppler("pdftotext", r.Recibo_Origen).simplified();
         QVERIFY(primera.contains("KESTRA LM, C.A.") && primera.contains("Ramil Ostaven +580000000001"));
         QVERIFY(!primera.contains("VELDAR"));
-    }
 
-    void pruebaDeLaImpresora()
-    {
-        SesionDePrueba s;
-        Recibo r(*s.m);
         // The program's own printer makes PDF, not XPS.
         QVERIFY(!r.Impresora_Es(QStringLiteral("*XPS*")));
         QCOMPARE(s.ultimoMensaje(), QString("Atencion : Impresora prederminada no es XPS"));

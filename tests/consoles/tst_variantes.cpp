@@ -68,20 +68,14 @@ private slots:
         Form2_Pago* p = c.p;
         QCOMPARE(p->Celdas.UpperBound(1), 2);
         // By the hour of payment: the one taken back comes first, with the day it was paid.
-        QCOMPARE(c.celda(0, 0), QStringLiteral("09/03/2025"));
-        QCOMPARE(c.celda(0, 8), QStringLiteral("11/03/2025 09:15:00"));
-        QCOMPARE(c.celda(1, 8), QStringLiteral("11/03/2025 10:00:00"));
-        QCOMPARE(c.celda(1, 12), QStringLiteral("3"));
+        QCOMPARE(c.fila(0, {0, 8}), (QStringList{"09/03/2025", "11/03/2025 09:15:00"}));
+        QCOMPARE(c.fila(1, {8, 12}), (QStringList{"11/03/2025 10:00:00", "3"}));
         // A row never paid shows a blank, not the slashes of an empty date.
         QCOMPARE(Form2_Pago::Fecha_Y_Hora(QString(), QString()), QStringLiteral(" "));
         QVERIFY(p->GRID->Columns(12).Visible() && !p->GRID->Columns(17).Visible());
 
         // Footers: no bolivar estimate under column 8.
-        QCOMPARE(c.pie(5), QStringLiteral("217,50"));
-        QCOMPARE(c.pie(15), QStringLiteral("71.000,00"));
-        QCOMPARE(c.pie(8), QString());
-        QCOMPARE(c.pie(23), QStringLiteral("29,49"));
-        QCOMPARE(c.pie(21), QStringLiteral("28,00"));
+        QCOMPARE(c.pies({5, 15, 8, 23, 21}), (QStringList{"217,50", "71.000,00", "", "29,49", "28,00"}));
 
         // A double click deletes nothing and asks nothing.
         p->GRID->vista()->setCurrentIndex(p->GRID->modelo()->index(0, 3));
@@ -92,8 +86,7 @@ private slots:
         // FIJAR prices every unpaid row without a tick, and sums nothing.
         p->Text4->setText(QStringLiteral("36.5"));
         p->FIJAR->click();
-        QCOMPARE(c.celda(0, 16), QStringLiteral("36,5"));
-        QCOMPARE(c.celda(1, 16), QStringLiteral("360,0000"));
+        QCOMPARE(c.celda(0, 16) + '|' + c.celda(1, 16), QStringLiteral("36,5|360,0000"));
         QCOMPARE(p->Text5->text(), QString());
     }
 
@@ -123,48 +116,31 @@ private slots:
         c.s.m->SQL.clear();
         c.escribir(1, 9, QStringLiteral("8888"));
         QCOMPARE(c.s.m->SQL, QString());
-        QCOMPARE(c.celda(1, 6) + '|' + c.celda(1, 8) + '|' + c.celda(1, 20), QStringLiteral("0000|68.000,00|100"));
+        QCOMPARE(c.fila(1, {6, 8, 20}), (QStringList{"0000", "68.000,00", "100"}));
         p->ACTUALIZAR->click();
         QCOMPARE(c.bd(QStringLiteral("C_BANCO || '|' || pago || '|' || fecha_pago"), 5, "20250310"),
                  QStringLiteral("|0.0|20250311"));
     }
 
-    void usdt_carga_y_pies()
+    void usdt_carga_pago_y_grabar()
     {
         Consola_De<F5_USDT> c("F5_USDT", QDate(2025, 3, 10));
         F5_USDT* p = c.p;
         QCOMPARE(p->Celdas.UpperBound(1), 2);
         // The name from the cache; the price of the moment and the estimate with decimals.
-        QCOMPARE(c.celda(0, 3), QStringLiteral("MARIA PEREZ"));
-        QCOMPARE(c.celda(0, 16), QStringLiteral("41,5000"));
-        QCOMPARE(c.celda(0, 8), QStringLiteral("4.150,00"));
         // No gain stored: all of what was received is gain.
-        QCOMPARE(c.celda(0, 20), QStringLiteral("100,00"));
-        QCOMPARE(c.celda(0, 21), QStringLiteral("98,00"));
-        // Paid: the price it was paid at, its gain on what was received.
-        QCOMPARE(c.celda(1, 16), QStringLiteral("41,20"));
-        QCOMPARE(c.celda(1, 21), QStringLiteral("1,47"));
+        QCOMPARE(c.fila(0, {3, 16, 8, 20, 21}), (QStringList{"MARIA PEREZ", "41,5000", "4.150,00", "100,00", "98,00"}));
+        // Paid: the price it was paid at, its gain on what was received; none for the returned one.
+        QCOMPARE(c.fila(1, {16, 21}), (QStringList{"41,20", "1,47"}));
         QCOMPARE(c.celda(2, 21), QString());
 
         // The gain's footer and its percentage weighted by what was received.
-        QCOMPARE(c.pie(21), QStringLiteral("99,47"));
-        QCOMPARE(c.pie(20), QStringLiteral("67,67"));
-        // A day with only a returned row: no gain, empty footers.
-        c.consultar(QDate(2025, 3, 11));
-        QCOMPARE(c.pie(21), QString());
-        QCOMPARE(c.pie(20), QString());
-    }
+        QCOMPARE(c.pies({21, 20}), (QStringList{"99,47", "67,67"}));
 
-    void usdt_pago_y_grabar()
-    {
-        Consola_De<F5_USDT> c("F5_USDT", QDate(2025, 3, 10));
-        F5_USDT* p = c.p;
         // Paid by typing the bank: what was sent at the row's price, the gain
         // as the distance of that price from the day's dollar of 40.
         c.escribir(0, 9, QStringLiteral("0134"));
-        QCOMPARE(c.celda(0, 15), QStringLiteral("4.150,00"));
-        QCOMPARE(c.celda(0, 20), QStringLiteral("3,75"));
-        QCOMPARE(c.celda(0, 21), QStringLiteral("98,00"));
+        QCOMPARE(c.fila(0, {15, 20, 21}), (QStringList{"4.150,00", "3,75", "98,00"}));
         QCOMPARE(p->Sentencia_Fila(0, QStringLiteral("20250312"), QStringLiteral("09:08:07")),
                  QStringLiteral(" UPDATE MOVIMIENTOS SET  recibido =  '98.00', enviado =  '100.00', C_CLIENTE =  '0012', "
                                 "obs =  '', C_PROVEEDOR =  '0000', pago =  '4150.00', C_BANCO =  '0134', operadora =  '1', "
@@ -178,7 +154,11 @@ private slots:
         c.s.m->SQL.clear();
         c.escribir(1, 9, QStringLiteral("8888"));
         QCOMPARE(c.s.m->SQL, QString());
-        QCOMPARE(c.celda(1, 6) + '|' + c.celda(1, 8) + '|' + c.celda(1, 20), QStringLiteral("|2.060,00|0"));
+        QCOMPARE(c.fila(1, {6, 8, 20}), (QStringList{"", "2.060,00", "0"}));
+
+        // A day with only a returned row: no gain, empty footers.
+        c.consultar(QDate(2025, 3, 11));
+        QCOMPARE(c.pies({21, 20}), (QStringList{"", ""}));
 
         // Without the day's dollar the gain cannot be measured.
         c.s.m->Dolar_Param = 0;

@@ -19,13 +19,10 @@ class PruebaConsultas : public QObject {
                                         int servicio = 0)
     {
         comando_.CommandText = QString::fromLatin1(procedimiento);
-        comando_.Parameters(1) = Valor(desde);
-        comando_.Parameters(2) = Valor(hasta);
-        comando_.Parameters(3) = Valor(pago);
-        comando_.Parameters(4) = Valor(operadora);
-        comando_.Parameters(5) = Valor(texto1);
-        comando_.Parameters(6) = Valor(texto2);
-        comando_.Parameters(7) = Valor(servicio);
+        const Valor valores[] = {Valor(desde), Valor(hasta), Valor(pago), Valor(operadora), Valor(texto1), Valor(texto2),
+                                 Valor(servicio)};
+        for (int i = 0; i < 7; ++i)
+            comando_.Parameters(i + 1) = valores[i];
         return comando_.Execute();
     }
 

@@ -6,7 +6,6 @@
 #include "prueba.h"
 
 #include <QDate>
-#include <QElapsedTimer>
 #include <QImage>
 #include <QSet>
 #include <algorithm>
@@ -48,13 +47,7 @@ class PruebaDemo : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QElapsedTimer reloj;
-        reloj.start();
-        base_ = std::make_unique<BaseTemporal>(true);
-        qInfo("demo database created in %lld ms", static_cast<long long>(reloj.elapsed()));
-    }
+    void initTestCase() { base_ = std::make_unique<BaseTemporal>(true); }
 
     void parametrosSiempreEnUnaFila()
     {

@@ -78,15 +78,11 @@ private slots:
         QCOMPARE(FormatoNumero(patron).aplicar(valor), esperado);
     }
 
-    void numerosEnteros()
+    void otrosTiposDeValor()
     {
         QCOMPARE(Format(7, "0000"), QStringLiteral("0007"));
         QCOMPARE(Format(qint64(1234567), "###,###"), QStringLiteral("1.234.567"));
         QCOMPARE(Format(float(12.5), "##0.00"), QStringLiteral("12,50"));
-    }
-
-    void textos()
-    {
         // A text in the business's form is a number.
         QCOMPARE(Format(QStringLiteral("1.234,5"), "###0.00"), QStringLiteral("1234,50"));
         QCOMPARE(Format(QStringLiteral("12,5"), "##0.00"), QStringLiteral("12,50"));
@@ -97,10 +93,6 @@ private slots:
         QCOMPARE(Format(QStringLiteral("12/05/2024"), "###,##0.00"), QStringLiteral("12/05/2024"));
         QCOMPARE(Format(QStringLiteral("1,2,3"), "0.00"), QStringLiteral("1,2,3"));
         QCOMPARE(Format(QString(), "###,##0.00"), QString());
-    }
-
-    void patronDeTexto()
-    {
         // "&" passes a text as it stands, a numeric one included.
         QCOMPARE(Format(QStringLiteral("  Pérez, Ana "), "&"), QStringLiteral("  Pérez, Ana "));
         QCOMPARE(Format(QStringLiteral("1.234,50"), "&"), QStringLiteral("1.234,50"));
@@ -110,20 +102,13 @@ private slots:
         QCOMPARE(Format(2.5, ""), QStringLiteral("2,5"));
         QVERIFY(FormatoNumero(QStringLiteral("&")).esDeTexto());
         QVERIFY(!FormatoNumero(QStringLiteral("###,###")).esDeTexto());
-    }
-
-    void valores()
-    {
+        // A field of a result set.
         QCOMPARE(Format(Valor(int64_t(42)), "0000"), QStringLiteral("0042"));
         QCOMPARE(Format(Valor(1234.5), "###,##0.00"), QStringLiteral("1.234,50"));
         QCOMPARE(Format(Valor(QStringLiteral("3")), "00"), QStringLiteral("03"));
         QCOMPARE(Format(Valor(QStringLiteral("BANCO")), "00"), QStringLiteral("BANCO"));
         QCOMPARE(Format(Valor(), "###,##0.00"), QString());
         QCOMPARE(Format(Valor(QStringLiteral("José")), "&"), QStringLiteral("José"));
-    }
-
-    void celdas()
-    {
         // A cell read back and formatted anew, as the rate screens do.
         QCOMPARE(Format(Celda(QStringLiteral("36,12")), "###.00"), QStringLiteral("36,12"));
         QCOMPARE(Format(Celda(36.125), "###.00"), QStringLiteral("36,13"));
@@ -131,17 +116,13 @@ private slots:
         QCOMPARE(Format(Celda(QStringLiteral("n/d")), "0.00"), QStringLiteral("n/d"));
     }
 
-    void formatoYLecturaSeCorresponden()
+    void lecturaYCacheDePatrones()
     {
         // What a cell shows is read back to the same amount by the saving.
         for (double v : {0.0, 0.01, 12.5, 999.99, 1234.56, 98765432.1, -4321.09}) {
             const QString t = Format(v, "###,##0.00");
             QCOMPARE(Numeros::CDbl(t), v);
         }
-    }
-
-    void cacheConMuchosPatrones()
-    {
         // More patterns than the cache holds: each one still gives its own result.
         for (int vuelta = 0; vuelta < 3; ++vuelta)
             for (int ceros = 1; ceros <= 24; ++ceros)
