@@ -546,16 +546,24 @@ void Consola::CONSULTAR()
     GRID->setBookmark(fila);
 }
 
+Consola::Registro Consola::Lee_Registro() const
+{
+    const Campos& c = campos;
+    Registro r;
+    r.banco = Campo(c.C_Banco).aTexto();
+    r.devuelta = r.banco == QLatin1String("7777");
+    r.enviado = Campo(c.Enviado).aDouble();
+    r.recibido = Campo(c.recibido).aDouble();
+    r.pago = Campo(c.Pago).aDouble();
+    r.servicio = CInt(Campo(c.tipo_servicio).aDouble());
+    r.proveedor = CInt(Campo(c.C_proveedor).aDouble());
+    return r;
+}
+
 void Consola::Llena_Fila(int i)
 {
     const Campos& c = campos;
-    const QString banco = Campo(c.C_Banco).aTexto();
-    const bool devuelta = banco == QLatin1String("7777");
-    const double enviado = Campo(c.Enviado).aDouble();
-    const double recibido = Campo(c.recibido).aDouble();
-    const double pago = Campo(c.Pago).aDouble();
-    const int16_t servicio = CInt(Campo(c.tipo_servicio).aDouble());
-    const int16_t proveedor = CInt(Campo(c.C_proveedor).aDouble());
+    const auto [banco, devuelta, enviado, recibido, pago, servicio, proveedor] = Lee_Registro();
 
     Celdas(i, 0) = Fecha_Vista(0, Campo(c.Fecha).aTexto());
     Celdas(i, 1) = Codigo(Campo(c.secuenciA).aDouble());

@@ -144,6 +144,14 @@ protected:
     virtual void Prepara_Campos();
     // Fills row `fila` of the matrix from the current record and adds it to the totals.
     virtual void Llena_Fila(int fila);
+    // The fields of the current record that every console's row starts from.
+    struct Registro {
+        QString banco;
+        bool devuelta = false; // returned to the client ("7777")
+        double enviado = 0, recibido = 0, pago = 0;
+        int16_t servicio = 0, proveedor = 0;
+    };
+    Registro Lee_Registro() const;
     virtual void Escribe_Pies();
     // After the batch of a payment run: the provider's gift balance.
     virtual void Actualiza_Regalo();

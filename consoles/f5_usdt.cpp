@@ -60,15 +60,9 @@ void F5_USDT::Llena_Fila(int i)
     static const FormatoNumero fGanancia(QStringLiteral("#,##0.00"));
 
     const Campos& c = campos;
-    const QString banco = Campo(c.C_Banco).aTexto();
-    const bool devuelta = banco == QLatin1String("7777");
-    const double enviado = Campo(c.Enviado).aDouble();
-    const double recibido = Campo(c.recibido).aDouble();
-    const double pago = Campo(c.Pago).aDouble();
+    const auto [banco, devuelta, enviado, recibido, pago, servicio, proveedor] = Lee_Registro();
     const double confirmacion = Campo(c.confirmacion).aDouble();
-    const int16_t servicio = CInt(Campo(c.tipo_servicio).aDouble());
     const int16_t cliente = CInt(Campo(c.C_CLIENTE).aDouble());
-    const int16_t proveedor = CInt(Campo(c.C_proveedor).aDouble());
 
     Celdas(i, 0) = Fecha_Vista(0, Campo(c.Fecha).aTexto());
     Celdas(i, 1) = Codigo(Campo(c.secuenciA).aDouble());
