@@ -638,6 +638,9 @@ BEGIN
         letra = COALESCE(UPPER(LEFT(LTRIM(RTRIM(@letra)), 1)), letra),
         St_servicio = COALESCE(@estado, St_servicio)
     WHERE C_SERVIcio = @codigo;
+END
+GO
+
 -- The console queries. Filters: dates compared as text ('202301' means "since
 -- January 2023"); payment 0 all, 1 paid (a bank in C_BANCO, '7777' included),
 -- 2 not paid; operator 0 all, else that operator; each text given found in
