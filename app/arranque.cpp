@@ -3,16 +3,21 @@
 #include "bancos_zelle.h"
 #include "clientes.h"
 #include "conceptos.h"
+#include "dolar.h"
+#include "dolar_new.h"
 #include "form_servicios.h"
 #include "proveedores.h"
 #include "fallo.h"
 #include "f5_usdt.h"
 #include "form2.h"
+#include "form1.h"
 #include "form2_pago.h"
 #include "mdiform1.h"
 #include "mensajes.h"
 #include "module1.h"
 #include "movimientos.h"
+#include "new_dolar.h"
+#include "servicios_usdt.h"
 
 #include <QDir>
 #include <QScreen>
@@ -79,6 +84,12 @@ void Registra_Pantallas(MDIForm1& p)
     p.Registrar(QStringLiteral("Form2"), [](Module1& m, MDIForm1& p) { return new Form2(m, p); });
     p.Registrar(QStringLiteral("Form2_Pago"), [](Module1& m, MDIForm1& p) { return new Form2_Pago(m, p); });
     p.Registrar(QStringLiteral("F5_USDT"), [](Module1& m, MDIForm1& p) { return new F5_USDT(m, p); });
+    p.Registrar(QStringLiteral("NEW_DOLAR"), [](Module1& m, MDIForm1& p) { return new NEW_DOLAR(m, p); });
+    p.Registrar(QStringLiteral("SERVICIOS_USDT"), [](Module1& m, MDIForm1& p) { return new SERVICIOS_USDT(m, p); });
+    p.Registrar(QStringLiteral("Dolar"), [](Module1& m, MDIForm1& p) { return new Dolar(m, p); });
+    p.Registrar(QStringLiteral("DOLAR_NEW"), [](Module1& m, MDIForm1& p) { return new DOLAR_NEW(m, p); });
+    // The batch entry screen has no menu entry; it is known by its name only.
+    p.Registrar(QStringLiteral("Form1"), [](Module1& m, MDIForm1& p) { return new Form1(m, p); });
 }
 
 int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue)

@@ -45,6 +45,8 @@ const Entrada kEntradas[] = {
     {"TABLAS", "TAB_SERVICIOS", "  TABLA DE SERVICIOS", QKeySequence(Qt::CTRL | Qt::Key_F1), "Form_SERVICIOS", false},
     {"TABLAS", "SERVI_USDT", "  SERVICIOS USDT", QKeySequence(Qt::CTRL | Qt::Key_F7), "SERVICIOS_USDT", true},
     {"TABLAS", "BANK_ZELLE", "  TABLA BANCOS ZELLE", QKeySequence(), "BANCOS_ZELLE", false},
+    {"TABLAS", "DOLAR_SIMPLE", "  PRECIO DEL DOLAR SIMPLE", QKeySequence(), "Dolar", false},
+    {"TABLAS", "DOLAR_BILLETERAS", "  PRECIOS DEL DOLAR POR BILLETERA", QKeySequence(), "DOLAR_NEW", false},
     {"MOVI", "AGREGAR", "        AGREGAR  -F4-", QKeySequence(Qt::Key_F4), "Movimientos", false},
     {"CONSULTA", "CONSULTAR", "        CONSULTAS  -F5-", QKeySequence(Qt::Key_F5), "Form2", false},
     {"CONSULTA", "CONSULTA_FECHA_PAGO", "     CONSULTAS POR FECHA DE PAGO", QKeySequence(Qt::Key_F7), "Form2_Pago", false},

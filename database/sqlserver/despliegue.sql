@@ -641,6 +641,143 @@ BEGIN
 END
 GO
 
+-- The rates. Amounts that arrive with a decimal comma are read by num_coma.
+-- The services with their stored rate, for the rate panel, by rising code.
+CREATE OR ALTER PROCEDURE dbo.TRU_dolares
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT C_SERVIcio, COALESCE(D_SERVIcio, '') AS D_SERVIcio, COALESCE(MONTO, 0) AS MONTO,
+           COALESCE(porcentaje, 0) AS porcentaje, COALESCE(sw_calculos, 0) AS sw_calculos
+    FROM dbo.servicios ORDER BY C_SERVIcio;
+END
+GO
+
+-- The plain dollar screen's one price (decimal point) and the moment of the
+-- store; the one row is made when missing.
+CREATE OR ALTER PROCEDURE dbo.TRU_UPDATE_DOLAR
+    @fecha datetime = NULL,
+    @valor varchar(30) = '0'
+AS
+BEGIN
+    SET NOCOUNT ON;
+    UPDATE dbo.dolar SET Fecha = COALESCE(@fecha, GETDATE()), valor = dbo.num_coma(@valor);
+    IF NOT EXISTS (SELECT 1 FROM dbo.dolar)
+        INSERT INTO dbo.dolar (Fecha, valor) VALUES (COALESCE(@fecha, GETDATE()), dbo.num_coma(@valor));
+END
+GO
+
+-- The four wallet prices of the day (decimal comma) and the moment of the
+-- store; the one row is made when missing.
+CREATE OR ALTER PROCEDURE dbo.TRU_UPDATE_DOLAR_01
+    @fecha datetime = NULL,
+    @trumin varchar(30) = '0',
+    @zelle varchar(30) = '0',
+    @zinli varchar(30) = '0',
+    @amazon varchar(30) = '0'
+AS
+BEGIN
+    SET NOCOUNT ON;
+    UPDATE dbo.dolar_NEW
+    SET Fecha = COALESCE(@fecha, GETDATE()), TRUMIN = dbo.num_coma(@trumin), ZELLE = dbo.num_coma(@zelle),
+        ZINLI = dbo.num_coma(@zinli), AMAZON = dbo.num_coma(@amazon);
+    IF NOT EXISTS (SELECT 1 FROM dbo.dolar_NEW)
+        INSERT INTO dbo.dolar_NEW (Fecha, TRUMIN, ZELLE, ZINLI, AMAZON)
+        VALUES (COALESCE(@fecha, GETDATE()), dbo.num_coma(@trumin), dbo.num_coma(@zelle), dbo.num_coma(@zinli),
+                dbo.num_coma(@amazon));
+END
+GO
+
+-- The new rate of one service (decimal comma); an empty amount keeps the rate.
+CREATE OR ALTER PROCEDURE dbo.TRU_UPDATE_DOLAR_02
+    @codigo int = 0,
+    @monto varchar(30) = ''
+AS
+BEGIN
+    SET NOCOUNT ON;
+    UPDATE dbo.servicios SET MONTO = dbo.num_coma(@monto)
+    WHERE C_SERVIcio = @codigo AND LTRIM(RTRIM(COALESCE(@monto, ''))) <> '';
+END
+GO
+
+-- The day's dollar; it stamps the moment of the last update of the rates.
+CREATE OR ALTER PROCEDURE dbo.TRU_UPDATE_DOLAR_03
+    @dolar varchar(30) = '0'
+AS
+BEGIN
+    SET NOCOUNT ON;
+    UPDATE dbo.parametros SET Dolar = dbo.num_coma(@dolar), Fecha = GETDATE();
+    IF NOT EXISTS (SELECT 1 FROM dbo.parametros)
+        INSERT INTO dbo.parametros (Clave, Fecha, Fecha_Compraventas, Dolar)
+        VALUES ('', GETDATE(), NULL, dbo.num_coma(@dolar));
+END
+GO
+
+-- The USDT prices by rising code: rows 1 and 2 are the references.
+CREATE OR ALTER PROCEDURE dbo.TRU_servicios_USDT
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT C_SERVIcio, COALESCE(D_SERVIcio, '') AS D_SERVIcio, COALESCE(compra, 0) AS compra,
+           COALESCE(venta, 0) AS venta, COALESCE(equivalencia, 0) AS equivalencia, COALESCE(div, 0) AS div
+    FROM dbo.servicios_usdt ORDER BY C_SERVIcio;
+END
+GO
+
+-- A new USDT row: the code after the largest while within 100, else the lowest
+-- free code from 1; prices and div 0; the equivalence as a whole number.
+CREATE OR ALTER PROCEDURE dbo.TRU_IN_SERVICIOS_USDT
+    @descripcion varchar(60) = '',
+    @equivalencia float = 0
+AS
+BEGIN
+    SET NOCOUNT ON;
+    DECLARE @codigo int;
+    BEGIN TRANSACTION;
+    SELECT @codigo = MAX(C_SERVIcio) + 1 FROM dbo.servicios_usdt WITH (UPDLOCK, HOLDLOCK);
+    IF @codigo IS NULL OR @codigo > 100
+        SELECT @codigo = MIN(n.c)
+        FROM (SELECT TOP (100) ROW_NUMBER() OVER (ORDER BY (SELECT NULL)) AS c FROM sys.all_objects) AS n
+        WHERE n.c NOT IN (SELECT C_SERVIcio FROM dbo.servicios_usdt);
+    INSERT INTO dbo.servicios_usdt (C_SERVIcio, D_SERVIcio, compra, venta, equivalencia, div)
+    VALUES (@codigo, UPPER(@descripcion), 0, 0, CAST(COALESCE(@equivalencia, 0) AS int), 0);
+    COMMIT TRANSACTION;
+END
+GO
+
+-- A USDT row's description and prices (decimal comma) and, when sent, its
+-- divide flag. A price change stamps the moment of the last price update.
+CREATE OR ALTER PROCEDURE dbo.TRU_MOD_servicios_USDT
+    @codigo int = 0,
+    @descripcion varchar(60) = '',
+    @compra varchar(30) = '0',
+    @venta varchar(30) = '0',
+    @div int = NULL
+AS
+BEGIN
+    SET NOCOUNT ON;
+    IF EXISTS (SELECT 1 FROM dbo.servicios_usdt
+               WHERE C_SERVIcio = @codigo
+                 AND (compra <> dbo.num_coma(@compra) OR venta <> dbo.num_coma(@venta)))
+        UPDATE dbo.parametros SET Fecha_Compraventas = GETDATE();
+    UPDATE dbo.servicios_usdt
+    SET D_SERVIcio = @descripcion, compra = dbo.num_coma(@compra), venta = dbo.num_coma(@venta),
+        div = COALESCE(@div, div)
+    WHERE C_SERVIcio = @codigo;
+END
+GO
+
+-- The providers' notifications, newest first, the moment as dd/mm/yyyy hh:mm:ss.
+CREATE OR ALTER PROCEDURE dbo.Ramil_lista_Notificaciones
+AS
+BEGIN
+    SET NOCOUNT ON;
+    SELECT n.Codigo_proveedor, n.Nombre, n.titulo, n.mensaje,
+           CONVERT(varchar(10), n.Fecha, 103) + ' ' + CONVERT(varchar(8), n.Fecha, 108) AS Fecha, n.tipo, n.leida
+    FROM dbo.notificaciones AS n ORDER BY n.Fecha DESC;
+END
+GO
+
 -- The console queries. Filters: dates compared as text ('202301' means "since
 -- January 2023"); payment 0 all, 1 paid (a bank in C_BANCO, '7777' included),
 -- 2 not paid; operator 0 all, else that operator; each text given found in

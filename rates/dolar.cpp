@@ -1,0 +1,66 @@
+#include "dolar.h"
+#include "controles.h"
+#include "module1.h"
+#include "numeros.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+Dolar::Dolar(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral("Dolar"))
+{
+    setWindowTitle(QStringLiteral("Precio del Dolar"));
+    for (int i : {0, 1}) {
+        auto* l = new QLabel(this);
+        l->setGeometry(10, 10 + i * 50, 280, 22);
+        Controles::Nombrar(l, QStringLiteral("Label1"), i, QStringLiteral("Precio de Dolar al "));
+        Label1.insert(i, l);
+        auto* t = new QLineEdit(this);
+        t->setGeometry(300, 9 + i * 50, 110, 24);
+        t->setAlignment(Qt::AlignRight);
+        Controles::Nombrar(t, QStringLiteral("Text2"), i, i == 0 ? QStringLiteral("Precio guardado") : QStringLiteral("Precio nuevo"));
+        Text2.insert(i, t);
+    }
+    Text2[0]->setReadOnly(true);
+    Text2[0]->setFocusPolicy(Qt::NoFocus);
+    Controles::SeleccionarAlEnfocar(Text2[1]);
+    Actualizar = new QPushButton(QStringLiteral("Actualizar"), this);
+    Actualizar->setGeometry(300, 105, 110, 30);
+    Actualizar->setAutoDefault(true); // Enter on the focused button presses it
+    Controles::Nombrar(Actualizar, QStringLiteral("Actualizar"), QStringLiteral("Actualizar"));
+    // Enter in the new price moves on to the button.
+    Controles::AlPulsarEnter(Text2[1], [this] { Actualizar->setFocus(); });
+    connect(Actualizar, &QPushButton::clicked, this, [this] { Actualizar_Click(); });
+}
+
+void Dolar::Form_Load() { Colocar(3000, 5001, 6550, 2700); }
+
+void Dolar::Form_Activate()
+{
+    Label1[1]->setText(QStringLiteral("Precio de Dolar al ") + m.reloj().toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")));
+    m.Cierra_Rs();
+    m.SQL = QStringLiteral(" select * from dolar");
+    m.Abre_Rs(m.SQL);
+    Label1[0]->setText(QStringLiteral("Precio de Dolar al ") + m.Rs->Fields(QStringLiteral("Fecha")).aTexto());
+    Text2[0]->setText(m.Rs->Fields(QStringLiteral("valor")).aTexto());
+    m.Cierra_Rs();
+}
+
+void Dolar::Actualizar_Click()
+{
+    // This procedure takes the decimal point, unlike the other rate procedures.
+    const QString valor = Text2[1]->text().replace(QLatin1Char(','), QLatin1Char('.'));
+    const QDateTime ahora = m.reloj();
+    m.Cierra_Rs();
+    m.Prepara_Comando(QStringLiteral("TRU_UPDATE_DOLAR"));
+    m.Comando.Parameters(1) = Valor(ahora);
+    m.Comando.Parameters(2) = Valor(valor);
+    m.Ejecuta_Comando();
+    m.Cierra_Rs();
+    m.Rec_Fecha = ahora.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss"));
+    // The dotted text is read with the business's marks, where the point
+    // separates thousands: 365,50 typed is read as 36550, so the hundredth
+    // part is the dollar of the entry's estimates.
+    m.Dolar_Actual = Numeros::CSng(Numeros::CDbl(valor) / 100);
+    Unload();
+}

@@ -1,0 +1,30 @@
+#pragma once
+// "SERVICIOS_USDT": the USDT prices with their description, buy and sell
+// price. A new row is created by its name alone (it prices no service until
+// the rate panel ties it); a price change never touches the row's divide flag,
+// which only the rate panel sets.
+#include "catalogo.h"
+
+#include <QMap>
+
+class QLabel;
+
+class SERVICIOS_USDT : public Catalogo {
+    Q_OBJECT
+public:
+    SERVICIOS_USDT(Module1& m, MDIForm1& principal);
+
+    void Form_Activate() override;
+    void Carga_Grid() override;
+    QList<Valor> Valores_Modificar(int fila) override;
+    void Procesar_Click();
+    void ACTUALIZAR_Click();
+
+    QLineEdit* Text2;          // name of a new USDT service
+    QLabel* uev;               // its caption
+    QMap<int, QLabel*> Label1; // 1 this moment, 2 the last price update
+    QPushButton* ACTUALIZAR;
+
+private:
+    void Rotula_Ultima();
+};
