@@ -1,0 +1,165 @@
+// The two plain dollar screens, the USDT services screen and the batch entry
+// screen, each from its fields to the rows it stores.
+#include "dolar.h"
+#include "dolar_new.h"
+#include "escribir.h"
+#include "form1.h"
+#include "prueba.h"
+#include "rejilla.h"
+#include "servicios_usdt.h"
+#include "sesion.h"
+
+#include <QAction>
+#include <QDateEdit>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace {
+
+template <class T>
+T* abrirPorMenu(SesionDePrueba& s, const char* entrada, const char* pantalla)
+{
+    s.principal->entrada(QString::fromLatin1(entrada))->trigger();
+    QCoreApplication::processEvents();
+    return static_cast<T*>(s.principal->Abierta(QString::fromLatin1(pantalla)));
+}
+
+} // namespace
+
+class PruebaDolares : public QObject {
+    Q_OBJECT
+private slots:
+    void dolar_simple()
+    {
+        SesionDePrueba s;
+        auto* p = abrirPorMenu<Dolar>(s, "DOLAR_SIMPLE", "Dolar");
+        QVERIFY(p);
+        QCOMPARE(p->Text2[0]->text(), QStringLiteral("365,5"));
+        QVERIFY(p->Label1[0]->text().startsWith(QStringLiteral("Precio de Dolar al ") +
+                                                QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))));
+        // 380,50 leaves as 380.50; the entry's dollar is its hundredth part of 38050.
+        p->Text2[1]->setText(QStringLiteral("380,50"));
+        p->Actualizar->click();
+        QCoreApplication::processEvents();
+        QCOMPARE(s.base.valor(QStringLiteral("select valor from dolar")), QStringLiteral("380.5"));
+        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from dolar")), QStringLiteral("1"));
+        QCOMPARE(s.m->Dolar_Actual, 380.5f);
+        QVERIFY(!s.m->Rec_Fecha.isEmpty());
+        QVERIFY(!s.principal->Abierta(QStringLiteral("Dolar"))); // it unloads itself
+    }
+
+    void dolar_por_billetera()
+    {
+        SesionDePrueba s;
+        auto* p = abrirPorMenu<DOLAR_NEW>(s, "DOLAR_BILLETERAS", "DOLAR_NEW");
+        QVERIFY(p);
+        QCOMPARE(p->Text2[0]->text(), QStringLiteral("332,61"));
+        QCOMPARE(p->focusWidget(), p->Text1);
+
+        QTest::keyClick(p->Text1, Qt::Key_Return);
+        QCOMPARE(s.ultimoMensaje(), QStringLiteral("Indique Dolar del día"));
+        QCOMPARE(s.mensajes.last().estilo, 0);
+
+        QTest::keyClicks(p->Text1, QStringLiteral("100"));
+        QTest::keyClick(p->Text1, Qt::Key_Return);
+        QStringList derivados;
+        for (int i = 1; i <= 4; ++i)
+            derivados << p->Text3[i]->text();
+        QCOMPARE(derivados, (QStringList{"91,00", "94,00", "96,00", "85,00"}));
+        QCOMPARE(p->Text1->selectedText(), QStringLiteral("100"));
+
+        // The operator corrects ZELLE with a point; the store takes what stands.
+        p->Text3[2]->setText(QStringLiteral("95.5"));
+        p->Actualizar->click();
+        QCOMPARE(s.base.valor(QStringLiteral("select TRUMIN || ' ' || ZELLE || ' ' || ZINLI || ' ' || AMAZON from dolar_NEW")),
+                 QStringLiteral("91.0 95.5 96.0 85.0"));
+        QCOMPARE(s.m->Monto_T(2), 95.5f);
+        QCOMPARE(s.m->Monto_T(4), 85.0f);
+        QCOMPARE(p->Text1->text(), QString());
+        QCOMPARE(p->Text3[2]->text(), QStringLiteral("95,50"));
+        QCOMPARE(p->Text2[1]->text(), QStringLiteral("95,50"));
+    }
+
+    void servicios_usdt()
+    {
+        SesionDePrueba s;
+        s.base.sql(QStringLiteral("UPDATE parametros SET Fecha_Compraventas = '2020-01-01 00:00:00'"));
+        auto* p = s.abrir<SERVICIOS_USDT>(QStringLiteral("SERVICIOS_USDT"));
+        QCOMPARE(p->Celdas.UpperBound(1), 5);
+        QCOMPARE(p->Celdas.Value(3, 2).texto(), QStringLiteral("4150,0000"));
+        QVERIFY(p->Label1[1]->text().startsWith(QStringLiteral("Actualización Precios de Compra/Venta USDT  al : ")));
+
+        // A price change leaves div alone and stamps the last price update.
+        escribirEnCelda(*p->GRID, 3, 2, QStringLiteral("4100.5"));
+        p->ACTUALIZAR->click();
+        QCOMPARE(s.base.valor(QStringLiteral("select compra || ' ' || div || ' ' || equivalencia from servicios_usdt where C_SERVIcio = 4")),
+                 QStringLiteral("4100.5 1 55"));
+        QVERIFY(s.base.valor(QStringLiteral("select Fecha_Compraventas from parametros")).startsWith(QDate::currentDate().toString(Qt::ISODate)));
+        QVERIFY(p->Label1[2]->text().startsWith(QStringLiteral("Ultima actualización : ") +
+                                                QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))));
+
+        p->Procesar->click();
+        QCOMPARE(s.ultimoMensaje(), QStringLiteral("Indique la Descripcipón del Servicio"));
+        p->Text2->setText(QStringLiteral("usdt mexico"));
+        p->Procesar->click();
+        QCOMPARE(s.base.valor(QStringLiteral("select D_SERVIcio || ' ' || equivalencia || ' ' || div from servicios_usdt where C_SERVIcio = 7")),
+                 QStringLiteral("USDT MEXICO 0 0"));
+        QCOMPARE(p->Celdas.UpperBound(1), 6);
+        QCOMPARE(p->Text2->text(), QString());
+    }
+
+    void lote_de_dos_lineas()
+    {
+        SesionDePrueba s(false);
+        s.base.sql(QStringLiteral("INSERT INTO servicios (C_SERVIcio, D_SERVIcio, letra) VALUES (1, 'TRUMIN', 'T'), (2, 'ZELLE', 'Z');"
+                                  "INSERT INTO clientes VALUES (12, 'ANA ROJAS', ''), (7, 'LUIS MORA', '');"
+                                  "INSERT INTO proveedor (C_proveedor, D_proveedor) VALUES (3, 'PAGOS RAPIDOS')"));
+        s.m->Carga_Tablas();
+        auto* p = s.abrir<Form1>(QStringLiteral("Form1"));
+        QVERIFY(p);
+        QCOMPARE(p->Celdas1.UpperBound(1), 1);
+        QCOMPARE(p->Celdas2.Value(0, 1).texto(), QStringLiteral("PAGOS RAPIDOS"));
+
+        escribirEnCelda(*p->GRID, 0, 1, QStringLiteral("12"));
+        QCOMPARE(p->Celdas.Value(0, 2).texto(), QStringLiteral("ANA ROJAS"));
+        escribirEnCelda(*p->GRID, 0, 3, QStringLiteral("100"));
+        escribirEnCelda(*p->GRID, 0, 4, QStringLiteral("94,3"));
+        escribirEnCelda(*p->GRID, 0, 5, QStringLiteral("3"));
+        escribirEnCelda(*p->GRID, 0, 8, QStringLiteral("q"));
+        // A line two rows down, its client picked from the list.
+        p->GRID->setBookmark(2);
+        p->grid1->setBookmark(1);
+        emit p->grid1->DblClick();
+        QCOMPARE(p->Celdas.Value(2, 1).texto(), QStringLiteral("0012"));
+        escribirEnCelda(*p->GRID, 2, 1, QStringLiteral("7"));
+        escribirEnCelda(*p->GRID, 2, 3, QStringLiteral("50.5"));
+        escribirEnCelda(*p->GRID, 2, 4, QStringLiteral("47"));
+        escribirEnCelda(*p->GRID, 2, 7, QStringLiteral("2"));
+
+        // An unknown letter stops the batch before anything is sent.
+        p->INCLUIR->click();
+        QCOMPARE(s.ultimoMensaje(), QStringLiteral("Letra del Servicio no esta asignada"));
+        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from MOVIMIENTOS")), QStringLiteral("0"));
+
+        escribirEnCelda(*p->GRID, 0, 8, QStringLiteral("z"));
+        p->INCLUIR->click();
+        const QString hoy = QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
+        auto fila = [&](int secuencia) {
+            return s.base.valor(QStringLiteral("select FECHA||'|'||SECUENCIA||'|'||C_CLIENTE||'|'||enviado||'|'||recibido||'|'||"
+                                               "C_PROVEEDOR||'|'||pago||'|'||C_BANCO||'|'||REFERENCIA||'|'||confirmacion||'|'||"
+                                               "operadora||'|'||tipo_operacion||'|'||tipo_servicio||'|'||ganancia||'|'||obs||'|'||"
+                                               "g1||'|'||g2||'|'||g3||'|'||fecha_pago||'|'||hora_pago||'|'||dolar1||'|'||"
+                                               "dolar2||'|'||bancozelle from MOVIMIENTOS where SECUENCIA = %1").arg(secuencia));
+        };
+        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from MOVIMIENTOS")), QStringLiteral("2"));
+        QCOMPARE(fila(1), hoy + QStringLiteral("|1|12|100.0|94.3|3|0.0|||0.0|1|2|2|100.0||94.3|94.3|0.0|||0.0|0.0|0"));
+        QCOMPARE(fila(2), hoy + QStringLiteral("|2|7|50.5|47.0|0|0.0|||0.0|2|2|1|100.0||47.0|47.0|0.0|||0.0|0.0|0"));
+        // The lines start anew.
+        QCOMPARE(p->Celdas.Value(0, 1).texto(), QString());
+        QCOMPARE(p->Celdas.Value(2, 7).texto(), QStringLiteral("1"));
+    }
+};
+REGISTRAR_PRUEBA(PruebaDolares);
+
+#include "tst_dolares.moc"

@@ -1,0 +1,276 @@
+// The rate panel: the day's amounts worked out from the dollar and the USDT
+// prices, stored, and seen by the consoles and the entry screen; the USDT
+// prices and the providers' notifications on the same panel.
+#include "escribir.h"
+#include "form2.h"
+#include "login.h"
+#include "mensajes.h"
+#include "movimientos.h"
+#include "new_dolar.h"
+#include "prueba.h"
+#include "rejilla.h"
+#include "sesion.h"
+
+#include <QAction>
+#include <QDateEdit>
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace {
+
+// Services and USDT prices laid out for the calculation. The dollar comes from
+// the first USDT row (123,4567 shown as 123,46), the base from the second (40).
+const char* const kTarifas = R"(
+INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra, MONTO) VALUES
+  (1, 'DOS', 10, 2, 1, 'T', 1), (2, 'TRES', 10, 3, 1, 'Z', 2), (3, 'CUATRO', 10.5, 4, 1, 'I', 3),
+  (4, 'CERO', 10.5, 0, 1, 'A', 4), (5, 'CORTO', 90, 2, 1, 'C', 5), (6, 'SIN USDT', 0, 2, 2, 'S', 6),
+  (49, 'BAJO', 0, 4, 2, 'B', 49), (50, 'DIVIDE 1', 3, 4, 2, 'U', 50), (51, 'DIVIDE 2', 5, 4, 2, 'D', 51),
+  (52, 'DIVIDE 7', 0, 4, 2, 'E', 52), (53, 'PRECIO CERO', 0, 4, 2, 'F', 53), (54, 'DOBLE', 0, 4, 2, 'G', 54);
+INSERT INTO servicios_usdt (C_SERVIcio, D_SERVIcio, compra, venta, equivalencia, div) VALUES
+  (1, 'DOLAR', 123.4567, 124, 0, 0), (2, 'BASE', 40, 41, 0, 0), (3, 'A 50', 3, 3, 50, 1),
+  (4, 'A 51', 50, 50, 51, 2), (5, 'A 52', 10, 10, 52, 7), (6, 'A 53', 0, 0, 53, 1),
+  (7, 'A 54 PRIMERO', 8, 8, 54, 1), (8, 'A 54 LUEGO', 80, 80, 54, 2), (9, 'A 49', 4, 4, 49, 1);
+INSERT INTO parametros (Clave, Fecha, Fecha_Compraventas, Dolar) VALUES ('1234', '2020-01-01 00:00:00', '2020-01-01 00:00:00', 120);
+)";
+
+QStringList columna(const Celdas& c, int col)
+{
+    QStringList r;
+    for (int i = 0; i <= c.UpperBound(1); ++i)
+        r << c.Value(i, col).texto();
+    return r;
+}
+
+QString montos(const BaseTemporal& base)
+{
+    return base.valor(QStringLiteral("select group_concat(MONTO, ' ') from (select MONTO from servicios order by C_SERVIcio)"));
+}
+
+NEW_DOLAR* abrirPanel(SesionDePrueba& s)
+{
+    // F6, as the operator opens it.
+    s.principal->entrada(QStringLiteral("PRECIO_DOLAR"))->trigger();
+    QCoreApplication::processEvents();
+    return static_cast<NEW_DOLAR*>(s.principal->Abierta(QStringLiteral("NEW_DOLAR")));
+}
+
+} // namespace
+
+class PruebaNewDolar : public QObject {
+    Q_OBJECT
+private slots:
+    void calculo_celda_por_celda()
+    {
+        SesionDePrueba s(false);
+        s.base.sql(QString::fromUtf8(kTarifas));
+        LOGIN::Carga_Parametros(*s.m);
+        NEW_DOLAR* p = abrirPanel(s);
+        QVERIFY(p);
+        QCOMPARE(p->Text1->text(), QStringLiteral("120"));
+        QCOMPARE(p->Label1[0]->text(), QStringLiteral("Ultima actualización de los valores = 01/01/2020 00:00:00"));
+        QVERIFY(p->Label1[1]->text().startsWith(QStringLiteral("Actualización de los Valores al : ")));
+        QCOMPARE(columna(p->Celdas, 4), QStringList(12, QString()));
+        QCOMPARE(p->Celdas.Value(2, 2).texto(), QStringLiteral("3,0000"));
+        QCOMPARE(p->Celdas.Value(3, 3).texto(), QStringLiteral("10,50"));
+        QCOMPARE(columna(p->Celdas, 5).mid(0, 5), (QStringList{"2", "3", "4", "0", "2"}));
+        QCOMPARE(p->Celdas1.Value(3, 2).texto(), QStringLiteral("50,0000"));
+        QCOMPARE(columna(p->Celdas1, 4), QStringList(9, QStringLiteral("0")));
+        QVERIFY(p->GRID1->Columns(3).Width() == 1 && !p->GRID1->Columns(4).Visible());
+        QCOMPARE(p->GRID->Columns(2).Caption(), QStringLiteral("Monto\rAnterior"));
+
+        // A point typed in a USDT price works as the decimal mark.
+        escribirEnCelda(*p->GRID1, 1, 2, QStringLiteral("40.0"));
+        p->CALCULOS->click();
+        QCOMPARE(p->Celdas1.Value(1, 2).texto(), QStringLiteral("40,0"));
+        QCOMPARE(p->Text1->text(), QStringLiteral("123,46"));
+        QCOMPARE(columna(p->Celdas, 4),
+                 (QStringList{
+                     "111,1100",  // 123,46 x 0,90 = 111,11400, cut at 2 decimals
+                     "111,1140",  // at 3
+                     "110,49670", // 123,46 x 0,895 = 110,49670, at 4
+                     "110,49670", // decimals 0 leave the five places
+                     "12,34600",  // 12,34600 cut by characters keeps three decimals
+                     "",          // priced from USDT, no row points at it
+                     "",          // equivalence 49 takes no part
+                     "12,9333",   // 40 / 3 = 13,3333, x 0,97
+                     "1,1875",    // 50 / 40 = 1,25, x 0,95
+                     "0",         // divide 7
+                     "0",         // price 0
+                     "2",         // two rows on 54: the later, 80 / 40, wins
+                 }));
+        // Nothing is stored by a calculation.
+        QCOMPARE(montos(s.base), QStringLiteral("1.0 2.0 3.0 4.0 5.0 6.0 49.0 50.0 51.0 52.0 53.0 54.0"));
+
+        // A zero base with divide 1 is a run-time failure, as any division by zero.
+        escribirEnCelda(*p->GRID1, 1, 2, QStringLiteral("0"));
+        QVERIFY_THROWS_EXCEPTION(FalloEjecucion, p->CALCULOS->click());
+    }
+
+    void actualizar_sin_calculo_no_guarda()
+    {
+        SesionDePrueba s(false);
+        s.base.sql(QString::fromUtf8(kTarifas));
+        LOGIN::Carga_Parametros(*s.m);
+        NEW_DOLAR* p = abrirPanel(s);
+        p->Procesar->click();
+        QCOMPARE(montos(s.base), QStringLiteral("1.0 2.0 3.0 4.0 5.0 6.0 49.0 50.0 51.0 52.0 53.0 54.0"));
+        QCOMPARE(s.base.valor(QStringLiteral("select Fecha || ' ' || Dolar from parametros")),
+                 QStringLiteral("2020-01-01 00:00:00 120.0"));
+        // The second row typed by hand counts as a calculation: every row is sent,
+        // the empty ones keep their amount.
+        escribirEnCelda(*p->GRID, 1, 4, QStringLiteral("7.25"));
+        p->Procesar->click();
+        QCOMPARE(montos(s.base), QStringLiteral("1.0 7.25 3.0 4.0 5.0 6.0 49.0 50.0 51.0 52.0 53.0 54.0"));
+        QVERIFY(s.base.valor(QStringLiteral("select Fecha from parametros")).startsWith(QDate::currentDate().toString(Qt::ISODate)));
+        QCOMPARE(s.m->Monto_T(2), 7.25f);
+    }
+
+    void guardar_y_verlo_en_consola_y_entrada()
+    {
+        SesionDePrueba s;
+        const QString hoy = QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
+        // An unpaid TRUMIN row of today, 100 received.
+        s.base.sql(QStringLiteral("INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, operadora, "
+                                  "tipo_servicio) VALUES ('%1', 900, 12, 106, 100, '1', 1)").arg(hoy));
+        NEW_DOLAR* p = abrirPanel(s);
+        QCOMPARE(p->Celdas.Value(0, 1).texto(), QStringLiteral("TRUMIN"));
+
+        // A new price for PESOS COLOMBIA (USDT row 4), through the USDT grid.
+        escribirEnCelda(*p->GRID1, 3, 2, QStringLiteral("4000"));
+        QCOMPARE(p->Celdas1.Value(3, 4).texto(), QStringLiteral("-1"));
+        p->MODIFICAR_USDT->click();
+        QCOMPARE(s.base.valor(QStringLiteral("select compra || ' ' || div from servicios_usdt where C_SERVIcio = 4")),
+                 QStringLiteral("4000.0 1"));
+        QCOMPARE(s.m->Compra_T(55), 4150.0); // the cache waits for the next load
+
+        p->CALCULOS->click();
+        // 365,50 x 0,91 = 332,605, cut to 332,6000; the operator corrects it.
+        QCOMPARE(p->Celdas.Value(0, 4).texto(), QStringLiteral("332,6000"));
+        escribirEnCelda(*p->GRID, 0, 4, QStringLiteral("45.5"));
+        p->Procesar->click();
+        QCOMPARE(s.base.valor(QStringLiteral("select MONTO from servicios where C_SERVIcio = 1")), QStringLiteral("45.5"));
+        QCOMPARE(s.base.valor(QStringLiteral("select MONTO from servicios where C_SERVIcio = 2")), QStringLiteral("343.57"));
+        QCOMPARE(p->Celdas.Value(0, 2).texto(), QStringLiteral("45,5000"));
+        QCOMPARE(columna(p->Celdas, 4), QStringList(p->Celdas.UpperBound(1) + 1, QString()));
+        QCOMPARE(s.m->Monto_T(1), 45.5f);
+        QCOMPARE(s.m->Dolar_Param, 365.5f);
+        QCOMPARE(s.m->Compra_T(55), 4000.0);
+        QVERIFY(s.m->Fecha_Param.startsWith(QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))));
+        QCOMPARE(p->focusWidget(), p->Text1);
+
+        // F5: the rate line and the estimate of the unpaid row use the new amount.
+        s.principal->entrada(QStringLiteral("CONSULTAR"))->trigger();
+        QCoreApplication::processEvents();
+        auto* c = static_cast<Form2*>(s.principal->Abierta(QStringLiteral("Form2")));
+        QVERIFY(c->Label1->text().startsWith(QStringLiteral(" TRU = 45,50    ZEL = 343,57")));
+        c->Fecha1->setDate(QDate::currentDate());
+        c->Fecha2->setDate(QDate::currentDate());
+        c->SELECCIONA->click();
+        int fila = -1;
+        for (int i = 0; i <= c->Celdas.UpperBound(1); ++i)
+            if (c->Celdas.Value(i, 1).texto() == QLatin1String("0900"))
+                fila = i;
+        QVERIFY(fila >= 0);
+        QCOMPARE(c->Celdas.Value(fila, 16).texto(), QStringLiteral("45,5000"));
+        QCOMPARE(c->Celdas.Value(fila, 8).texto(), QStringLiteral("4.550,00"));
+
+        // F4: 40.000 pesos (letter M) arrive as dollars at the new price.
+        s.principal->entrada(QStringLiteral("AGREGAR"))->trigger();
+        QCoreApplication::processEvents();
+        auto* e = static_cast<Movimientos*>(s.principal->Abierta(QStringLiteral("Movimientos")));
+        e->Text2[11]->setText(QStringLiteral("M"));
+        QTest::keyClick(e->Text2[11], Qt::Key_Return);
+        e->Text2[4]->setText(QStringLiteral("40000"));
+        QTest::keyClick(e->Text2[4], Qt::Key_Return);
+        QCOMPARE(e->Text2[5]->text(), QStringLiteral("10,00"));
+    }
+
+    void ingreso_usdt_y_divide()
+    {
+        SesionDePrueba s;
+        s.base.sql(QStringLiteral("INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra) "
+                                  "VALUES (60, 'PESOS CHILE', 5, 4, 2, 'H')"));
+        NEW_DOLAR* p = abrirPanel(s);
+        auto pedir = [&](const QString& nombre, const QString& codigo) {
+            p->Text2->setText(nombre);
+            p->Text3->setText(codigo);
+            p->INGRESO->click();
+            return s.mensajes.isEmpty() ? QString() : s.mensajes.takeLast().texto;
+        };
+        QCOMPARE(pedir(QString(), QStringLiteral("60")), QStringLiteral("Indique la Descripcipón del Servicio"));
+        QCOMPARE(p->focusWidget(), p->Text2);
+        QCOMPARE(pedir(QStringLiteral("usdt chile"), QString()), QStringLiteral("Indique codigo de equivalencia"));
+        // 56 is tied to another USDT row: refused as taken, before looking at the service.
+        QCOMPARE(pedir(QStringLiteral("usdt chile"), QStringLiteral("56")),
+                 QStringLiteral(" ERROR : Código de equivalencia ya esta asignado"));
+        QCOMPARE(p->Text3->text(), QString());
+        QCOMPARE(pedir(QStringLiteral("usdt chile"), QStringLiteral("57")),
+                 QStringLiteral(" ERROR : Codigo de servicio equivalente no existe"));
+        QCOMPARE(pedir(QStringLiteral("usdt chile"), QStringLiteral("4")),
+                 QStringLiteral(" ERROR : No se puede asignar equivalencia a ese servicio, SW-C=1"));
+        QCOMPARE(s.mensajes.size(), 0);
+        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios_usdt")), QStringLiteral("6"));
+
+        // 60.9 is the code 60, stored as such with the name in capitals.
+        QCOMPARE(pedir(QStringLiteral("usdt chile"), QStringLiteral("60.9")), QString());
+        QCOMPARE(s.base.valor(QStringLiteral("select C_SERVIcio || ' ' || D_SERVIcio || ' ' || equivalencia || ' ' || div "
+                                             "from servicios_usdt where equivalencia = 60")),
+                 QStringLiteral("7 USDT CHILE 60 0"));
+        QCOMPARE(p->Celdas1.Value(6, 1).texto(), QStringLiteral("USDT CHILE"));
+        QCOMPARE(p->Text2->text(), QString());
+
+        // Divide typed on a reference row is stored as 0; a row typed back to
+        // its old value is sent all the same; the reload clears every mark.
+        s.base.sql(QStringLiteral("UPDATE parametros SET Fecha_Compraventas = '2020-01-01 00:00:00'"));
+        escribirEnCelda(*p->GRID1, 0, 6, QStringLiteral("1"));
+        escribirEnCelda(*p->GRID1, 2, 1, QStringLiteral("USDT BINANCE"));
+        escribirEnCelda(*p->GRID1, 6, 6, QStringLiteral("1"));
+        p->MODIFICAR_USDT->click();
+        QCOMPARE(s.base.valor(QStringLiteral("select group_concat(div, ' ') from (select div from servicios_usdt order by C_SERVIcio)")),
+                 QStringLiteral("0 0 1 1 1 2 1"));
+        QCOMPARE(p->Celdas1.Value(0, 6).texto(), QStringLiteral("0"));
+        QCOMPARE(columna(p->Celdas1, 4), QStringList(7, QStringLiteral("0")));
+        // No price changed: the moment of the last price update stays.
+        QCOMPARE(s.base.valor(QStringLiteral("select Fecha_Compraventas from parametros")), QStringLiteral("2020-01-01 00:00:00"));
+        QVERIFY(s.m->Fecha_Compraventas.startsWith(QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))));
+    }
+
+    void notificaciones()
+    {
+        SesionDePrueba s;
+        NEW_DOLAR* p = abrirPanel(s);
+        QVERIFY(!p->Frame1->isVisible());
+        p->Notifica->click();
+        QVERIFY(p->Frame1->isVisible());
+        QCOMPARE(p->Celdas2.UpperBound(1), 3);
+        QCOMPARE(p->Celdas2.UpperBound(2), 6);
+        // Newest first, code in two digits, the moment the business's way.
+        QCOMPARE(columna(p->Celdas2, 2), (QStringList{"SALDO BAJO", "RETRASO EN PAGOS", "CAMBIO DE CUENTA", "FERIADO"}));
+        QCOMPARE(p->Celdas2.Value(0, 0).texto(), QStringLiteral("03"));
+        QVERIFY(QDateTime::fromString(p->Celdas2.Value(0, 4).texto(), QStringLiteral("dd/MM/yyyy HH:mm:ss")).isValid());
+        QVERIFY(!p->GRID2->Columns(7).Visible());
+        QCOMPARE(p->GRID2->vista()->font().family(), QStringLiteral("Courier New"));
+
+        // Each opening reads the server again.
+        s.base.sql(QStringLiteral("INSERT INTO notificaciones (Codigo_proveedor, Nombre, titulo, mensaje, Fecha, tipo, leida) "
+                                  "VALUES (5, 'MULTISERVICIOS ANDES', 'NUEVA CUENTA', 'x', datetime('now', 'localtime'), 'AVISO', 'NO')"));
+        p->CIERRA_NOTI->click();
+        QVERIFY(!p->Frame1->isVisible());
+        p->Notifica->click();
+        QCOMPARE(p->Celdas2.UpperBound(1), 4);
+        QCOMPARE(p->Celdas2.Value(0, 2).texto(), QStringLiteral("NUEVA CUENTA"));
+
+        // None: an empty grid and no message.
+        s.base.sql(QStringLiteral("DELETE FROM notificaciones"));
+        p->CIERRA_NOTI->click();
+        p->Notifica->click();
+        QVERIFY(p->Frame1->isVisible());
+        QCOMPARE(p->Celdas2.filas(), 0);
+        QVERIFY(s.mensajes.isEmpty());
+    }
+};
+REGISTRAR_PRUEBA(PruebaNewDolar);
+
+#include "tst_new_dolar.moc"
