@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTableView>
 
 using namespace Numeros;
 using Mensajes::MsgBox;
@@ -76,6 +77,9 @@ Form1::Form1(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral(
     connect(GRID, &Rejilla::AfterColEdit, this, [this](int col) { GRID_AfterColEdit(col); });
     connect(grid1, &Rejilla::DblClick, this, [this] { Elige(Celdas1, grid1, 1); });
     connect(grid2, &Rejilla::DblClick, this, [this] { Elige(Celdas2, grid2, 5); });
+    // Enter on a look-up picks it, as the double click does.
+    Controles::AlPulsarEnter(grid1->vista(), [this] { Elige(Celdas1, grid1, 1); });
+    Controles::AlPulsarEnter(grid2->vista(), [this] { Elige(Celdas2, grid2, 5); });
     connect(Busca, &QPushButton::clicked, this, [this] { Busca_Cliente(); });
     connect(REFRESCA_C, &QPushButton::clicked, this, [this] { Carga_Clientes(); });
     connect(Command1, &QPushButton::clicked, this, [this] { Carga_Proveedores(); });
@@ -118,7 +122,7 @@ void Form1::Carga_Lista(Rejilla* grid, ::Celdas& celdas, const QString& titulo, 
 {
     grid->setAllowUpdate(false);
     grid->Columns(0).setWidth(800).setCaption(QStringLiteral("Código")).setAlignment(Alineacion::Centro);
-    grid->Columns(1).setWidth(3000).setCaption(titulo);
+    grid->Columns(1).setWidth(2700).setCaption(titulo);
     celdas.ReDim(-1, -1, 0, 0);
     m.Cierra_Rs();
     m.Prepara_Comando(procedimiento);
