@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTableView>
 
 namespace {
 
@@ -133,6 +134,10 @@ private slots:
         emit p->grid1->DblClick();
         QCOMPARE(p->Celdas.Value(2, 1).texto(), QStringLiteral("0012"));
         escribirEnCelda(*p->GRID, 2, 1, QStringLiteral("7"));
+        // Enter on the provider list picks it, as the double click does.
+        p->grid2->setBookmark(0);
+        QTest::keyClick(p->grid2->vista(), Qt::Key_Return);
+        QCOMPARE(p->Celdas.Value(2, 6).texto(), QStringLiteral("PAGOS RAPIDOS"));
         escribirEnCelda(*p->GRID, 2, 3, QStringLiteral("50.5"));
         escribirEnCelda(*p->GRID, 2, 4, QStringLiteral("47"));
         escribirEnCelda(*p->GRID, 2, 7, QStringLiteral("2"));
@@ -154,7 +159,7 @@ private slots:
         };
         QCOMPARE(s.base.valor(QStringLiteral("select count(*) from MOVIMIENTOS")), QStringLiteral("2"));
         QCOMPARE(fila(1), hoy + QStringLiteral("|1|12|100.0|94.3|3|0.0|||0.0|1|2|2|100.0||94.3|94.3|0.0|||0.0|0.0|0"));
-        QCOMPARE(fila(2), hoy + QStringLiteral("|2|7|50.5|47.0|0|0.0|||0.0|2|2|1|100.0||47.0|47.0|0.0|||0.0|0.0|0"));
+        QCOMPARE(fila(2), hoy + QStringLiteral("|2|7|50.5|47.0|3|0.0|||0.0|2|2|1|100.0||47.0|47.0|0.0|||0.0|0.0|0"));
         // The lines start anew.
         QCOMPARE(p->Celdas.Value(0, 1).texto(), QString());
         QCOMPARE(p->Celdas.Value(2, 7).texto(), QStringLiteral("1"));
