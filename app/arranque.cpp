@@ -1,4 +1,5 @@
 #include "arranque.h"
+#include "copias.h"
 #include "bancos.h"
 #include "bancos_zelle.h"
 #include "clientes.h"
@@ -62,6 +63,8 @@ Despliegue Lee_Despliegue()
     d.carpetaRecibos = s.value(QStringLiteral("recibos/carpeta"), QDir::homePath() + QStringLiteral("/RECIBOS")).toString();
     d.impresora = s.value(QStringLiteral("recibos/impresora")).toString();
     d.web = s.value(QStringLiteral("recibos/web")).toString();
+    d.carpetaCopias = s.value(QStringLiteral("copias/carpeta")).toString();
+    d.copiasGuardadas = s.value(QStringLiteral("copias/cuantas"), 30).toInt();
     if (d.tipo == Despliegue::Tipo::Embebido)
         QDir().mkpath(QFileInfo(d.archivo).absolutePath());
     return d;
@@ -91,6 +94,22 @@ int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue)
     principal.showMaximized();
     // LOGIN opens inside the event loop, so that a failure of the start-up
     // reaches the run-time report like any other.
-    QTimer::singleShot(0, &principal, [&principal] { principal.Mostrar(QStringLiteral("LOGIN")); });
+    QTimer::singleShot(0, &principal, [&principal, &despliegue] { Arrancar(principal, despliegue, QDate::currentDate()); });
     return app.exec();
+}
+
+void Arrancar(MDIForm1& principal, const Despliegue& despliegue, const QDate& hoy)
+{
+    principal.Mostrar(QStringLiteral("LOGIN"));
+    // LOGIN has opened (and on the first start created) the database.
+    if (despliegue.tipo == Despliegue::Tipo::Embebido)
+        Copia_Del_Dia(despliegue, hoy);
+}
+
+void Copia_Del_Dia(const Despliegue& despliegue, const QDate& hoy)
+{
+    const Copias::Resultado r =
+        Copias::Copia_Diaria(despliegue.archivo, despliegue.carpetaCopias, despliegue.copiasGuardadas, hoy);
+    if (r.estado == Copias::Resultado::Estado::Fallida)
+        Mensajes::MsgBox(r.error, Mensajes::vbExclamation);
 }
