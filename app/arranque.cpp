@@ -16,6 +16,10 @@
 #include "movimientos.h"
 
 #include <QDir>
+#include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 #include <QScreen>
 #include <QFileInfo>
 #include <QSettings>
@@ -26,6 +30,15 @@ Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv)
 {
     setOrganizationName(QStringLiteral("ControlDePagos"));
     setApplicationName(QStringLiteral("control-pagos"));
+    setApplicationVersion(QStringLiteral(VERSION_PROGRAMA));
+    // The icon and the menu entry of the installed package.
+    setDesktopFileName(QStringLiteral("control-pagos"));
+    setWindowIcon(QIcon::fromTheme(QStringLiteral("control-pagos")));
+    // Qt's own dialogs (files, printing) in Spanish, from Qt's translations.
+    auto* qt = new QTranslator(this);
+    if (qt->load(QLocale(QLocale::Spanish), QStringLiteral("qtbase"), QStringLiteral("_"),
+                 QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        installTranslator(qt);
 }
 
 bool Aplicacion::notify(QObject* receptor, QEvent* evento)
