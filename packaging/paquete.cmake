@@ -56,3 +56,4 @@ include(CPack)
 # The README's screenshots (scripts/capturas.sh); not part of the package.
 add_executable(capturas ${CMAKE_CURRENT_LIST_DIR}/capturas/capturas.cpp)
 target_link_libraries(capturas PRIVATE app_lib Qt6::Test)
+target_compile_definitions(capturas PRIVATE ICONO="${CMAKE_CURRENT_LIST_DIR}/iconos/control-pagos-256.png")

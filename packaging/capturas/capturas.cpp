@@ -15,6 +15,7 @@
 #include <QDateEdit>
 #include <QDir>
 #include <QGuiApplication>
+#include <QIcon>
 #include <QImage>
 #include <QLineEdit>
 #include <QMdiArea>
@@ -83,6 +84,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "uso: capturas <carpeta de las capturas> <carpeta de trabajo>\n");
         return 2;
     }
+    // The program's icon from the sources, installed package or not.
+    app.setWindowIcon(QIcon(QStringLiteral(ICONO)));
     salida = QString::fromLocal8Bit(argv[1]);
     const QString trabajo = QString::fromLocal8Bit(argv[2]);
     QDir().mkpath(salida);
