@@ -17,6 +17,8 @@
 
 #include <QDir>
 #include <QIcon>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
@@ -113,10 +115,20 @@ int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue)
 
 void Arrancar(MDIForm1& principal, const Despliegue& despliegue, const QDate& hoy)
 {
+    // The copy follows LOGIN's first activation, which opens (and on the first
+    // start creates) the database: the main window's own handler of the
+    // activation was connected first and runs before this one.
+    if (despliegue.tipo == Despliegue::Tipo::Embebido) {
+        auto enlace = std::make_shared<QMetaObject::Connection>();
+        *enlace = QObject::connect(principal.area(), &QMdiArea::subWindowActivated, &principal,
+                                   [enlace, despliegue, hoy](QMdiSubWindow* ventana) {
+                                       if (!ventana)
+                                           return;
+                                       QObject::disconnect(*enlace);
+                                       Copia_Del_Dia(despliegue, hoy);
+                                   });
+    }
     principal.Mostrar(QStringLiteral("LOGIN"));
-    // LOGIN has opened (and on the first start created) the database.
-    if (despliegue.tipo == Despliegue::Tipo::Embebido)
-        Copia_Del_Dia(despliegue, hoy);
 }
 
 void Copia_Del_Dia(const Despliegue& despliegue, const QDate& hoy)

@@ -64,7 +64,8 @@ else
 fi
 
 raiz=$(mktemp -d)
-trap 'kill "${programa:-0}" 2> /dev/null || true; rm -rf "$raiz"' EXIT
+programa=""
+trap '[ -z "$programa" ] || kill "$programa" 2> /dev/null || true; rm -rf "$raiz"' EXIT
 dpkg -x "$deb" "$raiz/sistema"
 
 if falta desktop-file-validate; then
