@@ -1,9 +1,9 @@
 #include "arranque.h"
-#include "copias.h"
 #include "bancos.h"
 #include "bancos_zelle.h"
 #include "clientes.h"
 #include "conceptos.h"
+#include "copias.h"
 #include "form_servicios.h"
 #include "proveedores.h"
 #include "fallo.h"
@@ -16,17 +16,17 @@
 #include "movimientos.h"
 
 #include <QDir>
-#include <QIcon>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QLibraryInfo>
-#include <QLocale>
-#include <QTranslator>
 #include <QScreen>
 #include <QFileInfo>
+#include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTimer>
+#include <QTranslator>
 
 Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv)
 {

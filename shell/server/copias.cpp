@@ -1,12 +1,15 @@
 #include "copias.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QThread>
 
 #include <sqlite3.h>
+#include <cstdio>
 #include <memory>
 
 namespace Copias {
@@ -168,7 +171,16 @@ Resultado Copia_Diaria(const QString& base, const QString& carpetaDada, int cuan
             return {Resultado::Estado::AlDia, *it, QString()};
     }
 
-    const QString parcial = destino + QStringLiteral(".parcial");
+    // Each copy is written under a name of its own: two operators starting at
+    // once on one machine both end with the one sound copy of the day. What a
+    // copy cut off by a crash left behind goes a day later.
+    const QDir dir(carpeta);
+    for (const QFileInfo& resto : dir.entryInfoList({QFileInfo(base).completeBaseName() + QStringLiteral("-*.parcial-*")}, QDir::Files))
+        if (resto.lastModified().daysTo(QDateTime::currentDateTime()) >= 1)
+            QFile::remove(resto.filePath());
+    const QString parcial = destino + QStringLiteral(".parcial-%1-%2")
+                                          .arg(QCoreApplication::applicationPid())
+                                          .arg(QRandomGenerator::global()->generate(), 8, 16, QLatin1Char('0'));
     borrar(parcial);
     if (const QString error = respaldar(base, parcial); !error.isEmpty()) {
         borrar(parcial);
@@ -178,8 +190,8 @@ Resultado Copia_Diaria(const QString& base, const QString& carpetaDada, int cuan
         borrar(parcial);
         return fallida(destino, QStringLiteral("la copia escrita no pasó la revisión de integridad"));
     }
-    borrar(destino);
-    if (!QFile::rename(parcial, destino)) {
+    // rename() puts it in place in one step, over a damaged copy of the day if any.
+    if (std::rename(QFile::encodeName(parcial).constData(), QFile::encodeName(destino).constData()) != 0) {
         borrar(parcial);
         return fallida(destino, QStringLiteral("no se pudo dar su nombre a la copia"));
     }

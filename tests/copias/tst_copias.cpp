@@ -11,6 +11,7 @@
 #include "module1.h"
 #include "prueba.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -19,6 +20,8 @@
 #include <QTemporaryDir>
 
 #include <sqlite3.h>
+#include <thread>
+#include <vector>
 
 using Copias::Resultado;
 using Estado = Copias::Resultado::Estado;
@@ -132,6 +135,15 @@ private slots:
                                  QStringLiteral("prueba-viejo.db"), QStringLiteral("prueba-2020-01-01.txt")};
         for (const QString& n : ajenos)
             escribirArchivo(carpeta + QLatin1Char('/') + n, "x");
+        // what a crash left a day ago goes; a copy being written by another process now stays
+        const QString resto = carpeta + QStringLiteral("/prueba-2026-03-10.db.parcial-77-0000abcd");
+        const QString enCurso = carpeta + QStringLiteral("/prueba-2026-03-14.db.parcial-78-0000abcd");
+        escribirArchivo(resto, "x");
+        escribirArchivo(enCurso, "x");
+        QFile viejo(resto);
+        QVERIFY(viejo.open(QIODevice::ReadWrite));
+        QVERIFY(viejo.setFileTime(QDateTime::currentDateTime().addDays(-2), QFileDevice::FileModificationTime));
+        viejo.close();
 
         for (int d = 0; d < 5; ++d)
             QCOMPARE(int(Copias::Copia_Diaria(base.archivo(), carpeta, 3, kDia.addDays(d)).estado), int(Estado::Hecha));
@@ -140,6 +152,8 @@ private slots:
                               QStringLiteral("prueba-2026-03-18.db")}));
         for (const QString& n : ajenos)
             QVERIFY2(QFile::exists(carpeta + QLatin1Char('/') + n), qPrintable(n));
+        QVERIFY(!QFile::exists(resto));
+        QVERIFY(QFile::exists(enCurso));
 
         // a smaller count takes effect at the next copy; days missed leave no hole to fill
         QCOMPARE(int(Copias::Copia_Diaria(base.archivo(), carpeta, 1, kDia.addDays(9)).estado), int(Estado::Hecha));
@@ -178,8 +192,25 @@ private slots:
         const Resultado mala = Copias::Copia_Diaria(danada.archivo(), carpeta, 2, kDia.addDays(1));
         QCOMPARE(int(mala.estado), int(Estado::Fallida));
         QVERIFY(!QFile::exists(carpeta + QStringLiteral("/prueba-2026-03-15.db")));
-        QVERIFY(!QFile::exists(carpeta + QStringLiteral("/prueba-2026-03-15.db.parcial")));
+        QCOMPARE(QDir(carpeta).entryList({QStringLiteral("*.parcial*")}, QDir::Files), QStringList{});
         QCOMPARE(Copias::Copias_En(base.archivo(), carpeta).size(), 2);
+    }
+
+    // Several operators of one machine start at the same moment.
+    void variosArranquesALaVez()
+    {
+        BaseTemporal base;
+        const QString carpeta = base.carpeta() + QStringLiteral("/copias");
+        std::vector<Resultado> resultados(4);
+        std::vector<std::thread> hilos;
+        for (Resultado& r : resultados)
+            hilos.emplace_back([&] { r = Copias::Copia_Diaria(base.archivo(), carpeta, 30, kDia); });
+        for (std::thread& h : hilos)
+            h.join();
+        for (const Resultado& r : resultados)
+            QVERIFY2(r.estado == Estado::Hecha || r.estado == Estado::AlDia, qPrintable(r.error));
+        QCOMPARE(QDir(carpeta).entryList(QDir::Files), QStringList{QStringLiteral("prueba-2026-03-14.db")});
+        QVERIFY(Copias::Base_Sana(carpeta + QStringLiteral("/prueba-2026-03-14.db")));
     }
 
     // A folder that cannot be written stands for a full disk: its parent is a
