@@ -269,6 +269,19 @@ private slots:
         QVERIFY(Copias::Base_Sana(copia));
         QCOMPARE(leer(copia, "SELECT count(*) FROM MOVIMIENTOS"), leer(d.archivo, "SELECT count(*) FROM MOVIMIENTOS"));
         QVERIFY(leer(copia, "SELECT count(*) FROM MOVIMIENTOS").toInt() > 100);
+
+        // put back as the README tells, the copy is a database the program works on
+        Despliegue restaurada;
+        restaurada.archivo = dir.filePath(QStringLiteral("restaurada/ramil.db"));
+        QDir().mkpath(dir.filePath(QStringLiteral("restaurada")));
+        QVERIFY(QFile::copy(copia, restaurada.archivo));
+        Module1 otro(restaurada);
+        otro.Conexion.ConnectionString = QStringLiteral("Provider=embebido;Data Source=") + restaurada.archivo;
+        otro.Conexion.Open();
+        LOGIN::Carga_Parametros(otro);
+        QCOMPARE(otro.Clave, m.Clave);
+        QCOMPARE(otro.N_Clientes, m.N_Clientes);
+        QVERIFY(otro.N_Clientes > 100);
     }
 };
 
