@@ -17,7 +17,8 @@ falta dpkg-shlibdeps && herramientas+=(dpkg-dev)
 if [ ${#herramientas[@]} -gt 0 ] && command -v apt-get > /dev/null; then
   sudo_cmd=""
   [ "$(id -u)" -ne 0 ] && sudo_cmd="sudo -n"
-  if ! DEBIAN_FRONTEND=noninteractive $sudo_cmd apt-get install -y -qq --no-install-recommends "${herramientas[@]}" > /dev/null 2>&1; then
+  if ! { $sudo_cmd apt-get update -qq && DEBIAN_FRONTEND=noninteractive \
+         $sudo_cmd apt-get install -y -qq --no-install-recommends "${herramientas[@]}"; } > /dev/null 2>&1; then
     echo "No se pudieron instalar: ${herramientas[*]}"
   fi
 fi
