@@ -5,6 +5,7 @@
 #include "conceptos.h"
 #include "dolar.h"
 #include "dolar_new.h"
+#include "copias.h"
 #include "form_servicios.h"
 #include "proveedores.h"
 #include "fallo.h"
@@ -22,14 +23,29 @@
 #include <QDir>
 #include <QScreen>
 #include <QFileInfo>
+#include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTimer>
+#include <QTranslator>
 
 Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv)
 {
     setOrganizationName(QStringLiteral("ControlDePagos"));
     setApplicationName(QStringLiteral("control-pagos"));
+    setApplicationVersion(QStringLiteral(VERSION_PROGRAMA));
+    // The icon and the menu entry of the installed package.
+    setDesktopFileName(QStringLiteral("control-pagos"));
+    setWindowIcon(QIcon::fromTheme(QStringLiteral("control-pagos")));
+    // Qt's own dialogs (files, printing) in Spanish, from Qt's translations.
+    auto* qt = new QTranslator(this);
+    if (qt->load(QLocale(QLocale::Spanish), QStringLiteral("qtbase"), QStringLiteral("_"),
+                 QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        installTranslator(qt);
 }
 
 bool Aplicacion::notify(QObject* receptor, QEvent* evento)
@@ -67,6 +83,8 @@ Despliegue Lee_Despliegue()
     d.carpetaRecibos = s.value(QStringLiteral("recibos/carpeta"), QDir::homePath() + QStringLiteral("/RECIBOS")).toString();
     d.impresora = s.value(QStringLiteral("recibos/impresora")).toString();
     d.web = s.value(QStringLiteral("recibos/web")).toString();
+    d.carpetaCopias = s.value(QStringLiteral("copias/carpeta")).toString();
+    d.copiasGuardadas = s.value(QStringLiteral("copias/cuantas"), 30).toInt();
     if (d.tipo == Despliegue::Tipo::Embebido)
         QDir().mkpath(QFileInfo(d.archivo).absolutePath());
     return d;
@@ -102,6 +120,32 @@ int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue)
     principal.showMaximized();
     // LOGIN opens inside the event loop, so that a failure of the start-up
     // reaches the run-time report like any other.
-    QTimer::singleShot(0, &principal, [&principal] { principal.Mostrar(QStringLiteral("LOGIN")); });
+    QTimer::singleShot(0, &principal, [&principal, &despliegue] { Arrancar(principal, despliegue, QDate::currentDate()); });
     return app.exec();
+}
+
+void Arrancar(MDIForm1& principal, const Despliegue& despliegue, const QDate& hoy)
+{
+    // The copy follows LOGIN's first activation, which opens (and on the first
+    // start creates) the database: the main window's own handler of the
+    // activation was connected first and runs before this one.
+    if (despliegue.tipo == Despliegue::Tipo::Embebido) {
+        auto enlace = std::make_shared<QMetaObject::Connection>();
+        *enlace = QObject::connect(principal.area(), &QMdiArea::subWindowActivated, &principal,
+                                   [enlace, despliegue, hoy](QMdiSubWindow* ventana) {
+                                       if (!ventana)
+                                           return;
+                                       QObject::disconnect(*enlace);
+                                       Copia_Del_Dia(despliegue, hoy);
+                                   });
+    }
+    principal.Mostrar(QStringLiteral("LOGIN"));
+}
+
+void Copia_Del_Dia(const Despliegue& despliegue, const QDate& hoy)
+{
+    const Copias::Resultado r =
+        Copias::Copia_Diaria(despliegue.archivo, despliegue.carpetaCopias, despliegue.copiasGuardadas, hoy);
+    if (r.estado == Copias::Resultado::Estado::Fallida)
+        Mensajes::MsgBox(r.error, Mensajes::vbExclamation);
 }

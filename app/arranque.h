@@ -4,6 +4,7 @@
 #include "despliegue.h"
 
 #include <QApplication>
+#include <QDate>
 #include <functional>
 
 class MDIForm1;
@@ -27,6 +28,14 @@ bool Atiende_Fallo(const std::function<bool()>& accion);
 
 // Makes every screen of the program known to the main window's menu.
 void Registra_Pantallas(MDIForm1& principal);
+
+// The start of a run: LOGIN, then, with the embedded server, the day's copy
+// of the database.
+void Arrancar(MDIForm1& principal, const Despliegue& despliegue, const QDate& hoy);
+
+// The day's copy of the embedded database (folder and count from the
+// settings). A copy that cannot be made is told once, and the work goes on.
+void Copia_Del_Dia(const Despliegue& despliegue, const QDate& hoy);
 
 // Brings up the main window with LOGIN and runs until the program ends.
 int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue);

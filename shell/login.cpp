@@ -11,7 +11,8 @@
 #include <cstdlib>
 #include <ctime>
 
-const QString LOGIN::Version = QStringLiteral("  Contról de Pagos versión = 25.09.18  (Linux)");
+// The version stamp (year.month.day) is the project's version, the same one the package carries.
+const QString LOGIN::Version = QStringLiteral("  Contról de Pagos versión = " VERSION_PROGRAMA "  (Linux)");
 
 
 LOGIN::LOGIN(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral("LOGIN"))

@@ -14,4 +14,6 @@ struct Despliegue {
     QString carpetaRecibos;   // folder of the receipt files
     QString impresora;        // receipt printer; empty: the built-in PDF printer
     QString web;              // web address printed in the second receipt head
+    QString carpetaCopias;    // embedded server: folder of the daily copies; empty: 'copias' beside the file
+    int copiasGuardadas = 30; // embedded server: how many daily copies are kept; 0 makes none
 };

@@ -1,0 +1,289 @@
+// The daily copies of the embedded database: one a day, consistent while
+// another client writes, the oldest removed at the count, a damaged copy not
+// taken for the day's, and a copy that cannot be written told once without
+// stopping the start.
+#include "arranque.h"
+#include "base_temporal.h"
+#include "copias.h"
+#include "login.h"
+#include "mdiform1.h"
+#include "mensajes.h"
+#include "module1.h"
+#include "prueba.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <sqlite3.h>
+#include <thread>
+#include <vector>
+
+using Copias::Resultado;
+using Estado = Copias::Resultado::Estado;
+
+namespace {
+
+const QDate kDia(2026, 3, 14);
+
+// One value read from any database file.
+QString leer(const QString& archivo, const char* consulta)
+{
+    sqlite3* bd = nullptr;
+    sqlite3_open_v2(QFile::encodeName(archivo).constData(), &bd, SQLITE_OPEN_READONLY, nullptr);
+    sqlite3_stmt* st = nullptr;
+    QString r;
+    if (sqlite3_prepare_v2(bd, consulta, -1, &st, nullptr) == SQLITE_OK && sqlite3_step(st) == SQLITE_ROW)
+        r = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)));
+    sqlite3_finalize(st);
+    sqlite3_close(bd);
+    return r;
+}
+
+QStringList nombres(const QStringList& rutas)
+{
+    QStringList r;
+    for (const QString& ruta : rutas)
+        r << QFileInfo(ruta).fileName();
+    return r;
+}
+
+void escribirArchivo(const QString& ruta, const QByteArray& bytes)
+{
+    QFile f(ruta);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
+}
+
+} // namespace
+
+class PruebaCopias : public QObject {
+    Q_OBJECT
+private slots:
+    void unaCopiaPorDia()
+    {
+        BaseTemporal base;
+        base.sql(QStringLiteral("INSERT INTO clientes (C_cliente, D_cliente) VALUES (7, 'ANA')"));
+        const QString carpeta = base.carpeta() + QStringLiteral("/copias");
+
+        const Resultado primera = Copias::Copia_Diaria(base.archivo(), QString(), 30, kDia);
+        QCOMPARE(int(primera.estado), int(Estado::Hecha));
+        QCOMPARE(primera.archivo, carpeta + QStringLiteral("/prueba-2026-03-14.db")); // beside the database
+        QVERIFY(Copias::Base_Sana(primera.archivo));
+        QCOMPARE(leer(primera.archivo, "SELECT D_cliente FROM clientes WHERE C_cliente = 7"), QStringLiteral("ANA"));
+        // one plain file, restorable on its own
+        QCOMPARE(leer(primera.archivo, "PRAGMA journal_mode"), QStringLiteral("delete"));
+        QCOMPARE(QDir(carpeta).entryList(QDir::Files), QStringList{QStringLiteral("prueba-2026-03-14.db")});
+
+        // a later start the same day finds it and writes nothing
+        base.sql(QStringLiteral("INSERT INTO clientes (C_cliente, D_cliente) VALUES (8, 'LUIS')"));
+        const Resultado otra = Copias::Copia_Diaria(base.archivo(), carpeta, 30, kDia);
+        QCOMPARE(int(otra.estado), int(Estado::AlDia));
+        QCOMPARE(otra.archivo, primera.archivo);
+        QCOMPARE(leer(primera.archivo, "SELECT count(*) FROM clientes WHERE C_cliente = 8"), QStringLiteral("0"));
+
+        // the next day has its own, with the new rows
+        const Resultado siguiente = Copias::Copia_Diaria(base.archivo(), carpeta, 30, kDia.addDays(1));
+        QCOMPARE(int(siguiente.estado), int(Estado::Hecha));
+        QCOMPARE(leer(siguiente.archivo, "SELECT D_cliente FROM clientes WHERE C_cliente = 8"), QStringLiteral("LUIS"));
+        QCOMPARE(nombres(Copias::Copias_En(base.archivo(), carpeta)),
+                 (QStringList{QStringLiteral("prueba-2026-03-14.db"), QStringLiteral("prueba-2026-03-15.db")}));
+
+        // a count of 0 switches the copies off
+        QCOMPARE(int(Copias::Copia_Diaria(base.archivo(), carpeta, 0, kDia.addDays(2)).estado), int(Estado::Apagada));
+        QCOMPARE(Copias::Copias_En(base.archivo(), carpeta).size(), 2);
+    }
+
+    void copiaConsistenteMientrasOtroEscribe()
+    {
+        BaseTemporal base;
+        base.sql(QStringLiteral("CREATE TABLE escritura (n INTEGER PRIMARY KEY, relleno BLOB);"
+                                "CREATE TABLE cuenta (total INTEGER); INSERT INTO cuenta VALUES (0);"));
+        QProcess escritor;
+        escritor.start(QStringLiteral(ESCRITOR), {base.archivo()});
+        QVERIFY(escritor.waitForReadyRead(10000));
+        QCOMPARE(escritor.readLine().trimmed(), QByteArray("listo"));
+        // some megabytes, so that the copy takes long enough to cross many writes
+        for (int i = 0; i < 200 && base.valor(QStringLiteral("SELECT total FROM cuenta")).toInt() < 3000; ++i)
+            QTest::qWait(50);
+
+        const Resultado r = Copias::Copia_Diaria(base.archivo(), QString(), 30, kDia);
+        const int despues = base.valor(QStringLiteral("SELECT total FROM cuenta")).toInt();
+        escritor.kill();
+        escritor.waitForFinished();
+        QVERIFY2(r.estado == Estado::Hecha, qPrintable(r.error));
+
+        QVERIFY(Copias::Base_Sana(r.archivo));
+        const int filas = leer(r.archivo, "SELECT count(*) FROM escritura").toInt();
+        QVERIFY(filas >= 1);
+        QCOMPARE(leer(r.archivo, "SELECT total FROM cuenta").toInt(), filas); // no half transaction
+        QCOMPARE(leer(r.archivo, "SELECT max(n) FROM escritura").toInt(), filas);
+        QVERIFY2(despues > filas, "the writer went on while the copy was taken");
+    }
+
+    void lasMasViejasSalenAlPasarLaCuenta()
+    {
+        BaseTemporal base;
+        const QString carpeta = base.carpeta() + QStringLiteral("/copias");
+        QDir().mkpath(carpeta);
+        // what is not a copy of this database is neither counted nor removed
+        const QStringList ajenos{QStringLiteral("otra-2020-01-01.db"), QStringLiteral("prueba-2020-01-01.db.parcial"),
+                                 QStringLiteral("prueba-viejo.db"), QStringLiteral("prueba-2020-01-01.txt")};
+        for (const QString& n : ajenos)
+            escribirArchivo(carpeta + QLatin1Char('/') + n, "x");
+        // what a crash left a day ago goes; a copy being written by another process now stays
+        const QString resto = carpeta + QStringLiteral("/prueba-2026-03-10.db.parcial-77-0000abcd");
+        const QString enCurso = carpeta + QStringLiteral("/prueba-2026-03-14.db.parcial-78-0000abcd");
+        escribirArchivo(resto, "x");
+        escribirArchivo(enCurso, "x");
+        QFile viejo(resto);
+        QVERIFY(viejo.open(QIODevice::ReadWrite));
+        QVERIFY(viejo.setFileTime(QDateTime::currentDateTime().addDays(-2), QFileDevice::FileModificationTime));
+        viejo.close();
+
+        for (int d = 0; d < 5; ++d)
+            QCOMPARE(int(Copias::Copia_Diaria(base.archivo(), carpeta, 3, kDia.addDays(d)).estado), int(Estado::Hecha));
+        QCOMPARE(nombres(Copias::Copias_En(base.archivo(), carpeta)),
+                 (QStringList{QStringLiteral("prueba-2026-03-16.db"), QStringLiteral("prueba-2026-03-17.db"),
+                              QStringLiteral("prueba-2026-03-18.db")}));
+        for (const QString& n : ajenos)
+            QVERIFY2(QFile::exists(carpeta + QLatin1Char('/') + n), qPrintable(n));
+        QVERIFY(!QFile::exists(resto));
+        QVERIFY(QFile::exists(enCurso));
+
+        // a smaller count takes effect at the next copy; days missed leave no hole to fill
+        QCOMPARE(int(Copias::Copia_Diaria(base.archivo(), carpeta, 1, kDia.addDays(9)).estado), int(Estado::Hecha));
+        QCOMPARE(nombres(Copias::Copias_En(base.archivo(), carpeta)), QStringList{QStringLiteral("prueba-2026-03-23.db")});
+    }
+
+    void unaCopiaDanadaNoCuenta()
+    {
+        BaseTemporal base;
+        const QString carpeta = base.carpeta() + QStringLiteral("/copias");
+        QVERIFY(Copias::Copia_Diaria(base.archivo(), carpeta, 2, kDia.addDays(-1)).estado == Estado::Hecha);
+        QVERIFY(Copias::Copia_Diaria(base.archivo(), carpeta, 2, kDia).estado == Estado::Hecha);
+        const QString deHoy = carpeta + QStringLiteral("/prueba-2026-03-14.db");
+
+        // the day's copy cut short (a full disk, a crash in the middle)
+        QFile f(deHoy);
+        QVERIFY(f.open(QIODevice::ReadWrite));
+        f.resize(f.size() / 2);
+        f.close();
+        QVERIFY(!Copias::Base_Sana(deHoy, true));
+        const Resultado r = Copias::Copia_Diaria(base.archivo(), carpeta, 2, kDia);
+        QCOMPARE(int(r.estado), int(Estado::Hecha));
+        QVERIFY(Copias::Base_Sana(deHoy));
+
+        // bytes that are no database at all under the day's name
+        escribirArchivo(deHoy, QByteArray(8192, 'z'));
+        QVERIFY(!Copias::Base_Sana(deHoy, true));
+        QCOMPARE(int(Copias::Copia_Diaria(base.archivo(), carpeta, 2, kDia).estado), int(Estado::Hecha));
+        QVERIFY(Copias::Base_Sana(deHoy));
+        // the previous day's copy was kept all along
+        QCOMPARE(Copias::Copias_En(base.archivo(), carpeta).size(), 2);
+
+        // a damaged source gives no copy, and the good copies stay
+        BaseTemporal danada;
+        escribirArchivo(danada.archivo(), QByteArray("SQLite format 3") + QByteArray(8000, '\x7f'));
+        const Resultado mala = Copias::Copia_Diaria(danada.archivo(), carpeta, 2, kDia.addDays(1));
+        QCOMPARE(int(mala.estado), int(Estado::Fallida));
+        QVERIFY(!QFile::exists(carpeta + QStringLiteral("/prueba-2026-03-15.db")));
+        QCOMPARE(QDir(carpeta).entryList({QStringLiteral("*.parcial*")}, QDir::Files), QStringList{});
+        QCOMPARE(Copias::Copias_En(base.archivo(), carpeta).size(), 2);
+    }
+
+    // Several operators of one machine start at the same moment.
+    void variosArranquesALaVez()
+    {
+        BaseTemporal base;
+        const QString carpeta = base.carpeta() + QStringLiteral("/copias");
+        std::vector<Resultado> resultados(4);
+        std::vector<std::thread> hilos;
+        for (Resultado& r : resultados)
+            hilos.emplace_back([&] { r = Copias::Copia_Diaria(base.archivo(), carpeta, 30, kDia); });
+        for (std::thread& h : hilos)
+            h.join();
+        for (const Resultado& r : resultados)
+            QVERIFY2(r.estado == Estado::Hecha || r.estado == Estado::AlDia, qPrintable(r.error));
+        QCOMPARE(QDir(carpeta).entryList(QDir::Files), QStringList{QStringLiteral("prueba-2026-03-14.db")});
+        QVERIFY(Copias::Base_Sana(carpeta + QStringLiteral("/prueba-2026-03-14.db")));
+    }
+
+    // A folder that cannot be written stands for a full disk: its parent is a
+    // file, which refuses the folder to root as to any user.
+    void sinLugarSeAvisaUnaVezYElArranqueSigue()
+    {
+        BaseTemporal base(true);
+        const QString archivoEnMedio = base.carpeta() + QStringLiteral("/ocupado");
+        escribirArchivo(archivoEnMedio, "no es una carpeta");
+        Despliegue d;
+        d.archivo = base.archivo();
+        d.carpetaCopias = archivoEnMedio + QStringLiteral("/copias");
+
+        QList<QPair<QString, int>> avisos;
+        Mensajes::Reemplazar([&avisos](const QString& texto, int estilo, const QString&) {
+            avisos.append({texto, estilo});
+            return Mensajes::vbOK;
+        });
+        Module1 m(d);
+        MDIForm1 principal(m);
+        principal.show();
+        Arrancar(principal, d, kDia);
+        Mensajes::Reemplazar({});
+
+        QCOMPARE(avisos.size(), 1);
+        QCOMPARE(avisos[0].second, Mensajes::vbExclamation);
+        QVERIFY(avisos[0].first.startsWith(QStringLiteral("No se pudo hacer la copia diaria de la base de datos")));
+        QVERIFY(avisos[0].first.contains(QStringLiteral("El trabajo sigue normalmente")));
+        // LOGIN waits for the code on an open connection
+        auto* login = static_cast<LOGIN*>(principal.Abierta(QStringLiteral("LOGIN")));
+        QVERIFY(login);
+        QVERIFY(m.Conexion.Abierta());
+        QVERIFY(!m.Clave.isEmpty());
+        login->Text1->setText(QStringLiteral("3607"));
+        QTest::keyClick(login->Text1, Qt::Key_Return);
+        QCoreApplication::processEvents();
+        QCOMPARE(principal.Abierta(QStringLiteral("LOGIN")), nullptr);
+
+    }
+
+    void elPrimerArranqueDejaUnaCopiaDeLaBaseNueva()
+    {
+        QTemporaryDir dir;
+        Despliegue d;
+        d.archivo = dir.filePath(QStringLiteral("datos/ramil.db"));
+        QDir().mkpath(dir.filePath(QStringLiteral("datos")));
+        int avisos = 0;
+        Mensajes::Reemplazar([&avisos](const QString&, int, const QString&) { return ++avisos, Mensajes::vbOK; });
+        Module1 m(d);
+        MDIForm1 principal(m);
+        principal.show();
+        Arrancar(principal, d, kDia);
+        Mensajes::Reemplazar({});
+        QCOMPARE(avisos, 0);
+        const QString copia = dir.filePath(QStringLiteral("datos/copias/ramil-2026-03-14.db"));
+        QVERIFY(Copias::Base_Sana(copia));
+        QCOMPARE(leer(copia, "SELECT count(*) FROM MOVIMIENTOS"), leer(d.archivo, "SELECT count(*) FROM MOVIMIENTOS"));
+        QVERIFY(leer(copia, "SELECT count(*) FROM MOVIMIENTOS").toInt() > 100);
+
+        // put back as the README tells, the copy is a database the program works on
+        Despliegue restaurada;
+        restaurada.archivo = dir.filePath(QStringLiteral("restaurada/ramil.db"));
+        QDir().mkpath(dir.filePath(QStringLiteral("restaurada")));
+        QVERIFY(QFile::copy(copia, restaurada.archivo));
+        Module1 otro(restaurada);
+        otro.Conexion.ConnectionString = QStringLiteral("Provider=embebido;Data Source=") + restaurada.archivo;
+        otro.Conexion.Open();
+        LOGIN::Carga_Parametros(otro);
+        QCOMPARE(otro.Clave, m.Clave);
+        QCOMPARE(otro.N_Clientes, m.N_Clientes);
+        QVERIFY(otro.N_Clientes > 100);
+    }
+};
+
+REGISTRAR_PRUEBA(PruebaCopias);
+#include "tst_copias.moc"
