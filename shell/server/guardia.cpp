@@ -251,8 +251,6 @@ void guardado(Lector& l)
     for (const auto& lista : asignacionesDeGuardado())
         posibles.push_back(&lista);
     for (size_t k = 0;; ++k) {
-        if (k > 0 && !l.aceptarSimbolo(","))
-            break;
         const Pieza* p = l.actual();
         std::vector<const std::vector<const char*>*> siguen;
         for (const auto* lista : posibles)
@@ -262,12 +260,13 @@ void guardado(Lector& l)
             l.rechazar();
         posibles = std::move(siguen);
         l.igualA((*posibles.front())[k]);
-        // The list is complete when one of them ends here.
+        // The list ends where one of them is complete; elsewhere a comma follows.
         bool completa = false;
         for (const auto* lista : posibles)
             completa = completa || lista->size() == k + 1;
         if (completa && l.viene("WHERE"))
             break;
+        l.simbolo(",");
     }
     l.palabra("WHERE");
     l.igualA("FECHA");

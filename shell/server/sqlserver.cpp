@@ -349,17 +349,17 @@ Resultados ServidorSqlServer::procedimiento(const QString& nombre, const std::ve
 
 Resultados ServidorSqlServer::abrirConsulta(const QString& sql)
 {
+    Guardia::consulta(sql); // refused on this machine, whether the server answers or not
     if (!abierto())
         throw FalloEjecucion::objetoCerrado();
-    Guardia::consulta(sql);
     return correrTexto(sql);
 }
 
 void ServidorSqlServer::ejecutar(const QString& sql)
 {
+    Guardia::cambios(sql);
     if (!abierto())
         throw FalloEjecucion::objetoCerrado();
-    Guardia::cambios(sql);
     // The sets of a batch are read and dropped, so that an error raised by a
     // later statement of the batch still comes up.
     correrTexto(sql);
