@@ -10,7 +10,11 @@
 #include "rejilla.h"
 #include "sesion.h"
 
+#include <QClipboard>
 #include <QComboBox>
+#include <QApplication>
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
@@ -221,6 +225,31 @@ private slots:
         teclear(p->Text2[2], QStringLiteral("13"));
         QCOMPARE(imagenDe(p->Imagen), comoSeMuestra(sinFoto, p->Imagen));
         QVERIFY(imagenDe(p->Imagen) != comoSeMuestra(revision, p->Imagen));
+    }
+
+    void lo_que_no_se_teclea_no_se_pega()
+    {
+        SesionDePrueba s;
+        auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
+        QLineEdit* enviado = p->Text2[4];
+        enviado->setFocus();
+        // Ctrl+V as the keyboard sends it (its text is the control character).
+        const auto controlV = [enviado] {
+            QKeyEvent tecla(QEvent::KeyPress, Qt::Key_V, Qt::ControlModifier, QString(QChar(0x16)));
+            QApplication::sendEvent(enviado, &tecla);
+        };
+        QGuiApplication::clipboard()->setText(QStringLiteral("1D'Angelo"));
+        controlV();
+        enviado->paste(); // the context menu's "Paste"
+        QCOMPARE(enviado->text(), QString());
+        // An amount copied from elsewhere still comes in.
+        QGuiApplication::clipboard()->setText(QStringLiteral("1.234,50"));
+        controlV();
+        QCOMPARE(enviado->text(), QStringLiteral("1.234,50"));
+        // A text field beside it takes any text.
+        QGuiApplication::clipboard()->setText(QStringLiteral("D'Angelo"));
+        p->Text2[10]->paste();
+        QCOMPARE(p->Text2[10]->text(), QStringLiteral("D'Angelo"));
     }
 
     void el_servidor_rechaza()
