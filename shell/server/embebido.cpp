@@ -11,11 +11,17 @@
 #include <QHash>
 #include <QMutex>
 #include <QMutexLocker>
+#include <cerrno>
 #include <charconv>
+#include <cstring>
 #include <cmath>
 #include <memory>
 #include <string>
 #include <sqlite3.h>
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/types.h>
+#endif
 
 namespace {
 
@@ -987,6 +993,42 @@ QString adaptarCambio(const QString& sql, const std::vector<Pieza>& piezas, size
 // ServidorEmbebido
 // ---------------------------------------------------------------------------
 
+namespace {
+
+const char* const kSufijosDelArchivo[] = {"", "-wal", "-shm", "-journal"};
+
+// True while the process of that number runs.
+bool procesoVivo(qint64 pid)
+{
+#ifdef Q_OS_UNIX
+    return pid > 0 && (::kill(pid_t(pid), 0) == 0 || errno != ESRCH);
+#else
+    return pid > 0;
+#endif
+}
+
+// A program ended while it created the database leaves its file under the
+// name of the creation ("<file>.creando-<process>") with its log beside it.
+// Whatever a creation whose process is gone left is removed.
+void borrarCreacionesMuertas(const QString& archivo)
+{
+    const QFileInfo info(archivo);
+    const QString prefijo = info.fileName() + QStringLiteral(".creando-");
+    const QStringList restos = info.dir().entryList({prefijo + QLatin1Char('*')}, QDir::Files | QDir::Hidden);
+    for (const QString& resto : restos) {
+        QString pid = resto.mid(prefijo.size());
+        for (const char* sufijo : kSufijosDelArchivo)
+            if (*sufijo && pid.endsWith(QLatin1String(sufijo)))
+                pid.chop(qsizetype(strlen(sufijo)));
+        bool numero = false;
+        const qint64 proceso = pid.toLongLong(&numero);
+        if (numero && !procesoVivo(proceso))
+            QFile::remove(info.dir().filePath(resto));
+    }
+}
+
+} // namespace
+
 ServidorEmbebido::ServidorEmbebido(QString archivo) : archivo_(std::move(archivo)) {}
 
 ServidorEmbebido::~ServidorEmbebido() { cerrar(); }
@@ -1000,7 +1042,7 @@ void ServidorEmbebido::crearBase(const QString& archivo, bool conDemo)
     // no client ever opens a half-made database.
     const QString temporal = QStringLiteral("%1.creando-%2").arg(archivo).arg(QCoreApplication::applicationPid());
     const auto borrarTemporal = [&temporal] {
-        for (const char* sufijo : {"", "-wal", "-shm", "-journal"})
+        for (const char* sufijo : kSufijosDelArchivo)
             QFile::remove(temporal + QLatin1String(sufijo));
     };
     borrarTemporal();
@@ -1044,6 +1086,7 @@ void ServidorEmbebido::crearBase(const QString& archivo, bool conDemo)
 void ServidorEmbebido::abrir()
 {
     cerrar();
+    borrarCreacionesMuertas(archivo_);
     if (!QFileInfo::exists(archivo_)) {
         try {
             crearBase(archivo_, true);

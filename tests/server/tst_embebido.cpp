@@ -7,6 +7,7 @@
 #include "prueba.h"
 
 #include <QDir>
+#include <QProcess>
 #include <atomic>
 #include <cmath>
 #include <thread>
@@ -361,6 +362,36 @@ private slots:
         c.comando.CommandText = "TRU_Prepara";
         c.comando.Parameters(1) = Valor("20250101");
         QCOMPARE(c.comando.Execute()->Fields("secuenciA").aTexto(), QString("1"));
+    }
+
+    // A creation killed half-way left its file and log behind: the next start
+    // removes them; a creation still running keeps its own.
+    void restosDeUnaCreacionMuerta()
+    {
+        QTemporaryDir dir;
+        const QString archivo = dir.filePath("pagos.db");
+        QProcess muerto;
+        muerto.start("sleep", {"0.1"});
+        QVERIFY(muerto.waitForStarted());
+        const qint64 pid = muerto.processId();
+        QVERIFY(muerto.waitForFinished());
+        const QString deMuerto = QStringLiteral("%1.creando-%2").arg(archivo).arg(pid);
+        QProcess vivo; // another client, still creating
+        vivo.start("sleep", {"30"});
+        QVERIFY(vivo.waitForStarted());
+        const QString deVivo = QStringLiteral("%1.creando-%2").arg(archivo).arg(vivo.processId());
+        for (const QString& f : {deMuerto, deMuerto + "-wal", deMuerto + "-shm", deVivo, deVivo + "-wal"}) {
+            QFile escrito(f);
+            QVERIFY(escrito.open(QIODevice::WriteOnly));
+        }
+        {
+            Cliente c("Provider=embebido;Data Source=" + archivo);
+        }
+        QDir carpeta(dir.path());
+        QCOMPARE(carpeta.entryList({"*creando*"}, QDir::Files),
+                 (QStringList{QFileInfo(deVivo).fileName(), QFileInfo(deVivo).fileName() + "-wal"}));
+        vivo.kill();
+        vivo.waitForFinished();
     }
 
     void dosClientesCompitenPorUnaSecuencia()
