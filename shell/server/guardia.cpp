@@ -16,7 +16,6 @@ bool esBlanco(QChar c)
     return c == QLatin1Char(' ') || c == QLatin1Char('\t') || c == QLatin1Char('\r') || c == QLatin1Char('\n');
 }
 
-
 } // namespace
 
 namespace Guardia {
