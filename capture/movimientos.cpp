@@ -18,6 +18,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QRegularExpressionValidator>
 
 using namespace Numeros;
 using Mensajes::MsgBox;
@@ -60,6 +61,9 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
         Controles::Nombrar(t, QStringLiteral("Text2"), indice, QString::fromUtf8(kEtiquetas[indice]));
         Controles::SeleccionarAlEnfocar(t);
         t->installEventFilter(this);
+        // What cannot be typed into a code or an amount cannot be pasted either.
+        if (soloCifras(indice))
+            t->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9.,]*")), t));
         Controles::AlPulsarEnter(t, [this, indice] { Text2_Enter(indice); });
         Text2[indice] = t;
         return t;

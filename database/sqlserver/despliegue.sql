@@ -164,6 +164,41 @@ IF OBJECT_ID(N'dbo.notificaciones', N'U') IS NULL
     );
 go
 
+-- Two counters entering on one date may hold the same sequence: each entry
+-- screen takes its number when it prepares. The entry that comes second is
+-- not refused but stored under the next free sequence of its date. The keys
+-- of the date stay locked (UPDLOCK, HOLDLOCK) from the reading of the last
+-- sequence to the insert, so that a third counter waits instead of taking
+-- the same number. A row whose key is free goes in as it is.
+CREATE OR ALTER TRIGGER dbo.TRU_MOVIMIENTOS_Secuencia ON dbo.MOVIMIENTOS
+INSTEAD OF INSERT
+AS
+BEGIN
+    SET NOCOUNT ON;
+    INSERT INTO dbo.MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, pago,
+                                 C_BANCO, REFERENCIA, confirmacion, operadora, tipo_operacion,
+                                 tipo_servicio, reservado1, reservado2, reservado3, reservado4,
+                                 reservado5, ganancia, obs, g1, g2, g3, fecha_pago, hora_pago,
+                                 dolar1, dolar2, bancozelle)
+    SELECT i.FECHA,
+           CASE WHEN t.tomada IS NULL THEN i.SECUENCIA
+                ELSE (SELECT MAX(u.s)
+                      FROM (SELECT MAX(m.SECUENCIA) AS s FROM dbo.MOVIMIENTOS AS m WITH (UPDLOCK, HOLDLOCK)
+                            WHERE m.FECHA = i.FECHA
+                            UNION ALL
+                            SELECT MAX(o.SECUENCIA) FROM inserted AS o WHERE o.FECHA = i.FECHA) AS u)
+                     + ROW_NUMBER() OVER (PARTITION BY i.FECHA, t.tomada ORDER BY i.SECUENCIA)
+           END,
+           i.C_CLIENTE, i.enviado, i.recibido, i.C_PROVEEDOR, i.pago, i.C_BANCO, i.REFERENCIA,
+           i.confirmacion, i.operadora, i.tipo_operacion, i.tipo_servicio, i.reservado1,
+           i.reservado2, i.reservado3, i.reservado4, i.reservado5, i.ganancia, i.obs, i.g1, i.g2,
+           i.g3, i.fecha_pago, i.hora_pago, i.dolar1, i.dolar2, i.bancozelle
+    FROM inserted AS i
+    OUTER APPLY (SELECT TOP (1) 1 AS tomada FROM dbo.MOVIMIENTOS AS m WITH (UPDLOCK, HOLDLOCK)
+                 WHERE m.FECHA = i.FECHA AND m.SECUENCIA = i.SECUENCIA) AS t;
+END
+go
+
 -- The rows that the program reads without looking. The access code '0000'
 -- is a placeholder: set the business's own with
 --     UPDATE parametros SET Clave = '....'

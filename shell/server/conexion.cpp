@@ -1,6 +1,8 @@
 #include "conexion.h"
 #include "fallo.h"
 
+#include <algorithm>
+
 Recordset::Recordset(Resultados conjuntos) : conjuntos_(std::move(conjuntos)), abierto_(true) {}
 
 const ConjuntoResultados* Recordset::actual() const
@@ -154,10 +156,36 @@ Parametro& Comando::Parameters(int n)
     return valores_[size_t(n - 1)];
 }
 
+namespace {
+
+// A text bound to a procedure without the control characters that no field
+// of the program holds (a NUL would cut a name on the server); tabs and line
+// ends stay.
+Parametro sinControles(const Parametro& p)
+{
+    if (!p || !p->esTexto())
+        return p;
+    QString t = p->aTexto();
+    const auto control = [](QChar c) {
+        const char16_t u = c.unicode();
+        return (u < 0x20 && u != u'\t' && u != u'\n' && u != u'\r') || u == 0x7f;
+    };
+    if (std::none_of(t.cbegin(), t.cend(), control))
+        return p;
+    t.removeIf(control);
+    return Valor(t);
+}
+
+} // namespace
+
 std::unique_ptr<Recordset> Comando::Execute(int)
 {
     if (!ActiveConnection)
         throw FalloEjecucion::objetoCerrado();
     parametrosDelProcedimiento();
-    return std::make_unique<Recordset>(ActiveConnection->servidor().procedimiento(CommandText, valores_));
+    std::vector<Parametro> valores;
+    valores.reserve(valores_.size());
+    for (const Parametro& p : valores_)
+        valores.push_back(sinControles(p));
+    return std::make_unique<Recordset>(ActiveConnection->servidor().procedimiento(CommandText, valores));
 }

@@ -1,5 +1,6 @@
 #include "embebido.h"
 #include "fallo.h"
+#include "guardia.h"
 #include "recursos_bd.h"
 
 #include <QCoreApplication>
@@ -10,11 +11,17 @@
 #include <QHash>
 #include <QMutex>
 #include <QMutexLocker>
+#include <cerrno>
 #include <charconv>
+#include <cstring>
 #include <cmath>
 #include <memory>
 #include <string>
 #include <sqlite3.h>
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/types.h>
+#endif
 
 namespace {
 
@@ -667,109 +674,13 @@ void compilarProcedimiento(sqlite3* bd, const Definicion& d)
 }
 
 // ---------------------------------------------------------------------------
-// Raw statements: the T-SQL text of the client
+// Raw statements: the T-SQL text of the client, already passed by the guard
 // ---------------------------------------------------------------------------
 
-struct Pieza {
-    enum Clase { Palabra, Numero, Cadena, Simbolo } clase;
-    qsizetype inicio;
-    qsizetype fin; // one past the last character
-    QString texto;
-    bool es(const char* palabra) const
-    {
-        return clase == Palabra && texto.compare(QLatin1String(palabra), Qt::CaseInsensitive) == 0;
-    }
-    bool esSimbolo(const char* s) const { return clase == Simbolo && texto == QLatin1String(s); }
-};
-
-FalloEjecucion sintaxis(const QString& cerca)
-{
-    return FalloEjecucion::servidor(QStringLiteral("Incorrect syntax near '%1'.").arg(cerca));
-}
-
-bool empiezaPalabra(QChar c) { return c.isLetter() || c == QLatin1Char('_') || c == QLatin1Char('@') || c == QLatin1Char('#'); }
-bool siguePalabra(QChar c) { return empiezaPalabra(c) || c.isDigit() || c == QLatin1Char('$'); }
-bool esDigito(QChar c) { return c.unicode() >= '0' && c.unicode() <= '9'; }
-
-// Splits the text into words, numbers, quoted texts and symbols. Comments,
-// ';', double quotes and brackets belong to no statement the client sends.
-std::vector<Pieza> trocear(const QString& sql)
-{
-    std::vector<Pieza> piezas;
-    qsizetype i = 0;
-    const qsizetype n = sql.size();
-    while (i < n) {
-        const QChar c = sql[i];
-        if (c.isSpace()) {
-            ++i;
-            continue;
-        }
-        const qsizetype inicio = i;
-        if (empiezaPalabra(c)) {
-            while (i < n && siguePalabra(sql[i]))
-                ++i;
-            piezas.push_back({Pieza::Palabra, inicio, i, sql.mid(inicio, i - inicio)});
-        } else if (esDigito(c) || (c == QLatin1Char('.') && i + 1 < n && esDigito(sql[i + 1]))) {
-            while (i < n && esDigito(sql[i]))
-                ++i;
-            if (i < n && sql[i] == QLatin1Char('.'))
-                for (++i; i < n && esDigito(sql[i]);)
-                    ++i;
-            if (i < n && siguePalabra(sql[i]))
-                throw sintaxis(sql.mid(inicio, i + 1 - inicio));
-            piezas.push_back({Pieza::Numero, inicio, i, sql.mid(inicio, i - inicio)});
-        } else if (c == QLatin1Char('\'')) {
-            QString valor;
-            for (++i;; ++i) {
-                if (i >= n)
-                    throw FalloEjecucion::servidor(
-                        QStringLiteral("Unclosed quotation mark after the character string '%1'.").arg(valor));
-                if (sql[i] == QLatin1Char('\'')) {
-                    if (i + 1 < n && sql[i + 1] == QLatin1Char('\'')) {
-                        valor += QLatin1Char('\'');
-                        ++i;
-                        continue;
-                    }
-                    ++i;
-                    break;
-                }
-                valor += sql[i];
-            }
-            piezas.push_back({Pieza::Cadena, inicio, i, valor});
-        } else {
-            static const char* const dobles[] = {"<=", ">=", "<>", "!="};
-            QString simbolo;
-            for (const char* d : dobles)
-                if (sql.mid(i, 2) == QLatin1String(d))
-                    simbolo = QLatin1String(d);
-            if (simbolo.isEmpty() && QStringLiteral("=<>+-*/(),").contains(c))
-                simbolo = c;
-            const bool comentario = sql.mid(i, 2) == QLatin1String("--") || sql.mid(i, 2) == QLatin1String("/*");
-            if (simbolo.isEmpty() || comentario)
-                throw sintaxis(sql.mid(i, comentario ? 2 : 1));
-            i += simbolo.size();
-            piezas.push_back({Pieza::Simbolo, inicio, i, simbolo});
-        }
-    }
-    return piezas;
-}
-
-// Words that end an expression of the client's statements or start another
-// statement: none may stand inside a condition or a value.
-bool reservada(const Pieza& p)
-{
-    static const char* const palabras[] = {
-        "SELECT", "INSERT", "UPDATE", "DELETE", "FROM", "WHERE", "INTO", "SET", "VALUES", "UNION", "EXCEPT",
-        "INTERSECT", "EXEC", "EXECUTE", "DROP", "CREATE", "ALTER", "ATTACH", "DETACH", "PRAGMA", "TOP", "ORDER",
-        "GROUP", "HAVING", "LIMIT", "JOIN", "ON", "AS", "REPLACE", "BEGIN", "COMMIT", "ROLLBACK", "VACUUM",
-        "RETURNING", "WITH", "TABLE", "INDEX", "TRIGGER", "VIEW", "DECLARE", "GO", "USE", "GRANT"};
-    if (p.clase != Pieza::Palabra)
-        return false;
-    for (const char* w : palabras)
-        if (p.es(w))
-            return true;
-    return false;
-}
+using Guardia::Pieza;
+using Guardia::reservada;
+using Guardia::sintaxis;
+using Guardia::trocear;
 
 class Analizador {
 public:
@@ -943,29 +854,51 @@ public:
     // when the statement names no columns).
     void valor(const Pieza& p, const QString& columna, int posicion)
     {
-        if (p.clase != Pieza::Cadena || !p.texto.trimmed().isEmpty())
+        if (!esVacio(p))
             return;
         for (int c = 0; c < int(columnas_.size()); ++c) {
             const bool es = columna.isEmpty() ? c == posicion
                                               : columnas_[c].nombre.compare(columna, Qt::CaseInsensitive) == 0;
             if (es && columnas_[c].numerica)
-                rangos_.push_back({p.inicio, p.fin});
+                reemplazar(p.inicio, p.fin, QStringLiteral("0"));
         }
     }
 
-    // The text of the statement with those values written as 0.
+    static bool esVacio(const Pieza& p) { return p.clase == Pieza::Cadena && p.texto.trimmed().isEmpty(); }
+
+    // The text [inicio, fin) of the statement is to be written as another.
+    void reemplazar(qsizetype inicio, qsizetype fin, const QString& texto) { rangos_.push_back({inicio, fin, texto}); }
+
+    // The text of the statement with those values written anew.
     QString aplicar(const QString& texto, qsizetype base) const
     {
         QString r = texto;
         for (auto k = rangos_.size(); k-- > 0;)
-            r.replace(rangos_[k].first - base, rangos_[k].second - rangos_[k].first, QStringLiteral("0"));
+            r.replace(rangos_[k].inicio - base, rangos_[k].fin - rangos_[k].inicio, rangos_[k].texto);
         return r;
     }
 
 private:
+    struct Rango {
+        qsizetype inicio, fin;
+        QString texto;
+    };
     std::vector<ServidorEmbebido::ColumnaTabla> columnas_;
-    std::vector<std::pair<qsizetype, qsizetype>> rangos_;
+    std::vector<Rango> rangos_;
 };
+
+// A new transaction whose date and sequence another client took meanwhile
+// (two operators enter on one date; each screen took its number when it
+// prepared) is stored under the next free sequence of that date instead: the
+// sequence given becomes an expression that the statement evaluates when it
+// runs, inside the write transaction of the batch, so that no other client
+// can take the same number in between.
+QString secuenciaLibre(const QString& fecha, const QString& secuencia)
+{
+    return QStringLiteral("CASE WHEN EXISTS (SELECT 1 FROM MOVIMIENTOS WHERE FECHA = %1 AND SECUENCIA = %2)"
+                          " THEN (SELECT max(SECUENCIA) + 1 FROM MOVIMIENTOS WHERE FECHA = %1) ELSE %2 END")
+        .arg(fecha, secuencia);
+}
 
 // One INSERT, UPDATE or delete of a batch, the pieces [desde, hasta).
 QString adaptarCambio(const QString& sql, const std::vector<Pieza>& piezas, size_t desde, size_t hasta,
@@ -976,7 +909,8 @@ QString adaptarCambio(const QString& sql, const std::vector<Pieza>& piezas, size
     if (verbo.es("INSERT")) {
         // INSERT INTO t [(columns)] VALUES (literal, ...)
         a.esperar("INTO");
-        CerosDeTexto ceros(a.nombre().texto, esquema);
+        const QString tabla = a.nombre().texto;
+        CerosDeTexto ceros(tabla, esquema);
         QStringList columnas;
         if (a.aceptarSimbolo("(")) {
             do
@@ -986,21 +920,35 @@ QString adaptarCambio(const QString& sql, const std::vector<Pieza>& piezas, size
         }
         a.esperar("VALUES");
         a.esperarSimbolo("(");
+        // The transactions' key: the date and the sequence, the first two values.
+        const bool movimiento = columnas.isEmpty() && tabla.compare(QLatin1String("MOVIMIENTOS"), Qt::CaseInsensitive) == 0;
+        QString fecha;
         int posicion = 0;
         do {
+            const size_t primera = a.posicion();
             if (a.aceptarSimbolo("-") || a.aceptarSimbolo("+")) {
                 if (a.actual().clase != Pieza::Numero)
                     throw sintaxis(a.actual().texto);
                 a.tomar();
             } else if (a.actual().clase == Pieza::Numero || a.actual().clase == Pieza::Cadena || a.actual().es("NULL")) {
                 const Pieza& p = a.tomar();
-                if (columnas.isEmpty())
+                const bool clave = movimiento && posicion <= 1; // written below
+                if (!clave && columnas.isEmpty())
                     ceros.valor(p, QString(), posicion);
-                else if (posicion < columnas.size())
+                else if (!clave && posicion < columnas.size())
                     ceros.valor(p, columnas[posicion], posicion);
             } else {
                 throw sintaxis(a.actual().texto);
             }
+            const Pieza& desdeValor = a.pieza(primera);
+            const Pieza& hastaValor = a.pieza(a.posicion() - 1);
+            const QString valor = CerosDeTexto::esVacio(desdeValor)
+                ? QStringLiteral("0")
+                : sql.mid(desdeValor.inicio, hastaValor.fin - desdeValor.inicio);
+            if (movimiento && posicion == 0)
+                fecha = sql.mid(desdeValor.inicio, hastaValor.fin - desdeValor.inicio);
+            else if (movimiento && posicion == 1)
+                ceros.reemplazar(desdeValor.inicio, hastaValor.fin, secuenciaLibre(fecha, valor));
             ++posicion;
         } while (a.aceptarSimbolo(","));
         a.esperarSimbolo(")");
@@ -1045,6 +993,42 @@ QString adaptarCambio(const QString& sql, const std::vector<Pieza>& piezas, size
 // ServidorEmbebido
 // ---------------------------------------------------------------------------
 
+namespace {
+
+const char* const kSufijosDelArchivo[] = {"", "-wal", "-shm", "-journal"};
+
+// True while the process of that number runs.
+bool procesoVivo(qint64 pid)
+{
+#ifdef Q_OS_UNIX
+    return pid > 0 && (::kill(pid_t(pid), 0) == 0 || errno != ESRCH);
+#else
+    return pid > 0;
+#endif
+}
+
+// A program ended while it created the database leaves its file under the
+// name of the creation ("<file>.creando-<process>") with its log beside it.
+// Whatever a creation whose process is gone left is removed.
+void borrarCreacionesMuertas(const QString& archivo)
+{
+    const QFileInfo info(archivo);
+    const QString prefijo = info.fileName() + QStringLiteral(".creando-");
+    const QStringList restos = info.dir().entryList({prefijo + QLatin1Char('*')}, QDir::Files | QDir::Hidden);
+    for (const QString& resto : restos) {
+        QString pid = resto.mid(prefijo.size());
+        for (const char* sufijo : kSufijosDelArchivo)
+            if (*sufijo && pid.endsWith(QLatin1String(sufijo)))
+                pid.chop(qsizetype(strlen(sufijo)));
+        bool numero = false;
+        const qint64 proceso = pid.toLongLong(&numero);
+        if (numero && !procesoVivo(proceso))
+            QFile::remove(info.dir().filePath(resto));
+    }
+}
+
+} // namespace
+
 ServidorEmbebido::ServidorEmbebido(QString archivo) : archivo_(std::move(archivo)) {}
 
 ServidorEmbebido::~ServidorEmbebido() { cerrar(); }
@@ -1058,7 +1042,7 @@ void ServidorEmbebido::crearBase(const QString& archivo, bool conDemo)
     // no client ever opens a half-made database.
     const QString temporal = QStringLiteral("%1.creando-%2").arg(archivo).arg(QCoreApplication::applicationPid());
     const auto borrarTemporal = [&temporal] {
-        for (const char* sufijo : {"", "-wal", "-shm", "-journal"})
+        for (const char* sufijo : kSufijosDelArchivo)
             QFile::remove(temporal + QLatin1String(sufijo));
     };
     borrarTemporal();
@@ -1102,6 +1086,7 @@ void ServidorEmbebido::crearBase(const QString& archivo, bool conDemo)
 void ServidorEmbebido::abrir()
 {
     cerrar();
+    borrarCreacionesMuertas(archivo_);
     if (!QFileInfo::exists(archivo_)) {
         try {
             crearBase(archivo_, true);
@@ -1179,6 +1164,7 @@ QStringList ServidorEmbebido::adaptar(const QString& sql, bool esConsulta, const
 Resultados ServidorEmbebido::abrirConsulta(const QString& sql)
 {
     sqlite3* bd = conexion();
+    Guardia::consulta(sql);
     const QStringList adaptada = adaptar(sql, true);
     std::vector<Sentencia> sentencias;
     int fallo = 0;
@@ -1194,6 +1180,7 @@ Resultados ServidorEmbebido::abrirConsulta(const QString& sql)
 void ServidorEmbebido::ejecutar(const QString& sql)
 {
     sqlite3* bd = conexion();
+    Guardia::cambios(sql);
     const QStringList adaptadas = adaptar(sql, false, [bd](const QString& tabla) { return columnasDe(bd, tabla); });
     // Every statement compiles before any of them runs: a statement broken by a
     // quote in a value stops the whole batch with nothing written.

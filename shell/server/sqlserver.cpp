@@ -6,6 +6,7 @@
 // counts of statements without columns never become sets.
 #include "sqlserver.h"
 #include "fallo.h"
+#include "guardia.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -28,9 +29,10 @@
 
 namespace {
 
-// A procedure may take this long on the server before the call fails; raw
-// statements run without a limit, as on the connection of the original client.
-constexpr SQLULEN segundosProcedimiento = 60;
+// A procedure or a raw statement may take this long on the server before the
+// call fails: a server that stops answering after the login must not hold the
+// program forever.
+constexpr SQLULEN segundosDeLimite = 60;
 
 // The driver manager's own entry points, taken from the library that the QODBC
 // plugin already has loaded, so that this library needs no link to it.
@@ -221,6 +223,19 @@ Resultados leerConjuntos(QSqlQuery& consulta)
     return conjuntos;
 }
 
+// The statement exists once prepared: it gets the time limit of every call.
+void darLimite(QSqlQuery& consulta)
+{
+    const QVariant handle = consulta.result()->handle();
+    const Odbc& odbc = Odbc::instancia();
+    if (odbc.atributoSentencia && handle.isValid() && handle.metaType().sizeOf() == int(sizeof(SQLHSTMT))) {
+        const SQLHSTMT sentencia = *static_cast<const SQLHSTMT*>(handle.constData());
+        if (sentencia)
+            odbc.atributoSentencia(sentencia, SQL_ATTR_QUERY_TIMEOUT, reinterpret_cast<SQLPOINTER>(segundosDeLimite),
+                                   SQL_IS_UINTEGER);
+    }
+}
+
 std::atomic<int> conexiones{0};
 
 } // namespace
@@ -323,15 +338,7 @@ Resultados ServidorSqlServer::procedimiento(const QString& nombre, const std::ve
     if (!consulta.prepare(llamada))
         throw FalloEjecucion::servidor(textoDe(consulta.lastError()));
 
-    // The statement exists once prepared: give it the procedures' time limit.
-    const QVariant handle = consulta.result()->handle();
-    const Odbc& odbc = Odbc::instancia();
-    if (odbc.atributoSentencia && handle.isValid() && handle.metaType().sizeOf() == int(sizeof(SQLHSTMT))) {
-        const SQLHSTMT sentencia = *static_cast<const SQLHSTMT*>(handle.constData());
-        if (sentencia)
-            odbc.atributoSentencia(sentencia, SQL_ATTR_QUERY_TIMEOUT,
-                                   reinterpret_cast<SQLPOINTER>(segundosProcedimiento), SQL_IS_UINTEGER);
-    }
+    darLimite(consulta);
 
     for (const QVariant& v : enlazados)
         consulta.addBindValue(v);
@@ -342,21 +349,34 @@ Resultados ServidorSqlServer::procedimiento(const QString& nombre, const std::ve
 
 Resultados ServidorSqlServer::abrirConsulta(const QString& sql)
 {
+    Guardia::consulta(sql); // refused on this machine, whether the server answers or not
     if (!abierto())
         throw FalloEjecucion::objetoCerrado();
-    QSqlQuery consulta(QSqlDatabase::database(nombreConexion_, false));
-    consulta.setForwardOnly(true);
-    consulta.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
-    // Executed directly: the text is T-SQL already, and a prepared text would
-    // have its ':name' words taken for placeholders.
-    if (!consulta.exec(sql))
-        throw FalloEjecucion::servidor(textoDe(consulta.lastError()));
-    return leerConjuntos(consulta);
+    return correrTexto(sql);
 }
 
 void ServidorSqlServer::ejecutar(const QString& sql)
 {
+    Guardia::cambios(sql);
+    if (!abierto())
+        throw FalloEjecucion::objetoCerrado();
     // The sets of a batch are read and dropped, so that an error raised by a
     // later statement of the batch still comes up.
-    abrirConsulta(sql);
+    correrTexto(sql);
+}
+
+Resultados ServidorSqlServer::correrTexto(const QString& sql)
+{
+    QSqlQuery consulta(QSqlDatabase::database(nombreConexion_, false));
+    consulta.setForwardOnly(true);
+    consulta.setNumericalPrecisionPolicy(QSql::LowPrecisionDouble);
+    // Prepared so that the statement takes its time limit before it runs. The
+    // guard lets no ':' or '?' stand outside quotes, so nothing of the text is
+    // taken for a placeholder.
+    if (!consulta.prepare(sql))
+        throw FalloEjecucion::servidor(textoDe(consulta.lastError()));
+    darLimite(consulta);
+    if (!consulta.exec())
+        throw FalloEjecucion::servidor(textoDe(consulta.lastError()));
+    return leerConjuntos(consulta);
 }

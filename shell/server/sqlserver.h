@@ -30,6 +30,9 @@ public:
     void ejecutar(const QString& sql) override;
 
 private:
+    // A raw text that the guard passed, with the time limit of every call.
+    Resultados correrTexto(const QString& sql);
+
     DatosSqlServer datos_;
     QString nombreConexion_;
 };

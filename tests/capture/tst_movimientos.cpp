@@ -10,7 +10,11 @@
 #include "rejilla.h"
 #include "sesion.h"
 
+#include <QClipboard>
 #include <QComboBox>
+#include <QApplication>
+#include <QGuiApplication>
+#include <QKeyEvent>
 #include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
@@ -223,6 +227,31 @@ private slots:
         QVERIFY(imagenDe(p->Imagen) != comoSeMuestra(revision, p->Imagen));
     }
 
+    void lo_que_no_se_teclea_no_se_pega()
+    {
+        SesionDePrueba s;
+        auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
+        QLineEdit* enviado = p->Text2[4];
+        enviado->setFocus();
+        // Ctrl+V as the keyboard sends it (its text is the control character).
+        const auto controlV = [enviado] {
+            QKeyEvent tecla(QEvent::KeyPress, Qt::Key_V, Qt::ControlModifier, QString(QChar(0x16)));
+            QApplication::sendEvent(enviado, &tecla);
+        };
+        QGuiApplication::clipboard()->setText(QStringLiteral("1D'Angelo"));
+        controlV();
+        enviado->paste(); // the context menu's "Paste"
+        QCOMPARE(enviado->text(), QString());
+        // An amount copied from elsewhere still comes in.
+        QGuiApplication::clipboard()->setText(QStringLiteral("1.234,50"));
+        controlV();
+        QCOMPARE(enviado->text(), QStringLiteral("1.234,50"));
+        // A text field beside it takes any text.
+        QGuiApplication::clipboard()->setText(QStringLiteral("D'Angelo"));
+        p->Text2[10]->paste();
+        QCOMPARE(p->Text2[10]->text(), QStringLiteral("D'Angelo"));
+    }
+
     void el_servidor_rechaza()
     {
         SesionDePrueba s;
@@ -239,7 +268,8 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(FalloEjecucion, p->Incluir_Click());
         QCOMPARE(s.base.valor(QStringLiteral("select count(*) from MOVIMIENTOS")), antes);
 
-        // Two counters take the same sequence: the second insert is refused.
+        // Two counters take the same sequence: the second entry is not lost but
+        // stored under the next free sequence, which its next preparation passes.
         Module1 otro(s.m->despliegue);
         otro.Conexion.ConnectionString = s.base.cadenaConexion();
         otro.Conexion.Open();
@@ -252,10 +282,13 @@ private slots:
         preparar(p, QStringLiteral("primera"));
         preparar(&segunda, QStringLiteral("segunda"));
         p->Incluir_Click();
-        QVERIFY_THROWS_EXCEPTION(FalloEjecucion, segunda.Incluir_Click());
+        segunda.Incluir_Click();
         const QString hoy = QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
-        QCOMPARE(s.base.valor(QStringLiteral("select group_concat(obs) from MOVIMIENTOS where FECHA='%1' and SECUENCIA=%2").arg(hoy).arg(secuencia)),
-                 QStringLiteral("primera"));
+        QCOMPARE(s.base.valor(QStringLiteral("select group_concat(SECUENCIA || obs) from MOVIMIENTOS where FECHA='%1' and SECUENCIA>=%2")
+                                  .arg(hoy)
+                                  .arg(secuencia)),
+                 QStringLiteral("%1primera,%2segunda").arg(secuencia).arg(secuencia + 1));
+        QCOMPARE(segunda.Text2[0]->text().toInt(), secuencia + 2);
     }
 };
 

@@ -1,0 +1,393 @@
+#include "guardia.h"
+
+#include <initializer_list>
+
+namespace {
+
+bool esDigito(QChar c) { return c.unicode() >= '0' && c.unicode() <= '9'; }
+bool esLetra(QChar c) { return (c.unicode() >= 'a' && c.unicode() <= 'z') || (c.unicode() >= 'A' && c.unicode() <= 'Z'); }
+// Words are ASCII: a letter that looks like another to one server and not to
+// the other could otherwise pass here as a known name.
+bool empiezaPalabra(QChar c) { return esLetra(c) || c == QLatin1Char('_') || c == QLatin1Char('@') || c == QLatin1Char('#'); }
+bool siguePalabra(QChar c) { return empiezaPalabra(c) || esDigito(c) || c == QLatin1Char('$'); }
+// The blanks that both servers read as blanks.
+bool esBlanco(QChar c)
+{
+    return c == QLatin1Char(' ') || c == QLatin1Char('\t') || c == QLatin1Char('\r') || c == QLatin1Char('\n');
+}
+
+} // namespace
+
+namespace Guardia {
+
+FalloEjecucion sintaxis(const QString& cerca)
+{
+    return FalloEjecucion::servidor(QStringLiteral("Incorrect syntax near '%1'.").arg(cerca));
+}
+
+std::vector<Pieza> trocear(const QString& sql)
+{
+    std::vector<Pieza> piezas;
+    qsizetype i = 0;
+    const qsizetype n = sql.size();
+    while (i < n) {
+        const QChar c = sql[i];
+        if (esBlanco(c)) {
+            ++i;
+            continue;
+        }
+        const qsizetype inicio = i;
+        if (empiezaPalabra(c)) {
+            while (i < n && siguePalabra(sql[i]))
+                ++i;
+            piezas.push_back({Pieza::Palabra, inicio, i, sql.mid(inicio, i - inicio)});
+        } else if (esDigito(c) || (c == QLatin1Char('.') && i + 1 < n && esDigito(sql[i + 1]))) {
+            while (i < n && esDigito(sql[i]))
+                ++i;
+            if (i < n && sql[i] == QLatin1Char('.'))
+                for (++i; i < n && esDigito(sql[i]);)
+                    ++i;
+            if (i < n && siguePalabra(sql[i]))
+                throw sintaxis(sql.mid(inicio, i + 1 - inicio));
+            piezas.push_back({Pieza::Numero, inicio, i, sql.mid(inicio, i - inicio)});
+        } else if (c == QLatin1Char('\'')) {
+            QString valor;
+            for (++i;; ++i) {
+                if (i >= n)
+                    throw FalloEjecucion::servidor(
+                        QStringLiteral("Unclosed quotation mark after the character string '%1'.").arg(valor));
+                if (sql[i] == QLatin1Char('\'')) {
+                    if (i + 1 < n && sql[i + 1] == QLatin1Char('\'')) {
+                        valor += QLatin1Char('\'');
+                        ++i;
+                        continue;
+                    }
+                    ++i;
+                    break;
+                }
+                // No field of the program holds a control character: one
+                // inside a value (a NUL would cut it on one server and not on
+                // the other) is refused like a broken text.
+                const char16_t u = sql[i].unicode();
+                if ((u < 0x20 && !esBlanco(sql[i])) || u == 0x7f)
+                    throw sintaxis(valor);
+                valor += sql[i];
+            }
+            piezas.push_back({Pieza::Cadena, inicio, i, valor});
+        } else {
+            static const char* const dobles[] = {"<=", ">=", "<>", "!="};
+            QString simbolo;
+            for (const char* d : dobles)
+                if (sql.mid(i, 2) == QLatin1String(d))
+                    simbolo = QLatin1String(d);
+            if (simbolo.isEmpty() && QStringLiteral("=<>+-*/(),").contains(c))
+                simbolo = c;
+            const bool comentario = sql.mid(i, 2) == QLatin1String("--") || sql.mid(i, 2) == QLatin1String("/*");
+            if (simbolo.isEmpty() || comentario)
+                throw sintaxis(sql.mid(i, comentario ? 2 : 1));
+            i += simbolo.size();
+            piezas.push_back({Pieza::Simbolo, inicio, i, simbolo});
+        }
+    }
+    return piezas;
+}
+
+bool reservada(const Pieza& p)
+{
+    static const char* const palabras[] = {
+        "SELECT", "INSERT", "UPDATE", "DELETE", "FROM", "WHERE", "INTO", "SET", "VALUES", "UNION", "EXCEPT",
+        "INTERSECT", "EXEC", "EXECUTE", "DROP", "CREATE", "ALTER", "ATTACH", "DETACH", "PRAGMA", "TOP", "ORDER",
+        "GROUP", "HAVING", "LIMIT", "JOIN", "ON", "AS", "REPLACE", "BEGIN", "COMMIT", "ROLLBACK", "VACUUM",
+        "RETURNING", "WITH", "TABLE", "INDEX", "TRIGGER", "VIEW", "DECLARE", "GO", "USE", "GRANT"};
+    if (p.clase != Pieza::Palabra)
+        return false;
+    for (const char* w : palabras)
+        if (p.es(w))
+            return true;
+    return false;
+}
+
+} // namespace Guardia
+
+namespace {
+
+using Guardia::Pieza;
+using Guardia::sintaxis;
+
+// Reads one statement of a raw text piece by piece against the shape it
+// must have; the first piece out of place is the refusal, named as the server
+// names the place of a syntax error.
+class Lector {
+public:
+    Lector(const std::vector<Pieza>& piezas, size_t desde, size_t hasta) : p_(piezas), i_(desde), fin_(hasta) {}
+
+    bool alFinal() const { return i_ >= fin_; }
+    const Pieza* actual() const { return alFinal() ? nullptr : &p_[i_]; }
+    bool viene(const char* palabra) const { return !alFinal() && p_[i_].es(palabra); }
+    bool vieneSimbolo(const char* s) const { return !alFinal() && p_[i_].esSimbolo(s); }
+
+    [[noreturn]] void rechazar() const
+    {
+        throw sintaxis(alFinal() ? (fin_ > 0 ? p_[fin_ - 1].texto : QString()) : p_[i_].texto);
+    }
+    void palabra(const char* w)
+    {
+        if (!viene(w))
+            rechazar();
+        ++i_;
+    }
+    void simbolo(const char* s)
+    {
+        if (!vieneSimbolo(s))
+            rechazar();
+        ++i_;
+    }
+    bool aceptar(const char* w)
+    {
+        if (!viene(w))
+            return false;
+        ++i_;
+        return true;
+    }
+    bool aceptarSimbolo(const char* s)
+    {
+        if (!vieneSimbolo(s))
+            return false;
+        ++i_;
+        return true;
+    }
+    // A literal value: a quoted text, a number, or a number with its sign.
+    void literal()
+    {
+        if (aceptarSimbolo("-") || aceptarSimbolo("+")) {
+            if (alFinal() || p_[i_].clase != Pieza::Numero)
+                rechazar();
+            ++i_;
+            return;
+        }
+        if (alFinal() || (p_[i_].clase != Pieza::Numero && p_[i_].clase != Pieza::Cadena))
+            rechazar();
+        ++i_;
+    }
+    // "name = literal", the name being the one given.
+    void igualA(const char* nombre)
+    {
+        palabra(nombre);
+        simbolo("=");
+        literal();
+    }
+    void terminar() const
+    {
+        if (!alFinal())
+            rechazar();
+    }
+
+private:
+    const std::vector<Pieza>& p_;
+    size_t i_;
+    size_t fin_;
+};
+
+// The kinds of statement a batch may hold; a batch holds one kind only.
+enum class Clase { Alta, Guardado, Regalo, Borrado };
+
+// Columns of a new transaction, all given by position.
+constexpr int kValoresDeAlta = 28;
+
+// " INSERT INTO MOVIMIENTOS VALUES (" 28 literals ")"
+void alta(Lector& l)
+{
+    l.palabra("INTO");
+    l.palabra("MOVIMIENTOS");
+    l.palabra("VALUES");
+    l.simbolo("(");
+    for (int k = 0; k < kValoresDeAlta; ++k) {
+        if (k > 0)
+            l.simbolo(",");
+        l.literal();
+    }
+    l.simbolo(")");
+}
+
+// The assignments the consoles write, in the order they write them. Every
+// console saves the common run up to "ganancia" and ends with
+// "tipo_servicio"; between them come the gains, the payment's date, time and
+// rates, and the Zelle bank, as the console and its mode of save send them.
+// Only these lists in this order pass: a text typed into a note cannot add
+// an assignment without breaking the order.
+const std::vector<std::vector<const char*>>& asignacionesDeGuardado()
+{
+    static const std::vector<std::vector<const char*>> listas = [] {
+        const std::vector<const char*> comun = {"recibido", "enviado", "C_CLIENTE", "obs", "C_PROVEEDOR", "pago", "C_BANCO",
+                                                "operadora", "REFERENCIA", "confirmacion", "tipo_operacion", "ganancia"};
+        const std::vector<const char*> ganancias = {"g1", "g2", "g3"};
+        const std::vector<const char*> pago = {"fecha_pago", "hora_pago", "dolar1", "dolar2"};
+        const std::vector<const char*> zelle = {"bancozelle"};
+        const auto unir = [&](std::initializer_list<const std::vector<const char*>*> partes) {
+            std::vector<const char*> r = comun;
+            for (const auto* p : partes)
+                r.insert(r.end(), p->begin(), p->end());
+            r.push_back("tipo_servicio");
+            return r;
+        };
+        return std::vector<std::vector<const char*>>{
+            unir({}),                                // the USDT console
+            unir({&ganancias}),                      // the console by date of payment
+            unir({&ganancias, &zelle}),              // a plain save
+            unir({&ganancias, &pago, &zelle}),       // a payment run
+            unir({&ganancias, &pago}),
+        };
+    }();
+    return listas;
+}
+
+// " UPDATE MOVIMIENTOS SET " assignments " WHERE FECHA= " literal " and SECUENCIA = " literal
+void guardado(Lector& l)
+{
+    l.palabra("SET");
+    // Follows the lists that agree with what was read so far.
+    std::vector<const std::vector<const char*>*> posibles;
+    for (const auto& lista : asignacionesDeGuardado())
+        posibles.push_back(&lista);
+    for (size_t k = 0;; ++k) {
+        const Pieza* p = l.actual();
+        std::vector<const std::vector<const char*>*> siguen;
+        for (const auto* lista : posibles)
+            if (p && k < lista->size() && p->es((*lista)[k]))
+                siguen.push_back(lista);
+        if (siguen.empty())
+            l.rechazar();
+        posibles = std::move(siguen);
+        l.igualA((*posibles.front())[k]);
+        // The list ends where one of them is complete; elsewhere a comma follows.
+        bool completa = false;
+        for (const auto* lista : posibles)
+            completa = completa || lista->size() == k + 1;
+        if (completa && l.viene("WHERE"))
+            break;
+        l.simbolo(",");
+    }
+    l.palabra("WHERE");
+    l.igualA("FECHA");
+    l.palabra("and");
+    l.igualA("SECUENCIA");
+}
+
+// " UPDATE proveedor SET  regalo = regalo +  " literal ", ultregalo =  " literal " WHERE C_proveedor =  " literal
+// " UPDATE proveedor SET  regalo = regalo -  " literal " WHERE C_proveedor =  " literal
+void regalo(Lector& l)
+{
+    l.palabra("SET");
+    l.palabra("regalo");
+    l.simbolo("=");
+    l.palabra("regalo");
+    if (l.aceptarSimbolo("+")) {
+        l.literal();
+        l.simbolo(",");
+        l.igualA("ultregalo");
+    } else {
+        l.simbolo("-");
+        l.literal();
+    }
+    l.palabra("WHERE");
+    l.igualA("C_proveedor");
+}
+
+// "delete movimientos where  fecha = " literal " and secuencia =  " literal
+void borrado(Lector& l)
+{
+    l.palabra("movimientos");
+    l.palabra("where");
+    l.igualA("fecha");
+    l.palabra("and");
+    l.igualA("secuencia");
+}
+
+Clase cambio(const std::vector<Pieza>& piezas, size_t desde, size_t hasta)
+{
+    Lector l(piezas, desde, hasta);
+    Clase clase;
+    if (l.aceptar("INSERT")) {
+        alta(l);
+        clase = Clase::Alta;
+    } else if (l.aceptar("UPDATE")) {
+        if (l.aceptar("MOVIMIENTOS")) {
+            guardado(l);
+            clase = Clase::Guardado;
+        } else {
+            l.palabra("proveedor");
+            regalo(l);
+            clase = Clase::Regalo;
+        }
+    } else {
+        l.palabra("delete");
+        borrado(l);
+        clase = Clase::Borrado;
+    }
+    l.terminar();
+    return clase;
+}
+
+} // namespace
+
+namespace Guardia {
+
+void consulta(const QString& sql)
+{
+    const std::vector<Pieza> piezas = trocear(sql);
+    Lector l(piezas, 0, piezas.size());
+    l.palabra("SELECT");
+    if (l.aceptar("FECHA")) {
+        l.simbolo("=");
+        l.palabra("GETDATE");
+        l.simbolo("(");
+        l.simbolo(")");
+    } else if (l.aceptar("TOP")) {
+        // Only the photo of a client is read with a limit.
+        const Pieza* n = l.actual();
+        if (!n || n->clase != Pieza::Numero)
+            l.rechazar();
+        l.literal();
+        l.simbolo("*");
+        l.palabra("from");
+        l.palabra("fotos");
+        l.palabra("where");
+        l.igualA("cliente");
+    } else {
+        l.simbolo("*");
+        l.palabra("from");
+        if (l.aceptar("fotos")) {
+            l.palabra("where");
+            l.igualA("cliente");
+        } else if (!l.aceptar("dolar") && !l.aceptar("dolar_NEW")) {
+            l.rechazar();
+        }
+    }
+    l.terminar();
+}
+
+void cambios(const QString& sql)
+{
+    const std::vector<Pieza> piezas = trocear(sql);
+    if (piezas.empty())
+        throw sintaxis(QString());
+    // The statements of a batch stand one behind the other with no separator:
+    // each INSERT, UPDATE or DELETE outside quotes starts the next one. A
+    // screen sends a run of new or of saved transactions, or one gift update,
+    // or one delete: a statement of another kind, or any second statement
+    // after a gift update or a delete, is refused where it starts.
+    size_t desde = 0;
+    Clase primera = Clase::Alta;
+    for (size_t k = 1; k <= piezas.size(); ++k) {
+        if (k < piezas.size() && !piezas[k].es("INSERT") && !piezas[k].es("UPDATE") && !piezas[k].es("DELETE"))
+            continue;
+        const Clase clase = cambio(piezas, desde, k);
+        if (desde == 0)
+            primera = clase;
+        else if (clase != primera || (clase != Clase::Alta && clase != Clase::Guardado))
+            throw sintaxis(piezas[desde].texto);
+        desde = k;
+    }
+}
+
+} // namespace Guardia

@@ -1,0 +1,54 @@
+#pragma once
+// The statement guard. The screens build their raw statements by joining the
+// operator's text between quotes, without escaping: a quote typed in a note
+// breaks the statement, and that is how the program behaves. What must never
+// happen is that typed text becomes another statement or another condition.
+// So before either server runs a raw text, the guard checks it against the
+// few shapes the program sends, with literal values only, and refuses anything
+// else with the server's own kind of refusal (nothing reaches the server).
+#include "fallo.h"
+
+#include <QString>
+#include <vector>
+
+namespace Guardia {
+
+// One piece of a raw text: a word, a number, a quoted text (its value, with ''
+// read as one quote) or a symbol, with its place in the text.
+struct Pieza {
+    enum Clase { Palabra, Numero, Cadena, Simbolo } clase;
+    qsizetype inicio;
+    qsizetype fin; // one past the last character
+    QString texto;
+    bool es(const char* palabra) const
+    {
+        return clase == Palabra && texto.compare(QLatin1String(palabra), Qt::CaseInsensitive) == 0;
+    }
+    bool esSimbolo(const char* s) const { return clase == Simbolo && texto == QLatin1String(s); }
+};
+
+// Splits a raw text into pieces. Outside quotes only ASCII words, numbers,
+// blanks (space, tab, line ends) and the symbols = < > + - * / ( ) , are
+// known; comments, ';', brackets, double quotes and anything else are a
+// syntax failure, as an unclosed quote is.
+std::vector<Pieza> trocear(const QString& sql);
+
+// Words that start another statement or clause: none stands inside a value.
+bool reservada(const Pieza& p);
+
+// The server's refusal of a text that does not parse there.
+FalloEjecucion sintaxis(const QString& cerca);
+
+// A raw select: the server's clock ("SELECT FECHA=GETDATE()"), a client's
+// photo ("select [top 1] * from fotos where cliente = <literal>") and the
+// two rate tables ("select * from dolar", "select * from dolar_NEW").
+void consulta(const QString& sql);
+
+// A raw INSERT, UPDATE or delete, or a batch of them: a run of new
+// transactions (28 literals each), a run of saved transactions (the
+// console's assignments, keyed by FECHA and SECUENCIA equal to literals), one
+// gift update of a provider keyed by C_proveedor, or one delete of a
+// transaction keyed by fecha and secuencia.
+void cambios(const QString& sql);
+
+} // namespace Guardia

@@ -1,0 +1,560 @@
+// The two servers are one contract: the embedded definitions (one file per
+// procedure, the schema) and the SQL Server deployment script must declare the
+// same procedures with the same parameters in the same order and with the same
+// defaults, the same result columns for the procedures that return rows, and
+// the same tables with the same columns, of compatible types and lengths.
+//
+// The definitions are read from the source folder as text, so that a procedure
+// added on one side only is caught. What a static reading cannot reach (what a
+// body does with its values, a set returned on one branch only) is left to
+// the tests that run the procedures.
+#include "prueba.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+
+namespace {
+
+// ---------------------------------------------------------------------------
+// Reading SQL text of either dialect
+// ---------------------------------------------------------------------------
+
+struct Ficha {
+    enum Clase { Palabra, Numero, Cadena, Simbolo } clase;
+    QString texto; // a word without its brackets or quotes; a text without its quotes
+    bool es(const char* w) const { return clase == Palabra && texto.compare(QLatin1String(w), Qt::CaseInsensitive) == 0; }
+    bool esSimbolo(const char* s) const { return clase == Simbolo && texto == QLatin1String(s); }
+};
+using Fichas = std::vector<Ficha>;
+
+// Words, numbers, quoted texts and symbols; comments dropped; [name] and
+// "name" are words; N'text' is a text.
+Fichas fichas(const QString& sql)
+{
+    Fichas r;
+    const qsizetype n = sql.size();
+    for (qsizetype i = 0; i < n;) {
+        const QChar c = sql[i];
+        if (c.isSpace()) {
+            ++i;
+        } else if (sql.mid(i, 2) == QLatin1String("--")) {
+            while (i < n && sql[i] != QLatin1Char('\n'))
+                ++i;
+        } else if (sql.mid(i, 2) == QLatin1String("/*")) {
+            const qsizetype fin = sql.indexOf(QLatin1String("*/"), i + 2);
+            i = fin < 0 ? n : fin + 2;
+        } else if (c == QLatin1Char('\'') || ((c == QLatin1Char('N') || c == QLatin1Char('n')) && i + 1 < n && sql[i + 1] == QLatin1Char('\''))) {
+            if (c != QLatin1Char('\''))
+                ++i;
+            QString v;
+            for (++i; i < n; ++i) {
+                if (sql[i] == QLatin1Char('\'')) {
+                    if (i + 1 < n && sql[i + 1] == QLatin1Char('\'')) {
+                        v += QLatin1Char('\'');
+                        ++i;
+                        continue;
+                    }
+                    ++i;
+                    break;
+                }
+                v += sql[i];
+            }
+            r.push_back({Ficha::Cadena, v});
+        } else if (c == QLatin1Char('[') || c == QLatin1Char('"')) {
+            const QChar cierre = c == QLatin1Char('[') ? QLatin1Char(']') : QLatin1Char('"');
+            const qsizetype fin = sql.indexOf(cierre, i + 1);
+            r.push_back({Ficha::Palabra, sql.mid(i + 1, fin - i - 1)});
+            i = fin < 0 ? n : fin + 1;
+        } else if (c.isLetter() || c == QLatin1Char('_') || c == QLatin1Char('@') || c == QLatin1Char('#')) {
+            const qsizetype inicio = i;
+            while (i < n && (sql[i].isLetterOrNumber() || sql[i] == QLatin1Char('_') || sql[i] == QLatin1Char('@')
+                             || sql[i] == QLatin1Char('#') || sql[i] == QLatin1Char('$')))
+                ++i;
+            r.push_back({Ficha::Palabra, sql.mid(inicio, i - inicio)});
+        } else if (c.isDigit() || (c == QLatin1Char('.') && i + 1 < n && sql[i + 1].isDigit())) {
+            const qsizetype inicio = i;
+            while (i < n && (sql[i].isLetterOrNumber() || sql[i] == QLatin1Char('.')))
+                ++i;
+            r.push_back({Ficha::Numero, sql.mid(inicio, i - inicio)});
+        } else {
+            QString s = c;
+            for (const char* doble : {"<=", ">=", "<>", "!="})
+                if (sql.mid(i, 2) == QLatin1String(doble))
+                    s = QLatin1String(doble);
+            r.push_back({Ficha::Simbolo, s});
+            i += s.size();
+        }
+    }
+    return r;
+}
+
+// The position of the ')' that closes the '(' at k.
+size_t cierre(const Fichas& f, size_t k)
+{
+    int nivel = 0;
+    for (size_t i = k; i < f.size(); ++i) {
+        if (f[i].esSimbolo("("))
+            ++nivel;
+        else if (f[i].esSimbolo(")") && --nivel == 0)
+            return i;
+    }
+    return f.size();
+}
+
+// Splits [desde, hasta) at the commas outside parentheses.
+std::vector<std::pair<size_t, size_t>> porComas(const Fichas& f, size_t desde, size_t hasta)
+{
+    std::vector<std::pair<size_t, size_t>> r;
+    int nivel = 0;
+    size_t inicio = desde;
+    for (size_t i = desde; i < hasta; ++i) {
+        if (f[i].esSimbolo("("))
+            ++nivel;
+        else if (f[i].esSimbolo(")"))
+            --nivel;
+        else if (nivel == 0 && f[i].esSimbolo(",")) {
+            r.push_back({inicio, i});
+            inicio = i + 1;
+        }
+    }
+    if (inicio < hasta)
+        r.push_back({inicio, hasta});
+    return r;
+}
+
+// A default as a comparable text: NULL, a number, or a quoted text.
+QString valorDe(const Fichas& f, size_t desde, size_t hasta)
+{
+    QString r;
+    for (size_t i = desde; i < hasta; ++i) {
+        if (f[i].clase == Ficha::Cadena)
+            r += QLatin1Char('\'') + f[i].texto + QLatin1Char('\'');
+        else
+            r += f[i].texto.toUpper();
+    }
+    bool numero = false;
+    const double d = r.toDouble(&numero);
+    return numero ? QString::number(d) : r;
+}
+
+// ---------------------------------------------------------------------------
+// The contract of one side
+// ---------------------------------------------------------------------------
+
+struct Parametro {
+    QString nombre, tipo, defecto; // defecto empty when there is none
+};
+struct Procedimiento {
+    std::vector<Parametro> parametros;
+    std::vector<QStringList> conjuntos; // result columns of each SELECT that returns rows
+};
+struct Columna {
+    QString nombre, tipo;
+    int largo = 0; // text: characters; 0 for unlimited
+};
+struct Contrato {
+    QMap<QString, Procedimiento> procedimientos; // by name in lower case
+    QMap<QString, std::vector<Columna>> tablas;
+    QMap<QString, QString> nombres; // lower case -> as written
+};
+
+// The kind of a declared type, so that the two dialects compare.
+QString familia(const QString& tipo)
+{
+    const QString t = tipo.toLower();
+    if (QStringList{"integer", "int", "smallint", "tinyint", "bigint", "bit"}.contains(t))
+        return QStringLiteral("entero");
+    if (QStringList{"real", "float", "decimal", "numeric", "money", "smallmoney"}.contains(t))
+        return QStringLiteral("real");
+    if (QStringList{"text", "varchar", "nvarchar", "char", "nchar"}.contains(t))
+        return QStringLiteral("texto");
+    // moments are 'yyyy-mm-dd hh:mm:ss' text on the embedded server
+    if (QStringList{"datetime", "date", "smalldatetime", "datetime2"}.contains(t))
+        return QStringLiteral("momento");
+    if (QStringList{"blob", "varbinary", "image"}.contains(t))
+        return QStringLiteral("bytes");
+    return t;
+}
+
+bool compatibles(const QString& a, const QString& b)
+{
+    const QString x = familia(a), y = familia(b);
+    const auto textoOMomento = [](const QString& f) { return f == QLatin1String("texto") || f == QLatin1String("momento"); };
+    return x == y || (textoOMomento(x) && textoOMomento(y));
+}
+
+// The names of the result columns of a select list: the alias after AS, the
+// T-SQL "name = value", or the column itself ("t.col" gives "col").
+QStringList columnasDe(const Fichas& f, size_t desde, size_t hasta)
+{
+    QStringList r;
+    for (const auto& [a, b] : porComas(f, desde, hasta)) {
+        QString nombre = QStringLiteral("?");
+        int nivel = 0;
+        for (size_t i = a; i < b; ++i) {
+            if (f[i].esSimbolo("("))
+                ++nivel;
+            else if (f[i].esSimbolo(")"))
+                --nivel;
+            else if (nivel == 0 && f[i].es("AS") && i + 1 < b)
+                nombre = f[i + 1].texto;
+        }
+        if (nombre == QLatin1String("?")) {
+            if (b - a >= 2 && f[a].clase == Ficha::Palabra && f[a + 1].esSimbolo("="))
+                nombre = f[a].texto;
+            else if (f[b - 1].clase == Ficha::Palabra || f[b - 1].esSimbolo("*"))
+                nombre = f[b - 1].texto;
+        }
+        r << nombre;
+    }
+    return r;
+}
+
+// The SELECT statements of a body that return rows to the caller, each as
+// its list of columns: a SELECT outside parentheses that does not assign
+// variables, does not feed an INSERT or a CREATE, does not continue a UNION
+// and does not write INTO a table.
+std::vector<QStringList> conjuntosDe(const Fichas& f, size_t desde, size_t hasta)
+{
+    static const char* const limites[] = {"BEGIN", "END", "ELSE", "SET", "IF", "DECLARE", "RETURN", "WITH", "THEN",
+                                          "COMMIT", "ROLLBACK", "EXEC", "EXECUTE", "PRINT", "WHILE"};
+    static const char* const finLista[] = {"FROM", "INTO", "WHERE", "GROUP", "ORDER", "HAVING", "UNION", "EXCEPT",
+                                           "INTERSECT", "END", "ELSE", "IF", "SELECT", "INSERT", "UPDATE", "DELETE",
+                                           "SET", "DECLARE", "RETURN", "BEGIN", "COMMIT"};
+    std::vector<QStringList> r;
+    int nivel = 0;
+    std::vector<int> niveles(f.size(), 0);
+    for (size_t i = desde; i < hasta; ++i) {
+        if (f[i].esSimbolo("("))
+            ++nivel;
+        niveles[i] = nivel;
+        if (f[i].esSimbolo(")"))
+            --nivel;
+    }
+    for (size_t i = desde; i < hasta; ++i) {
+        if (!f[i].es("SELECT") || niveles[i] != 0)
+            continue;
+        // what stands before it in its statement
+        bool devuelve = true;
+        for (size_t k = i; k-- > desde;) {
+            if (niveles[k] != 0 || f[k].esSimbolo(")"))
+                continue;
+            const Ficha& p = f[k];
+            if (p.esSimbolo(";"))
+                break;
+            if (p.es("INSERT") || p.es("CREATE") || p.es("UNION") || p.es("EXCEPT") || p.es("INTERSECT") || p.es("ALL")) {
+                devuelve = false;
+                break;
+            }
+            bool limite = false;
+            for (const char* w : limites)
+                limite = limite || p.es(w);
+            if (limite)
+                break;
+        }
+        size_t k = i + 1;
+        while (k < hasta && (f[k].es("DISTINCT") || f[k].es("ALL")))
+            ++k;
+        if (k < hasta && f[k].es("TOP"))
+            k = (k + 1 < hasta && f[k + 1].esSimbolo("(")) ? cierre(f, k + 1) + 1 : k + 2;
+        if (k + 1 < hasta && f[k].texto.startsWith(QLatin1Char('@')) && f[k + 1].esSimbolo("="))
+            devuelve = false; // SELECT @variable = ...
+        size_t fin = k;
+        int casos = 0; // CASE ... END inside the list
+        for (; fin < hasta; ++fin) {
+            if (niveles[fin] != 0 || f[fin].esSimbolo(")"))
+                continue;
+            if (f[fin].es("CASE")) {
+                ++casos;
+                continue;
+            }
+            if (casos > 0) {
+                if (f[fin].es("END"))
+                    --casos;
+                continue;
+            }
+            if (f[fin].esSimbolo(";"))
+                break;
+            bool termina = false;
+            for (const char* w : finLista)
+                termina = termina || f[fin].es(w);
+            if (termina)
+                break;
+        }
+        if (fin < hasta && f[fin].es("INTO") && niveles[fin] == 0)
+            devuelve = false; // SELECT ... INTO a table
+        if (devuelve)
+            r.push_back(columnasDe(f, k, fin));
+    }
+    return r;
+}
+
+QString leer(const QString& ruta)
+{
+    QFile archivo(ruta);
+    if (!archivo.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(archivo.readAll());
+}
+
+// The embedded side: one file per procedure with its "--@param" lines, and the
+// schema, where "CHECK (length(name) <= N)" gives a text column its length.
+Contrato embebido(const QMap<QString, QString>& archivos, const QString& esquema)
+{
+    Contrato c;
+    static const QRegularExpression param(QStringLiteral(R"(^\s*--@param\s+(@\w+)\s+(\w+)\s*(?:=\s*(.*?))?\s*(?:--.*)?$)"));
+    for (auto it = archivos.begin(); it != archivos.end(); ++it) {
+        Procedimiento p;
+        for (const QString& linea : it.value().split(QLatin1Char('\n'))) {
+            const auto m = param.match(linea);
+            if (!m.hasMatch())
+                continue;
+            const Fichas d = fichas(m.captured(3));
+            p.parametros.push_back({m.captured(1), m.captured(2), d.empty() ? QString() : valorDe(d, 0, d.size())});
+        }
+        const Fichas f = fichas(it.value());
+        p.conjuntos = conjuntosDe(f, 0, f.size());
+        c.procedimientos.insert(it.key().toLower(), p);
+        c.nombres.insert(it.key().toLower(), it.key());
+    }
+    const Fichas f = fichas(esquema);
+    for (size_t i = 0; i + 2 < f.size(); ++i) {
+        if (!f[i].es("CREATE") || !f[i + 1].es("TABLE"))
+            continue;
+        size_t k = i + 2;
+        if (f[k].es("IF"))
+            k += 3; // IF NOT EXISTS
+        const QString tabla = f[k].texto;
+        const size_t abre = k + 1, cierra = cierre(f, abre);
+        std::vector<Columna> columnas;
+        for (const auto& [a, b] : porComas(f, abre + 1, cierra)) {
+            if (f[a].es("PRIMARY") || f[a].es("UNIQUE") || f[a].es("CONSTRAINT") || f[a].es("FOREIGN") || f[a].es("CHECK"))
+                continue;
+            Columna col{f[a].texto, a + 1 < b ? f[a + 1].texto : QString(), 0};
+            for (size_t j = a; j + 6 < b; ++j)
+                if (f[j].es("length") && f[j + 1].esSimbolo("(") && f[j + 3].esSimbolo(")") && f[j + 4].esSimbolo("<="))
+                    col.largo = f[j + 5].texto.toInt();
+            columnas.push_back(col);
+        }
+        c.tablas.insert(tabla.toLower(), columnas);
+        c.nombres.insert(tabla.toLower(), tabla);
+        i = cierra;
+    }
+    return c;
+}
+
+// The SQL Server side: the deployment script, batch by batch.
+Contrato sqlServer(const QString& script)
+{
+    Contrato c;
+    static const QRegularExpression go(QStringLiteral(R"(^\s*go\s*(?:--.*)?$)"),
+                                       QRegularExpression::CaseInsensitiveOption | QRegularExpression::MultilineOption);
+    for (const QString& lote : script.split(go)) {
+        const Fichas f = fichas(lote);
+        for (size_t i = 0; i + 2 < f.size(); ++i) {
+            if (f[i].es("CREATE") && f[i + 1].es("TABLE")) {
+                size_t k = i + 2;
+                if (k + 2 < f.size() && f[k + 1].esSimbolo("."))
+                    k += 2; // dbo.
+                const QString tabla = f[k].texto;
+                const size_t abre = k + 1, cierra = cierre(f, abre);
+                std::vector<Columna> columnas;
+                for (const auto& [a, b] : porComas(f, abre + 1, cierra)) {
+                    if (f[a].es("PRIMARY") || f[a].es("UNIQUE") || f[a].es("CONSTRAINT") || f[a].es("FOREIGN") || f[a].es("CHECK"))
+                        continue;
+                    Columna col{f[a].texto, a + 1 < b ? f[a + 1].texto : QString(), 0};
+                    if (a + 3 < b && f[a + 2].esSimbolo("(") && familia(col.tipo) == QLatin1String("texto"))
+                        col.largo = f[a + 3].es("max") ? 0 : f[a + 3].texto.toInt();
+                    else if (familia(col.tipo) == QLatin1String("texto"))
+                        col.largo = 1; // varchar without a length is one character
+                    columnas.push_back(col);
+                }
+                c.tablas.insert(tabla.toLower(), columnas);
+                c.nombres.insert(tabla.toLower(), tabla);
+                i = cierra;
+                continue;
+            }
+            size_t k = i;
+            if (!f[k].es("CREATE") && !f[k].es("ALTER"))
+                continue;
+            ++k;
+            if (f[k].es("OR") && k + 1 < f.size() && f[k + 1].es("ALTER"))
+                k += 2;
+            if (!f[k].es("PROCEDURE") && !f[k].es("PROC"))
+                continue;
+            ++k;
+            if (k + 2 < f.size() && f[k + 1].esSimbolo("."))
+                k += 2;
+            const QString nombre = f[k].texto;
+            // the parameters run to the AS that opens the body
+            size_t as = k + 1;
+            while (as < f.size() && !f[as].es("AS"))
+                as = f[as].esSimbolo("(") ? cierre(f, as) + 1 : as + 1;
+            size_t desde = k + 1, hasta = as;
+            if (desde < hasta && f[desde].esSimbolo("(") && cierre(f, desde) + 1 == hasta) {
+                ++desde;
+                --hasta;
+            }
+            Procedimiento p;
+            for (const auto& [a, b] : porComas(f, desde, hasta)) {
+                Parametro q{f[a].texto, a + 1 < b ? f[a + 1].texto : QString(), QString()};
+                for (size_t j = a; j < b; ++j)
+                    if (f[j].esSimbolo("=")) {
+                        size_t fin = b;
+                        if (f[fin - 1].es("OUTPUT") || f[fin - 1].es("OUT"))
+                            --fin;
+                        q.defecto = valorDe(f, j + 1, fin);
+                        break;
+                    }
+                p.parametros.push_back(q);
+            }
+            p.conjuntos = conjuntosDe(f, as + 1, f.size());
+            c.procedimientos.insert(nombre.toLower(), p);
+            c.nombres.insert(nombre.toLower(), nombre);
+            break; // a procedure stands alone in its batch
+        }
+    }
+    return c;
+}
+
+// Every disagreement between the two, one line each.
+QStringList diferencias(const Contrato& e, const Contrato& s, bool conLargos = true)
+{
+    QStringList r;
+    for (const QString& n : e.procedimientos.keys())
+        if (!s.procedimientos.contains(n))
+            r << QStringLiteral("procedure %1: only embedded").arg(e.nombres[n]);
+    for (const QString& n : s.procedimientos.keys())
+        if (!e.procedimientos.contains(n))
+            r << QStringLiteral("procedure %1: only on SQL Server").arg(s.nombres[n]);
+    for (const QString& n : e.procedimientos.keys()) {
+        if (!s.procedimientos.contains(n))
+            continue;
+        const Procedimiento& a = e.procedimientos[n];
+        const Procedimiento& b = s.procedimientos[n];
+        const QString nombre = e.nombres[n];
+        if (a.parametros.size() != b.parametros.size())
+            r << QStringLiteral("procedure %1: %2 parameters embedded, %3 on SQL Server").arg(nombre).arg(a.parametros.size()).arg(b.parametros.size());
+        for (size_t i = 0; i < std::min(a.parametros.size(), b.parametros.size()); ++i) {
+            const Parametro &x = a.parametros[i], &y = b.parametros[i];
+            if (x.nombre.compare(y.nombre, Qt::CaseInsensitive) != 0)
+                r << QStringLiteral("procedure %1: parameter %2 is %3 embedded, %4 on SQL Server").arg(nombre).arg(i + 1).arg(x.nombre, y.nombre);
+            if (!compatibles(x.tipo, y.tipo))
+                r << QStringLiteral("procedure %1: parameter %2 is %3 embedded, %4 on SQL Server").arg(nombre, x.nombre, x.tipo, y.tipo);
+            if (x.defecto != y.defecto)
+                r << QStringLiteral("procedure %1: parameter %2 defaults to [%3] embedded, [%4] on SQL Server").arg(nombre, x.nombre, x.defecto, y.defecto);
+        }
+        const auto sets = [](const std::vector<QStringList>& c) {
+            QStringList t;
+            for (const QStringList& l : c)
+                t << l.join(QLatin1Char(',')).toLower();
+            return t.join(QLatin1String(" | "));
+        };
+        if (sets(a.conjuntos) != sets(b.conjuntos))
+            r << QStringLiteral("procedure %1: returns [%2] embedded, [%3] on SQL Server").arg(nombre, sets(a.conjuntos), sets(b.conjuntos));
+    }
+    for (const QString& t : e.tablas.keys())
+        if (!s.tablas.contains(t))
+            r << QStringLiteral("table %1: only embedded").arg(e.nombres[t]);
+    for (const QString& t : s.tablas.keys())
+        if (!e.tablas.contains(t))
+            r << QStringLiteral("table %1: only on SQL Server").arg(s.nombres[t]);
+    for (const QString& t : e.tablas.keys()) {
+        if (!s.tablas.contains(t))
+            continue;
+        const auto &a = e.tablas[t], &b = s.tablas[t];
+        const QString nombre = e.nombres[t];
+        if (a.size() != b.size())
+            r << QStringLiteral("table %1: %2 columns embedded, %3 on SQL Server").arg(nombre).arg(a.size()).arg(b.size());
+        for (size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
+            if (a[i].nombre.compare(b[i].nombre, Qt::CaseInsensitive) != 0)
+                r << QStringLiteral("table %1: column %2 is %3 embedded, %4 on SQL Server").arg(nombre).arg(i + 1).arg(a[i].nombre, b[i].nombre);
+            else if (!compatibles(a[i].tipo, b[i].tipo))
+                r << QStringLiteral("table %1: column %2 is %3 embedded, %4 on SQL Server").arg(nombre, a[i].nombre, a[i].tipo, b[i].tipo);
+            else if (conLargos && familia(b[i].tipo) == QLatin1String("texto") && a[i].largo != b[i].largo)
+                r << QStringLiteral("table %1: column %2 holds %3 characters embedded, %4 on SQL Server")
+                         .arg(nombre, a[i].nombre, a[i].largo ? QString::number(a[i].largo) : QStringLiteral("any"),
+                              b[i].largo ? QString::number(b[i].largo) : QStringLiteral("any"));
+        }
+    }
+    return r;
+}
+
+QMap<QString, QString> archivosEmbebidos()
+{
+    QMap<QString, QString> r;
+    const QDir carpeta(QStringLiteral(CARPETA_BD "/procedimientos"));
+    for (const QString& archivo : carpeta.entryList({QStringLiteral("*.sql")}, QDir::Files))
+        r.insert(QFileInfo(archivo).completeBaseName(), leer(carpeta.filePath(archivo)));
+    return r;
+}
+
+} // namespace
+
+class PruebaContrato : public QObject {
+    Q_OBJECT
+private slots:
+    void losDosServidoresDicenLoMismo()
+    {
+        const Contrato e = embebido(archivosEmbebidos(), leer(QStringLiteral(CARPETA_BD "/esquema.sql")));
+        const Contrato s = sqlServer(leer(QStringLiteral(CARPETA_BD "/sqlserver/despliegue.sql")));
+        QVERIFY(e.procedimientos.size() > 20 && e.tablas.size() > 10);
+        QCOMPARE(e.procedimientos.value("tru_carga_tablas_03").conjuntos.size(), size_t(9));
+        const QStringList todas = diferencias(e, s, false);
+        for (const QString& d : todas)
+            qWarning("%s", qPrintable(d));
+        QVERIFY2(todas.isEmpty(), qPrintable(QStringLiteral("%1 disagreements, above").arg(todas.size())));
+    }
+
+    // The lengths of the text columns: on the embedded server a length is a
+    // CHECK (length(col) <= N) of the schema, and a text column without one
+    // holds any length, as varchar(max) does.
+    void losLargosCoinciden()
+    {
+        const Contrato e = embebido(archivosEmbebidos(), leer(QStringLiteral(CARPETA_BD "/esquema.sql")));
+        const Contrato s = sqlServer(leer(QStringLiteral(CARPETA_BD "/sqlserver/despliegue.sql")));
+        QStringList largos = diferencias(e, s, true);
+        for (const QString& d : diferencias(e, s, false))
+            largos.removeOne(d);
+        for (const QString& d : largos)
+            qWarning("%s", qPrintable(d));
+        QVERIFY2(largos.isEmpty(), qPrintable(QStringLiteral("%1 lengths disagree, above").arg(largos.size())));
+    }
+
+    // A change on one side only is caught: a parameter added, a default
+    // changed, a result column renamed, a text column made longer.
+    void unCambioDeUnSoloLadoSeVe()
+    {
+        const QMap<QString, QString> archivos = archivosEmbebidos();
+        const QString esquema = leer(QStringLiteral(CARPETA_BD "/esquema.sql"));
+        const QString script = leer(QStringLiteral(CARPETA_BD "/sqlserver/despliegue.sql"));
+        const Contrato e = embebido(archivos, esquema);
+        const QStringList antes = diferencias(e, sqlServer(script));
+
+        const auto nuevas = [&](const QString& otroScript) {
+            QStringList r = diferencias(e, sqlServer(otroScript));
+            for (const QString& vieja : antes)
+                r.removeOne(vieja);
+            return r;
+        };
+        QString s = script;
+        s.replace("@letra varchar(5) = ''\nAS", "@letra varchar(5) = '',\n    @extra int = 0\nAS");
+        QCOMPARE(nuevas(s), QStringList{"procedure TRU_IN_SERVICIOS_02: 5 parameters embedded, 6 on SQL Server"});
+        s = script;
+        s.replace("@sw_calculos int = 1,\n    @letra varchar(5) = ''\nAS", "@sw_calculos int = 2,\n    @letra varchar(5) = ''\nAS");
+        QCOMPARE(nuevas(s), QStringList{"procedure TRU_IN_SERVICIOS_02: parameter @sw_calculos defaults to [1] embedded, [2] on SQL Server"});
+        s = script;
+        s.replace("SELECT COALESCE(MAX(SECUENCIA), 0) AS secuenciA", "SELECT COALESCE(MAX(SECUENCIA), 0) AS secuencia_ultima");
+        QVERIFY2(s != script, "the SQL Server text of TRU_Prepara changed");
+        QCOMPARE(nuevas(s), QStringList{"procedure TRU_Prepara: returns [secuencia | cuantas] embedded, "
+                                        "[secuencia_ultima | cuantas] on SQL Server"});
+        s = script;
+        s.replace("REFERENCIA     varchar(50)", "REFERENCIA     varchar(60)");
+        QCOMPARE(nuevas(s).size(), 1);
+        QVERIFY2(nuevas(s).first().startsWith("table MOVIMIENTOS: column REFERENCIA holds"), qPrintable(nuevas(s).first()));
+    }
+};
+
+REGISTRAR_PRUEBA(PruebaContrato);
+#include "tst_contrato.moc"

@@ -1,0 +1,217 @@
+// The statement guard: the raw texts the program sends pass, anything else is
+// refused as the server refuses a broken statement, before it reaches either
+// server; the injections that once destroyed every transaction, typed into
+// the real screens, now end with the report and nothing written.
+#include "../consoles/mesa.h"
+#include "fallo.h"
+#include "form2.h"
+#include "guardia.h"
+#include "movimientos.h"
+#include "prueba.h"
+#include "sesion.h"
+#include "sqlserver.h"
+
+#include <QLineEdit>
+
+namespace {
+
+const long kServidor = FalloEjecucion::servidor({}).numero();
+
+// The failure a text gets from the guard; empty when it passes.
+QString rechazo(const QString& sql, bool consulta)
+{
+    try {
+        consulta ? Guardia::consulta(sql) : Guardia::cambios(sql);
+        return {};
+    } catch (const FalloEjecucion& f) {
+        return f.numero() == kServidor ? f.texto() : QStringLiteral("otro fallo: ") + f.texto();
+    }
+}
+
+QString alta(const QString& secuencia, const QString& obs = QStringLiteral("nota"))
+{
+    return QStringLiteral(" INSERT INTO MOVIMIENTOS VALUES ('20250310','%1','0012','10','9.5','0','0','','','0','1',2,'1',"
+                          "0,'',0,0,'',100,'%2','9.5','9.5',0,'','',0,0,'B')")
+        .arg(secuencia, obs);
+}
+
+// A console's save of one row with the common assignments, then the ones given.
+QString guardado(const QString& secuencia, const QString& resto, const QString& nota = QStringLiteral("x"))
+{
+    return QStringLiteral(" UPDATE MOVIMIENTOS SET  recibido =  '9.5', enviado =  '10', C_CLIENTE =  '0012', obs =  '%2',"
+                          " C_PROVEEDOR =  '0000', pago =  '0', C_BANCO =  '', operadora =  '1', REFERENCIA =  '',"
+                          " confirmacion =  '0', tipo_operacion =  '2', ganancia =  '100',%3 tipo_servicio =  '1'"
+                          " WHERE FECHA=  '20250310' and SECUENCIA = '%1'")
+        .arg(secuencia, nota, resto);
+}
+
+const QString kGanancias = QStringLiteral(" g1 =  '9.5', g2 =  '9.5', g3 =  '0',");
+const QString kPago = QStringLiteral(" fecha_pago =  '20250311', hora_pago =  '10:00:00', dolar1 =  '36.5', dolar2 =  '37',");
+const QString kZelle = QStringLiteral(" bancozelle =  'B',");
+
+// Two unpaid rows of one day for a console.
+const char* const kFilas = R"(
+INSERT INTO clientes VALUES (12, 'MARIA PEREZ', '');
+INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra, MONTO)
+    VALUES (1, 'TRUMIN', 9, 2, 1, 'T', 364);
+INSERT INTO servicios_usdt (C_SERVIcio, D_SERVIcio, compra, venta, equivalencia, div)
+    VALUES (1, 'DOLAR', 400, 0, 0, 0), (2, 'BASE', 410, 0, 0, 0);
+INSERT INTO parametros VALUES ('1234', '', '', 400);
+INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, tipo_servicio, obs, g1, g2, operadora) VALUES
+ ('20250310', 1, 12, 100, 94.3, 1, 'uno', 94.3, 94.3, '1'),
+ ('20250310', 2, 12, 20, 18.6, 1, 'dos', 18.6, 18.6, '1');
+)";
+
+} // namespace
+
+class PruebaGuardia : public QObject {
+    Q_OBJECT
+private slots:
+    // The shapes that no test of a screen sends yet: the rate screens' reads,
+    // the second entry screen's batch, each console's list of assignments.
+    void formasDelPrograma()
+    {
+        for (const char* sql : {"SELECT FECHA=GETDATE()", " select * from dolar", " select * from dolar_NEW",
+                                "select top 1 * from fotos where cliente = '0012'", "select  * from fotos where cliente = 9999"})
+            QCOMPARE(rechazo(QString::fromLatin1(sql), true), QString());
+        QCOMPARE(rechazo(alta("0001") + alta("0002") + alta("0003"), false), QString());
+        for (const QString& resto : {QString(), kGanancias, kGanancias + kZelle, kGanancias + kPago + kZelle})
+            QCOMPARE(rechazo(guardado("0001", resto) + guardado("0002", resto), false), QString());
+        QCOMPARE(rechazo(" UPDATE proveedor SET  regalo = regalo +  ' 1.5', ultregalo =  ' 1.5' WHERE C_proveedor =  '3'", false), QString());
+        QCOMPARE(rechazo(" UPDATE proveedor SET  regalo = regalo -  '-2'  WHERE C_proveedor =  '0003'", false), QString());
+        QCOMPARE(rechazo("delete movimientos where  fecha = '20250310' and secuencia =  0012", false), QString());
+    }
+
+    void todoLoDemasSeRechaza()
+    {
+        const QString base = guardado("0001", kGanancias + kZelle);
+        const std::pair<QString, bool> casos[] = {
+            // typed text closing the quote and adding a statement or a condition
+            {alta("0001", "x','1','1',0,'','',0,0,'0') DELETE MOVIMIENTOS WHERE 1=1 OR obs IN ('"), false},
+            {guardado("0001", kGanancias + kZelle, "x' WHERE 1=1 UPDATE MOVIMIENTOS SET obs = 'x"), false},
+            {guardado("0001", kGanancias + kZelle, "x', pago = '0"), false}, // an assignment added
+            {QString(base).replace("tipo_servicio =  '1'", "tipo_servicio =  '1', FECHA = '1'"), false},
+            {base + " OR 1=1", false},
+            {QString(base).replace("and SECUENCIA", "or SECUENCIA"), false},
+            {QString(base).replace("SECUENCIA = '0001'", "SECUENCIA = SECUENCIA"), false},
+            {QString(base).replace("obs =  'x'", "obs =  obs"), false},
+            {QString(base).replace("obs =  'x'", "obs =  (SELECT 'x')"), false},
+            {" UPDATE MOVIMIENTOS SET obs = 'x' WHERE FECHA = '20250310' and SECUENCIA = '1'", false},
+            {"delete movimientos where  fecha = '20250310' and secuencia =  1 or 1 = 1", false},
+            {"delete movimientos where  fecha = '20250310'", false},
+            {"delete from movimientos where  fecha = '20250310' and secuencia =  1", false},
+            {"delete movimientos where  fecha = '1' and secuencia =  1 delete movimientos where  fecha = '1' and secuencia =  2", false},
+            {" UPDATE proveedor SET regalo = 0 WHERE C_proveedor = 1", false},
+            {" UPDATE proveedor SET  regalo = regalo -  '1'  WHERE C_proveedor =  '3' or 1 = 1", false},
+            {" UPDATE proveedor SET  regalo = regalo -  '1'  WHERE C_proveedor =  '3'"
+             " UPDATE proveedor SET  regalo = regalo -  '1'  WHERE C_proveedor =  '4'", false},
+            {alta("0001") + base, false}, // a batch of two kinds
+            {QString(alta("0001")).replace(",'B')", ")"), false},  // 27 values
+            {QString(alta("0001")).replace(",'B')", ",'B','C')"), false},
+            {" INSERT INTO clientes VALUES (1, 'x', '')", false},
+            {" INSERT INTO MOVIMIENTOS (FECHA) VALUES ('1')", false},
+            {"DROP TABLE MOVIMIENTOS", false},
+            {"", false},
+            // what the server would read otherwise than the guard
+            {QString(base).replace("'0012'", "'0012' -- '"), false},
+            {QString(base).replace("'0012'", "'0012' /* '"), false},
+            {base + ";", false},
+            {QString(base).replace("MOVIMIENTOS", "[MOVIMIENTOS]"), false},
+            {QString(base).replace("'0012'", "N'0012'"), false},
+            {QString(base).replace("SET", QString::fromUtf8("S\u0395T")), false}, // a Greek capital epsilon
+            {QString(base).replace(" WHERE", QString::fromUtf8("\u00a0WHERE")), false},
+            {QString(base).replace("obs =  'x'", QStringLiteral("obs =  'x") + QChar(0) + QStringLiteral("y'")), false},
+            // reads
+            {"select * from MOVIMIENTOS", true},
+            {"select * from fotos", true},
+            {"select * from fotos where cliente = 1 or 1 = 1", true},
+            {"select top 1 * from dolar", true},
+            {"select * from dolar where 1 = 1", true},
+            {"SELECT FECHA=GETDATE(), 1", true},
+            {"select img from fotos where cliente = 1", true},
+            {"select * from fotos where cliente = 1 union select * from fotos where cliente = 2", true},
+        };
+        for (const auto& [sql, consulta] : casos) {
+            const QString r = rechazo(sql, consulta);
+            QVERIFY2(r.startsWith("Incorrect syntax near") || r.startsWith("Unclosed quotation mark"),
+                     qPrintable(sql + " -> " + (r.isEmpty() ? QStringLiteral("accepted") : r)));
+        }
+        // The refusal names where the text stops being the program's.
+        QCOMPARE(rechazo(guardado("0001", kGanancias + kZelle, "x' WHERE 1=1 UPDATE MOVIMIENTOS SET obs = 'x"), false),
+                 QStringLiteral("Incorrect syntax near 'WHERE'."));
+    }
+
+    // SQL Server gets a raw text only through the guard: refused here, the
+    // text never leaves the machine (no server is needed to see it).
+    void sqlServerTambien()
+    {
+        ServidorSqlServer servidor(DatosSqlServer{});
+        try {
+            servidor.ejecutar(" UPDATE MOVIMIENTOS SET obs = 'x' WHERE 1=1");
+            QFAIL("accepted");
+        } catch (const FalloEjecucion& f) {
+            QCOMPARE(f.numero(), kServidor);
+            QVERIFY(f.texto().startsWith("Incorrect syntax near"));
+        }
+        QVERIFY_THROWS_EXCEPTION(FalloEjecucion, servidor.abrirConsulta("select * from MOVIMIENTOS"));
+        // What the program sends gets as far as the connection, which is closed.
+        try {
+            servidor.abrirConsulta("SELECT FECHA=GETDATE()");
+            QFAIL("no failure");
+        } catch (const FalloEjecucion& f) {
+            QCOMPARE(f.numero(), FalloEjecucion::objetoCerrado().numero());
+        }
+    }
+
+    void inyeccionEnLaEntrada()
+    {
+        SesionDePrueba s;
+        auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
+        const QString todas = QStringLiteral("select count(*) || '/' || total(recibido) from MOVIMIENTOS");
+        const QString antes = s.base.valor(todas);
+        p->Text2[2]->setText(QStringLiteral("0012"));
+        p->Text2[4]->setText(QStringLiteral("10"));
+        p->Text2[5]->setText(QStringLiteral("9,5"));
+        p->Text2[10]->setText(QStringLiteral("x','1','1',0,'','',0,0,'0') DELETE MOVIMIENTOS WHERE 1=1 OR obs IN ('"));
+        try {
+            p->Incluir_Click();
+            QFAIL("the entry was sent");
+        } catch (const FalloEjecucion& f) {
+            QCOMPARE(f.numero(), kServidor);
+        }
+        QCOMPARE(s.base.valor(todas), antes);
+    }
+
+    void inyeccionEnLaConsola()
+    {
+        const QString filas = QStringLiteral("select group_concat(SECUENCIA || obs || REFERENCIA || pago || C_BANCO, '|') from MOVIMIENTOS");
+        for (int columna : {22, 11}) { // "Nota", "Referencia"
+            Mesa<Form2> c(QString::fromUtf8(kFilas), "Form2", QDate(2025, 3, 10), QDate(2025, 3, 10));
+            const QString antes = c.s.base.valor(filas);
+            QCOMPARE(c.p->Celdas.UpperBound(1), 1);
+            c.escribir(0, columna, QStringLiteral("x' WHERE 1=1 UPDATE MOVIMIENTOS SET obs = 'x"));
+            QCOMPARE(c.celda(0, 12), QStringLiteral("1"));
+            try {
+                c.p->ACTUALIZAR->click();
+                QFAIL("the save was sent");
+            } catch (const FalloEjecucion& f) {
+                QCOMPARE(f.numero(), kServidor);
+            }
+            QCOMPARE(c.s.base.valor(filas), antes);
+        }
+    }
+
+    // A text bound to a procedure loses its control characters: a NUL no
+    // longer cuts a client's name.
+    void textosSinControles()
+    {
+        SesionDePrueba s(false);
+        s.m->Prepara_Comando(QStringLiteral("TRU_IN_CLIENTES_01"));
+        s.m->Comando.Parameters(1) = Valor(QStringLiteral("ANA") + QChar(0) + QStringLiteral("MARIA\x01 DIAZ"));
+        s.m->Ejecuta_Comando();
+        QCOMPARE(s.base.valor("select D_cliente from clientes where D_cliente like 'ANA%'"), QStringLiteral("ANAMARIA DIAZ"));
+    }
+};
+
+REGISTRAR_PRUEBA(PruebaGuardia);
+#include "tst_guardia.moc"
