@@ -222,9 +222,11 @@ void Form1::INCLUIR_Click()
     // Each line in the 28-value shape of a new transaction: unpaid, the whole
     // received amount counted as gain at 100 until a console completes it.
     m.SQL.clear();
+    int lineas = 0;
     for (int i = 0; i < kLineas; ++i) {
         if (Celdas(i, 1).texto().trimmed().isEmpty())
             continue;
+        ++lineas;
         Celdas(i, 0) = Format(double(++secuencia), QStringLiteral("0000"));
         const QString recibido = punto(Celdas(i, 4));
         const QString proveedor = Celdas(i, 5).texto().trimmed();
@@ -238,7 +240,7 @@ void Form1::INCLUIR_Click()
                  QStringLiteral("',0,'','',0,0,'0')");
     }
     if (m.SQL.length() > 5)
-        m.Conexion.Execute(m.SQL);
+        m.Conexion.Execute(m.SQL, lineas);
     m.Cierra_Rs();
     Prepara_Lineas();
 }

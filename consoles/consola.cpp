@@ -949,17 +949,19 @@ void Consola::GRABAR_MOVIMIENTOS()
 
     Suma_Recibido = 0;
     m.SQL.clear();
+    int filas = 0;
     for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
         if (!(Celdas(i, 12) == 1))
             continue;
         m.SQL += Sentencia_Fila(i, Hoy, Ahora);
+        ++filas;
         if (Modo_Grabar == 1) {
             Suma_Recibido += CDbl(Txt(i, 5).trimmed());
             Prov_Pago = CInt(Num(i, 6));
         }
     }
     if (m.SQL.length() > 5)
-        m.Conexion.Execute(m.SQL);
+        m.Conexion.Execute(m.SQL, filas);
     m.SQL.clear();
     if (Modo_Grabar == 1)
         Actualiza_Regalo();

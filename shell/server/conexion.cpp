@@ -136,7 +136,7 @@ Servidor& Conexion::servidor()
     return *servidor_;
 }
 
-void Conexion::Execute(const QString& sql) { servidor().ejecutar(sql); }
+void Conexion::Execute(const QString& sql, int sentencias) { servidor().ejecutar(sql, sentencias); }
 
 void Comando::parametrosDelProcedimiento()
 {

@@ -52,8 +52,10 @@ public:
     void Open();
     void Close();
     bool Abierta() const { return servidor_ && servidor_->abierto(); }
-    // Raw INSERT, UPDATE, delete, or a batch of them.
-    void Execute(const QString& sql);
+    // Raw INSERT, UPDATE, delete, or a batch of them. `sentencias` is how many
+    // statements the screen built: a text that reads as any other number was
+    // reshaped by what an operator typed, and is refused.
+    void Execute(const QString& sql, int sentencias = 1);
     bool EsLocal() const { return servidor_ && servidor_->esLocal(); }
     Servidor& servidor();
 

@@ -1177,10 +1177,10 @@ Resultados ServidorEmbebido::abrirConsulta(const QString& sql)
     return resultados;
 }
 
-void ServidorEmbebido::ejecutar(const QString& sql)
+void ServidorEmbebido::ejecutar(const QString& sql, int cuantas)
 {
     sqlite3* bd = conexion();
-    Guardia::cambios(sql);
+    Guardia::cambios(sql, cuantas);
     const QStringList adaptadas = adaptar(sql, false, [bd](const QString& tabla) { return columnasDe(bd, tabla); });
     // Every statement compiles before any of them runs: a statement broken by a
     // quote in a value stops the whole batch with nothing written.

@@ -366,7 +366,7 @@ void consulta(const QString& sql)
     l.terminar();
 }
 
-void cambios(const QString& sql)
+void cambios(const QString& sql, int sentencias)
 {
     const std::vector<Pieza> piezas = trocear(sql);
     if (piezas.empty())
@@ -384,10 +384,12 @@ void cambios(const QString& sql)
         const Clase clase = cambio(piezas, desde, k);
         if (desde == 0)
             primera = clase;
-        else if (clase != primera || (clase != Clase::Alta && clase != Clase::Guardado))
+        else if (clase != primera || (clase != Clase::Alta && clase != Clase::Guardado) || --sentencias < 1)
             throw sintaxis(piezas[desde].texto);
         desde = k;
     }
+    if (sentencias != 1)
+        throw sintaxis(piezas.back().texto);
 }
 
 } // namespace Guardia

@@ -32,8 +32,8 @@ public:
     virtual Resultados procedimiento(const QString& nombre, const std::vector<Parametro>& valores) = 0;
     // A raw select (and the server clock): the text as the client writes it.
     virtual Resultados abrirConsulta(const QString& sql) = 0;
-    // A raw INSERT, UPDATE, delete, or a batch of them without separators.
-    virtual void ejecutar(const QString& sql) = 0;
+    // A raw INSERT, UPDATE, delete, or a batch of `sentencias` of them without separators.
+    virtual void ejecutar(const QString& sql, int sentencias = 1) = 0;
 };
 
 // Builds the backend named by a connection string:

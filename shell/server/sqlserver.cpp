@@ -355,9 +355,9 @@ Resultados ServidorSqlServer::abrirConsulta(const QString& sql)
     return correrTexto(sql);
 }
 
-void ServidorSqlServer::ejecutar(const QString& sql)
+void ServidorSqlServer::ejecutar(const QString& sql, int sentencias)
 {
-    Guardia::cambios(sql);
+    Guardia::cambios(sql, sentencias);
     if (!abierto())
         throw FalloEjecucion::objetoCerrado();
     // The sets of a batch are read and dropped, so that an error raised by a

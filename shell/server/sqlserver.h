@@ -27,7 +27,7 @@ public:
     bool esLocal() const override { return false; }
     Resultados procedimiento(const QString& nombre, const std::vector<Parametro>& valores) override;
     Resultados abrirConsulta(const QString& sql) override;
-    void ejecutar(const QString& sql) override;
+    void ejecutar(const QString& sql, int sentencias = 1) override;
 
 private:
     // A raw text that the guard passed, with the time limit of every call.

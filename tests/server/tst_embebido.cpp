@@ -299,7 +299,7 @@ private slots:
         QCOMPARE(c.contar("select  * from fotos where cliente = 9999"), 1L);
         QVERIFY(!c.abrir("select  * from fotos where cliente = '09999'").Fields("img").aBytes().isEmpty());
 
-        c.conexion.Execute(insertarMovimiento("20241225", "0012") + insertarMovimiento("20241225", "0013"));
+        c.conexion.Execute(insertarMovimiento("20241225", "0012") + insertarMovimiento("20241225", "0013"), 2);
         QCOMPARE(fila("20241225", 12, "C_CLIENTE || '|' || obs"), QString("12|nota"));
         QCOMPARE(fila("20241225", 13, "count(*)"), QString("1"));
 
@@ -327,16 +327,16 @@ private slots:
         QCOMPARE(base.valor("select count(*) from MOVIMIENTOS where FECHA = '20241225'"), QString("1"));
 
         // A broken batch leaves the file as it was.
-        c.conexion.Execute(insertarMovimiento("20241226", "0001") + insertarMovimiento("20241226", "0002"));
+        c.conexion.Execute(insertarMovimiento("20241226", "0001") + insertarMovimiento("20241226", "0002"), 2);
         // The quote typed in the note of the second row breaks the batch: the first row is not saved either.
         ESPERAR_FALLO(c.conexion.Execute(actualizarMovimiento("20241226", "0001", "primera", "1")
-                                         + actualizarMovimiento("20241226", "0002", "d'Angelo", "2")),
+                                         + actualizarMovimiento("20241226", "0002", "d'Angelo", "2"), 2),
                       kServidor, "");
         QCOMPARE(base.valor("select group_concat(obs) from MOVIMIENTOS where FECHA = '20241226'"), QString("nota,nota"));
 
         // The same batch without the quote is written whole.
         c.conexion.Execute(actualizarMovimiento("20241226", "0001", "primera", "1")
-                           + actualizarMovimiento("20241226", "0002", "segunda", "2"));
+                           + actualizarMovimiento("20241226", "0002", "segunda", "2"), 2);
         QCOMPARE(base.valor("select group_concat(obs) from MOVIMIENTOS where FECHA = '20241226'"), QString("primera,segunda"));
     }
 
@@ -408,7 +408,7 @@ private slots:
         otro.conexion.Execute(insertarMovimiento("20241225", "1", "otro"));
         QCOMPARE(base.valor("select group_concat(SECUENCIA || obs) from MOVIMIENTOS where FECHA = '20241225'"), QString("1uno,2otro"));
         // A free key further on is kept as sent; a batch that repeats its own key moves on too.
-        otro.conexion.Execute(insertarMovimiento("20241225", "0007") + insertarMovimiento("20241225", "0007"));
+        otro.conexion.Execute(insertarMovimiento("20241225", "0007") + insertarMovimiento("20241225", "0007"), 2);
         QCOMPARE(filas(), QString("4/4/8"));
 
         // Both take the same sequences at the same time: every row is stored,

@@ -18,10 +18,10 @@ namespace {
 const long kServidor = FalloEjecucion::servidor({}).numero();
 
 // The failure a text gets from the guard; empty when it passes.
-QString rechazo(const QString& sql, bool consulta)
+QString rechazo(const QString& sql, bool consulta, int sentencias = 1)
 {
     try {
-        consulta ? Guardia::consulta(sql) : Guardia::cambios(sql);
+        consulta ? Guardia::consulta(sql) : Guardia::cambios(sql, sentencias);
         return {};
     } catch (const FalloEjecucion& f) {
         return f.numero() == kServidor ? f.texto() : QStringLiteral("otro fallo: ") + f.texto();
@@ -74,9 +74,9 @@ private slots:
         for (const char* sql : {"SELECT FECHA=GETDATE()", " select * from dolar", " select * from dolar_NEW",
                                 "select top 1 * from fotos where cliente = '0012'", "select  * from fotos where cliente = 9999"})
             QCOMPARE(rechazo(QString::fromLatin1(sql), true), QString());
-        QCOMPARE(rechazo(alta("0001") + alta("0002") + alta("0003"), false), QString());
+        QCOMPARE(rechazo(alta("0001") + alta("0002") + alta("0003"), false, 3), QString());
         for (const QString& resto : {QString(), kGanancias, kGanancias + kZelle, kGanancias + kPago + kZelle})
-            QCOMPARE(rechazo(guardado("0001", resto) + guardado("0002", resto), false), QString());
+            QCOMPARE(rechazo(guardado("0001", resto) + guardado("0002", resto), false, 2), QString());
         QCOMPARE(rechazo(" UPDATE proveedor SET  regalo = regalo +  ' 1.5', ultregalo =  ' 1.5' WHERE C_proveedor =  '3'", false), QString());
         QCOMPARE(rechazo(" UPDATE proveedor SET  regalo = regalo -  '-2'  WHERE C_proveedor =  '0003'", false), QString());
         QCOMPARE(rechazo("delete movimientos where  fecha = '20250310' and secuencia =  0012", false), QString());
@@ -136,6 +136,21 @@ private slots:
             QVERIFY2(r.startsWith("Incorrect syntax near") || r.startsWith("Unclosed quotation mark"),
                      qPrintable(sql + " -> " + (r.isEmpty() ? QStringLiteral("accepted") : r)));
         }
+        // A whole statement of the same kind typed into a value reads as a
+        // well-formed batch: only the count of statements the screen built
+        // shows it. A note closing the save of one row and saving another:
+        const auto partes = [](const QString& sql) { return std::pair{sql.section('#', 0, 0), sql.section('#', 1)}; };
+        const auto [antes1, despues1] = partes(guardado("0001", QString(), "#"));
+        const auto [antes2, despues2] = partes(guardado("0002", QString(), "#"));
+        const QString otraFila = guardado("0002", QString(), "x" + despues1 + antes2 + "y");
+        QCOMPARE(rechazo(otraFila, false, 2), QString()); // the shape of a two-row save...
+        QVERIFY(rechazo(otraFila, false).startsWith("Incorrect syntax near")); // ...where the screen built one
+        // An observation closing the new transaction and entering another:
+        const auto [antesAlta, despuesAlta] = partes(alta("0099", "#"));
+        const QString otraAlta = alta("0001", "x" + despuesAlta + antesAlta + "y");
+        QCOMPARE(rechazo(otraAlta, false, 2), QString());
+        QVERIFY(rechazo(otraAlta, false).startsWith("Incorrect syntax near"));
+        QVERIFY(rechazo(alta("0001") + alta("0002"), false, 3).startsWith("Incorrect syntax near"));
         // The refusal names where the text stops being the program's.
         QCOMPARE(rechazo(guardado("0001", kGanancias + kZelle, "x' WHERE 1=1 UPDATE MOVIMIENTOS SET obs = 'x"), false),
                  QStringLiteral("Incorrect syntax near 'WHERE'."));
