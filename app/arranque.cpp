@@ -1,10 +1,13 @@
 #include "arranque.h"
+#include "calculos01.h"
+#include "calculos01_usdt.h"
 #include "bancos.h"
 #include "bancos_zelle.h"
 #include "clientes.h"
 #include "conceptos.h"
 #include "form_servicios.h"
 #include "proveedores.h"
+#include "resumen_mensual.h"
 #include "fallo.h"
 #include "f5_usdt.h"
 #include "form2.h"
@@ -79,6 +82,11 @@ void Registra_Pantallas(MDIForm1& p)
     p.Registrar(QStringLiteral("Form2"), [](Module1& m, MDIForm1& p) { return new Form2(m, p); });
     p.Registrar(QStringLiteral("Form2_Pago"), [](Module1& m, MDIForm1& p) { return new Form2_Pago(m, p); });
     p.Registrar(QStringLiteral("F5_USDT"), [](Module1& m, MDIForm1& p) { return new F5_USDT(m, p); });
+    p.Registrar(QStringLiteral("CALCULOS01"), [](Module1& m, MDIForm1& p) { return new CALCULOS01(m, p); });
+    p.Registrar(QStringLiteral("Resumen_mensual"), [](Module1& m, MDIForm1& p) { return new Resumen_mensual(m, p); });
+    p.Registrar(QStringLiteral("CALCULOS01_USDT"), [](Module1& m, MDIForm1& p) { return new CALCULOS01_USDT(m, p); });
+    p.Registrar(QStringLiteral("RESUMEN_MENSUAL_USDT"),
+                [](Module1& m, MDIForm1& p) { return new RESUMEN_MENSUAL_USDT(m, p); });
 }
 
 int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue)
