@@ -66,13 +66,13 @@ CALCULOS01::CALCULOS01(Module1& modulo, MDIForm1& p, const QString& nombre) : Pa
     auto marco = [this](const QString& titulo, int x, int w, std::initializer_list<const char*> opciones,
                         QRadioButton** botones, const QString& arreglo) {
         auto* g = new QGroupBox(titulo, this);
-        g->setGeometry(x, 0, w, 50);
+        g->setGeometry(x, 0, w, 48);
         int bx = 8, i = 0;
         for (const char* o : opciones) {
             const QString caption = QString::fromUtf8(o);
             auto* b = new QRadioButton(caption, g);
             const int ancho = b->sizeHint().width() + 2;
-            b->setGeometry(bx, 22, ancho, 22);
+            b->setGeometry(bx, 21, ancho, 22);
             bx += ancho + 4;
             Controles::Nombrar(b, arreglo, i, caption);
             botones[i++] = b;
@@ -85,10 +85,11 @@ CALCULOS01::CALCULOS01(Module1& modulo, MDIForm1& p, const QString& nombre) : Pa
     texto(1, QString(), 48, 4, 52);
     texto(2, QStringLiteral("Mes ="), 108, 4, 44);
     texto(3, QString(), 152, 4, 32);
-    texto(4, QStringLiteral("Promedio Diario ="), 8, 30, 122);
-    texto(5, QString(), 130, 30, 78);
-    texto(7, QStringLiteral("Balance="), 214, 30, 62);
-    texto(6, QString(), 276, 30, 78);
+    // the month's average and balance, on the line of the tabs
+    texto(4, QStringLiteral("Promedio Diario ="), 220, 52, 122);
+    texto(5, QString(), 342, 52, 78);
+    texto(7, QStringLiteral("Balance="), 436, 52, 62);
+    texto(6, QString(), 498, 52, 78);
     for (int i : {1, 3, 5, 6})
         Text1[size_t(i)]->setAlignment(Qt::AlignRight);
     Text1[5]->setReadOnly(true);
@@ -110,7 +111,7 @@ CALCULOS01::CALCULOS01(Module1& modulo, MDIForm1& p, const QString& nombre) : Pa
 
     // ---- the tab strip: every grid on its first tab, the two others empty
     SSTab1 = new QTabWidget(this);
-    SSTab1->setGeometry(4, 56, 1322, 586);
+    SSTab1->setGeometry(4, 50, 1322, 600);
     Controles::Nombrar(SSTab1, QStringLiteral("SSTab1"), QStringLiteral("SSTab1"));
     auto* hoja = new QWidget;
     SSTab1->addTab(hoja, QStringLiteral("Tab 0"));
@@ -125,17 +126,17 @@ CALCULOS01::CALCULOS01(Module1& modulo, MDIForm1& p, const QString& nombre) : Pa
         auto* l = new QFrame(hoja);
         l->setFrameShape(QFrame::VLine);
         l->setFrameShadow(QFrame::Sunken);
-        l->setGeometry(x, 4, 6, 546);
+        l->setGeometry(x, 2, 6, 564);
         l->setObjectName(nombreLinea);
         return l;
     };
-    GRID = rejilla(QStringLiteral("GRID"), 4, 4, 410, 548);
-    Line1 = linea(QStringLiteral("Line1"), 416);
-    GRID2 = rejilla(QStringLiteral("GRID2"), 424, 4, 480, 548);
-    Line2 = linea(QStringLiteral("Line2"), 906);
-    GRID1 = rejilla(QStringLiteral("GRID1"), 914, 4, 396, 178);
-    GRID4 = rejilla(QStringLiteral("GRID4"), 914, 188, 396, 178);
-    GRID5 = rejilla(QStringLiteral("GRID5"), 914, 372, 396, 180);
+    GRID = rejilla(QStringLiteral("GRID"), 2, 2, 424, 564);
+    Line1 = linea(QStringLiteral("Line1"), 428);
+    GRID2 = rejilla(QStringLiteral("GRID2"), 436, 2, 476, 564);
+    Line2 = linea(QStringLiteral("Line2"), 914);
+    GRID1 = rejilla(QStringLiteral("GRID1"), 922, 2, 392, 184);
+    GRID4 = rejilla(QStringLiteral("GRID4"), 922, 192, 392, 184);
+    GRID5 = rejilla(QStringLiteral("GRID5"), 922, 382, 392, 184);
     for (Rejilla* g : {GRID, GRID1, GRID2, GRID4, GRID5}) {
         g->setAllowUpdate(false);
         g->setRowHeight(260);
