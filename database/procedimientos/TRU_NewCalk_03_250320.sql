@@ -6,66 +6,92 @@
 --   1 by month: received (Suma), transactions (Tot_m), gain (Totgan),
 --     percentage of gain (Porcen); 2 by provider; 3 by client (cuantos);
 --   4 by paying bank; 5 by month, the direct transfers; 6 by service.
--- The year is the text as sent ('2025').
+-- The year is the text as sent ('2025'). The months are added up from the
+-- days, which the index by date gives in order.
 --@param @ano TEXT = ''
 --@param @operadora INTEGER = 0
 --@param @servicio INTEGER = 0
 WITH RECURSIVE meses(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM meses WHERE n < 12)
 SELECT CAST(@ano AS INTEGER) * 100 + n AS Fecha FROM meses ORDER BY n;
 
-WITH f AS (
-    SELECT FECHA, recibido AS monto,
-           CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END AS gan
+WITH dias AS MATERIALIZED (
+    SELECT FECHA, total(recibido) AS suma, count(*) AS cuantos,
+           total(CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS gan
     FROM MOVIMIENTOS
     WHERE FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
       AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
       AND (@servicio = 0
            OR (@servicio IN (98, 99)
                AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-           OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio)))
-SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(monto) AS Suma, count(*) AS Tot_m,
-       CASE WHEN total(monto) > 0 THEN 100 * total(gan) / total(monto) ELSE 0 END AS Porcen,
+           OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))
+    GROUP BY FECHA)
+SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(suma) AS Suma, sum(cuantos) AS Tot_m,
+       CASE WHEN total(suma) > 0 THEN 100 * total(gan) / total(suma) ELSE 0 END AS Porcen,
        total(gan) AS Totgan
-FROM f GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
+FROM dias GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
 
-WITH f AS (
-    SELECT C_PROVEEDOR, recibido AS monto
-    FROM MOVIMIENTOS
-    WHERE FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
-      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-      AND (@servicio = 0
-           OR (@servicio IN (98, 99)
-               AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-           OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio)))
-SELECT C_PROVEEDOR AS prov, total(monto) AS Suma
-FROM f GROUP BY C_PROVEEDOR ORDER BY Suma DESC, prov;
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_PROVEEDOR) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_PROVEEDOR) FROM MOVIMIENTOS WHERE C_PROVEEDOR > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
+            WHERE C_PROVEEDOR = codigos.codigo
+              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND (@servicio = 0
+                   OR (@servicio IN (98, 99)
+                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL)
+SELECT codigo AS prov, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, prov;
 
-WITH f AS (
-    SELECT C_CLIENTE, recibido AS monto
-    FROM MOVIMIENTOS
-    WHERE FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
-      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-      AND (@servicio = 0
-           OR (@servicio IN (98, 99)
-               AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-           OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio)))
-SELECT C_CLIENTE AS Cliente, total(monto) AS Suma, count(*) AS cuantos
-FROM f GROUP BY C_CLIENTE ORDER BY Suma DESC, Cliente;
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS WHERE C_CLIENTE > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
+            WHERE C_CLIENTE = codigos.codigo
+              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND (@servicio = 0
+                   OR (@servicio IN (98, 99)
+                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL)
+SELECT codigo AS Cliente, json_extract(cifras, '$[0]') AS Suma, json_extract(cifras, '$[1]') AS cuantos
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, Cliente;
 
-WITH f AS (
-    SELECT trim(C_BANCO) AS banco, recibido AS monto
-    FROM MOVIMIENTOS
-    WHERE FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) NOT IN ('', '7777')
-      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-      AND (@servicio = 0
-           OR (@servicio IN (98, 99)
-               AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-           OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio)))
-SELECT banco AS Banco, total(monto) AS Suma
-FROM f GROUP BY banco ORDER BY Suma DESC, Banco;
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS WHERE C_BANCO > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
+            WHERE C_BANCO = codigos.codigo
+              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND (@servicio = 0
+                   OR (@servicio IN (98, 99)
+                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('', '7777'))
+SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, Banco;
 
-WITH f AS (
-    SELECT FECHA, recibido AS monto
+WITH dias AS MATERIALIZED (
+    SELECT FECHA, total(recibido) AS suma
     FROM MOVIMIENTOS
     WHERE FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND tipo_operacion = 3
       AND trim(C_BANCO) NOT IN ('', '7777')
@@ -73,18 +99,28 @@ WITH f AS (
       AND (@servicio = 0
            OR (@servicio IN (98, 99)
                AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-           OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio)))
-SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(monto) AS Suma
-FROM f GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
+           OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))
+    GROUP BY FECHA)
+SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(suma) AS Suma
+FROM dias GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
 
-WITH f AS (
-    SELECT tipo_servicio, recibido AS monto
-    FROM MOVIMIENTOS
-    WHERE FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
-      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS WHERE tipo_servicio > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
+            WHERE tipo_servicio = codigos.codigo
+              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
+    FROM codigos
+    WHERE codigo IS NOT NULL
       AND (@servicio = 0
            OR (@servicio IN (98, 99)
-               AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-           OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio)))
-SELECT tipo_servicio AS servi, total(monto) AS Suma
-FROM f GROUP BY tipo_servicio ORDER BY Suma DESC, servi;
+               AND codigo IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+           OR (@servicio NOT IN (98, 99) AND codigo = @servicio)))
+SELECT codigo AS servi, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, servi;

@@ -11,66 +11,101 @@ WITH RECURSIVE meses(n) AS (SELECT 0 UNION ALL SELECT n + 1 FROM meses WHERE n <
 SELECT CAST(strftime('%Y%m', GETDATE(), 'start of month', '-' || (11 - n) || ' months') AS INTEGER) AS fech
 FROM meses ORDER BY n;
 
-WITH f AS (
-    SELECT FECHA, enviado AS monto,
-           CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END AS gan
+WITH dias AS MATERIALIZED (
+    SELECT FECHA, total(enviado) AS suma, count(*) AS cuantos,
+           total(CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS gan
     FROM MOVIMIENTOS
     WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
       AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
       AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-      AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio))
-SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(monto) AS Suma, count(*) AS Tot_m,
-       CASE WHEN total(monto) > 0 THEN 100 * total(gan) / total(monto) ELSE 0 END AS Porcen,
+      AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
+    GROUP BY FECHA)
+SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(suma) AS Suma, sum(cuantos) AS Tot_m,
+       CASE WHEN total(suma) > 0 THEN 100 * total(gan) / total(suma) ELSE 0 END AS Porcen,
        total(gan) AS Totgan
-FROM f GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
+FROM dias GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
 
-WITH f AS (
-    SELECT C_PROVEEDOR, enviado AS monto
-    FROM MOVIMIENTOS
-    WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-      AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
-      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-      AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio))
-SELECT C_PROVEEDOR AS prov, total(monto) AS Suma
-FROM f GROUP BY C_PROVEEDOR ORDER BY Suma DESC, prov;
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_PROVEEDOR) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_PROVEEDOR) FROM MOVIMIENTOS WHERE C_PROVEEDOR > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
+            WHERE C_PROVEEDOR = codigos.codigo
+              AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL)
+SELECT codigo AS prov, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, prov;
 
-WITH f AS (
-    SELECT C_CLIENTE, enviado AS monto
-    FROM MOVIMIENTOS
-    WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-      AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
-      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-      AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio))
-SELECT C_CLIENTE AS Cliente, total(monto) AS Suma
-FROM f GROUP BY C_CLIENTE ORDER BY Suma DESC, Cliente;
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS WHERE C_CLIENTE > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
+            WHERE C_CLIENTE = codigos.codigo
+              AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL)
+SELECT codigo AS Cliente, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, Cliente;
 
-WITH f AS (
-    SELECT trim(C_BANCO) AS banco, enviado AS monto
-    FROM MOVIMIENTOS
-    WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-      AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) NOT IN ('', '7777')
-      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-      AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio))
-SELECT banco AS Banco, total(monto) AS Suma
-FROM f GROUP BY banco ORDER BY Suma DESC, Banco;
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS WHERE C_BANCO > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
+            WHERE C_BANCO = codigos.codigo
+              AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
+              AND FECHA <= strftime('%Y%m31', GETDATE())
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('', '7777'))
+SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, Banco;
 
-WITH f AS (
-    SELECT FECHA, enviado AS monto
+WITH dias AS MATERIALIZED (
+    SELECT FECHA, total(enviado) AS suma
     FROM MOVIMIENTOS
     WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
       AND FECHA <= strftime('%Y%m31', GETDATE()) AND tipo_operacion = 3
       AND trim(C_BANCO) NOT IN ('', '7777')
       AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-      AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio))
-SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(monto) AS Suma
-FROM f GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
+      AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
+    GROUP BY FECHA)
+SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(suma) AS Suma
+FROM dias GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
 
-WITH f AS (
-    SELECT tipo_servicio, enviado AS monto
-    FROM MOVIMIENTOS
-    WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-      AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
-      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-      AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio))
-SELECT tipo_servicio AS servi, total(monto) AS Suma
-FROM f GROUP BY tipo_servicio ORDER BY Suma DESC, servi;
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS WHERE tipo_servicio > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
+            WHERE tipo_servicio = codigos.codigo
+              AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
+    FROM codigos
+    WHERE codigo IS NOT NULL
+      AND codigo >= 50 AND (@servicio = 0 OR codigo = @servicio))
+SELECT codigo AS servi, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, servi;
