@@ -12,6 +12,7 @@
 #include "pantalla.h"
 #include "rejilla.h"
 
+#include <QHash>
 #include <QString>
 #include <array>
 #include <functional>
@@ -132,5 +133,9 @@ protected:
     static double Divide(double a, double b);
 
 private:
+    // The clients' names by code, taken from the cache once per load: a year
+    // may list thousands of clients, and Nombre_Cliente searches the cache
+    // from the top for each one.
+    QHash<int, QString> Indice_Clientes() const;
     void Ordena(Rejilla* grid, ::Celdas& celdas, int col, Celdas::Clave clave, Celdas::Orden orden);
 };
