@@ -227,6 +227,17 @@ private slots:
         p->Option3[2]->click();
         QCOMPARE(recibido(), QStringLiteral("1.050"));
         QCOMPARE(p->Combo1->currentText().left(2), QStringLiteral("99"));
+
+        // The keyboard works as the mouse: an arrow in the list picks the
+        // entry above and loads it; Enter on "Carga Info" reloads.
+        p->Combo1->setFocus();
+        QTest::keyClick(p->Combo1, Qt::Key_Up);
+        QCOMPARE(t.s.m->L.aTexto(), QStringLiteral("98"));
+        QCOMPARE(recibido(), QStringLiteral("1.170"));
+        p->Text1[3]->setText(QStringLiteral("02"));
+        QTest::keyClick(p->CARGA_DATOS, Qt::Key_Return);
+        QCOMPARE(p->Celdas.filas(), 28);
+        QCOMPARE(recibido(), QString());
     }
 
     void orden_de_cabeceras()
