@@ -191,6 +191,14 @@ private slots:
         QCOMPARE(t.pies(p->GRID, {0, 1, 2, 3, 4, 5, 6}), QStringList({"", "", "", "", "", "-0,33", "-4"}));
         QCOMPARE(t.pies(p->GRID2, {0, 2, 4}), QStringList({"", "", "7"}));
         QCOMPARE(t.pies(p->GRID5, {2}), QStringList({"1.195"}));
+        p->GRID2_HeadClick(1); // an empty grid sorts nothing
+        QCOMPARE(p->Celdas2.filas(), 0);
+
+        // What is typed travels as a value: no calendar, no rows, nothing else run.
+        t.cargar(QStringLiteral("2025'; DELETE FROM MOVIMIENTOS; --"), QStringLiteral("03"));
+        QCOMPARE(p->Celdas.filas(), 0);
+        QCOMPARE(p->Celdas1.filas(), 0);
+        QCOMPARE(t.s.base.valor(QStringLiteral("SELECT count(*) FROM MOVIMIENTOS")), QStringLiteral("9"));
     }
 
     void filtros_operadora_y_servicio()
