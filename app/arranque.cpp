@@ -1,4 +1,6 @@
 #include "arranque.h"
+#include "calculos01.h"
+#include "calculos01_usdt.h"
 #include "bancos.h"
 #include "bancos_zelle.h"
 #include "clientes.h"
@@ -8,6 +10,7 @@
 #include "copias.h"
 #include "form_servicios.h"
 #include "proveedores.h"
+#include "resumen_mensual.h"
 #include "fallo.h"
 #include "f5_usdt.h"
 #include "form2.h"
@@ -108,6 +111,11 @@ void Registra_Pantallas(MDIForm1& p)
     p.Registrar(QStringLiteral("DOLAR_NEW"), [](Module1& m, MDIForm1& p) { return new DOLAR_NEW(m, p); });
     // The batch entry screen has no menu entry; it is known by its name only.
     p.Registrar(QStringLiteral("Form1"), [](Module1& m, MDIForm1& p) { return new Form1(m, p); });
+    p.Registrar(QStringLiteral("CALCULOS01"), [](Module1& m, MDIForm1& p) { return new CALCULOS01(m, p); });
+    p.Registrar(QStringLiteral("Resumen_mensual"), [](Module1& m, MDIForm1& p) { return new Resumen_mensual(m, p); });
+    p.Registrar(QStringLiteral("CALCULOS01_USDT"), [](Module1& m, MDIForm1& p) { return new CALCULOS01_USDT(m, p); });
+    p.Registrar(QStringLiteral("RESUMEN_MENSUAL_USDT"),
+                [](Module1& m, MDIForm1& p) { return new RESUMEN_MENSUAL_USDT(m, p); });
 }
 
 int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue)

@@ -45,10 +45,22 @@ CREATE TABLE MOVIMIENTOS (
     bancozelle     TEXT    NOT NULL DEFAULT '',    -- one-character code of the Zelle bank
     PRIMARY KEY (FECHA, SECUENCIA)
 ) STRICT;
--- The console by date of payment, the client's history and the statistics by provider.
+-- The console by date of payment.
 CREATE INDEX movimientos_fecha_pago ON MOVIMIENTOS (fecha_pago);
-CREATE INDEX movimientos_cliente ON MOVIMIENTOS (C_CLIENTE, FECHA);
-CREATE INDEX movimientos_proveedor ON MOVIMIENTOS (C_PROVEEDOR, FECHA);
+-- The client's history, the provider's rows, and the statistics. Each
+-- statistics grouping walks one of these indexes alone, never the table: the
+-- rows of a period by date (the days), or the codes one by one with each
+-- code's rows of the period (clients, providers, banks, services), so that a
+-- month or a year is added up without sorting its rows. They carry every
+-- column that the groupings filter on or add up.
+CREATE INDEX movimientos_estadistica ON MOVIMIENTOS
+    (FECHA, C_BANCO, operadora, tipo_servicio, tipo_operacion, recibido, enviado, g2);
+CREATE INDEX movimientos_cliente ON MOVIMIENTOS
+    (C_CLIENTE, FECHA, C_BANCO, operadora, tipo_servicio, recibido, enviado);
+CREATE INDEX movimientos_proveedor ON MOVIMIENTOS
+    (C_PROVEEDOR, FECHA, C_BANCO, operadora, tipo_servicio, recibido, enviado);
+CREATE INDEX movimientos_banco ON MOVIMIENTOS (C_BANCO, FECHA, operadora, tipo_servicio, recibido, enviado);
+CREATE INDEX movimientos_servicio ON MOVIMIENTOS (tipo_servicio, FECHA, C_BANCO, operadora, recibido, enviado);
 
 -- Venezuelan banks through which the bolivars are paid, by their 4-digit code.
 CREATE TABLE bancos (

@@ -894,3 +894,195 @@ go
 --     ALTER ROLE db_datareader ADD MEMBER TRUMIN;
 --     ALTER ROLE db_datawriter ADD MEMBER TRUMIN;
 --     GRANT EXECUTE TO TRUMIN;
+
+-- ---------------------------------------------------------------------------
+-- Statistics: the month by day, the year by month, and their USDT forms.
+-- ---------------------------------------------------------------------------
+
+-- The rows that the statistics read walk these indexes alone (the table's
+-- columns that they filter on or add up are carried in them). The indexes by
+-- client and by provider of older databases are widened once.
+IF NOT EXISTS (SELECT 1 FROM sys.indexes WHERE object_id = OBJECT_ID(N'dbo.MOVIMIENTOS') AND name = N'movimientos_estadistica')
+    CREATE INDEX movimientos_estadistica ON dbo.MOVIMIENTOS (FECHA)
+        INCLUDE (C_BANCO, operadora, tipo_servicio, tipo_operacion, recibido, enviado, g2);
+IF NOT EXISTS (SELECT 1 FROM sys.indexes AS i JOIN sys.index_columns AS c
+                   ON c.object_id = i.object_id AND c.index_id = i.index_id AND c.is_included_column = 1
+               WHERE i.object_id = OBJECT_ID(N'dbo.MOVIMIENTOS') AND i.name = N'movimientos_cliente')
+    CREATE INDEX movimientos_cliente ON dbo.MOVIMIENTOS (C_CLIENTE, FECHA)
+        INCLUDE (C_BANCO, operadora, tipo_servicio, recibido, enviado) WITH (DROP_EXISTING = ON);
+IF NOT EXISTS (SELECT 1 FROM sys.indexes AS i JOIN sys.index_columns AS c
+                   ON c.object_id = i.object_id AND c.index_id = i.index_id AND c.is_included_column = 1
+               WHERE i.object_id = OBJECT_ID(N'dbo.MOVIMIENTOS') AND i.name = N'movimientos_proveedor')
+    CREATE INDEX movimientos_proveedor ON dbo.MOVIMIENTOS (C_PROVEEDOR, FECHA)
+        INCLUDE (C_BANCO, operadora, tipo_servicio, recibido, enviado) WITH (DROP_EXISTING = ON);
+IF NOT EXISTS (SELECT 1 FROM sys.indexes WHERE object_id = OBJECT_ID(N'dbo.MOVIMIENTOS') AND name = N'movimientos_banco')
+    CREATE INDEX movimientos_banco ON dbo.MOVIMIENTOS (C_BANCO, FECHA)
+        INCLUDE (operadora, tipo_servicio, recibido, enviado);
+IF NOT EXISTS (SELECT 1 FROM sys.indexes WHERE object_id = OBJECT_ID(N'dbo.MOVIMIENTOS') AND name = N'movimientos_servicio')
+    CREATE INDEX movimientos_servicio ON dbo.MOVIMIENTOS (tipo_servicio, FECHA)
+        INCLUDE (C_BANCO, operadora, recibido, enviado);
+go
+
+-- The rows of a period that the statistics add up, with the money of each
+-- (recibido, or on the USDT screens enviado) and the business's gain (g2 of a
+-- paid row, 0 while unpaid). Returned rows (bank 7777) are left out. Operator
+-- 0 all, 1 or 2. Service: 0 all, 98 and 99 the services of sw_calculos 1 and
+-- 2, any other that code; on the USDT screens only codes from 50, and every
+-- value but 0 is that code alone.
+CREATE OR ALTER FUNCTION dbo.TRU_Filtra_Estadistica
+    (@desde varchar(12), @hasta varchar(12), @operadora smallint, @servicio int, @usdt bit)
+RETURNS TABLE
+AS RETURN
+    SELECT FECHA, C_PROVEEDOR, C_CLIENTE, C_BANCO, tipo_servicio, tipo_operacion,
+           CASE WHEN @usdt = 1 THEN enviado ELSE recibido END AS monto,
+           CASE WHEN LTRIM(RTRIM(C_BANCO)) <> '' THEN g2 ELSE 0 END AS gan
+    FROM dbo.MOVIMIENTOS
+    WHERE FECHA >= @desde AND FECHA <= @hasta AND LTRIM(RTRIM(C_BANCO)) <> '7777'
+      AND (@operadora = 0 OR LTRIM(RTRIM(operadora)) = CAST(@operadora AS varchar(6)))
+      AND ((@usdt = 0
+            AND (@servicio = 0
+                 OR (@servicio IN (98, 99)
+                     AND tipo_servicio IN (SELECT C_SERVIcio FROM dbo.servicios WHERE sw_calculos = @servicio - 97))
+                 OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio)))
+           OR (@usdt = 1 AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)));
+go
+
+-- One month (yyyymm, as typed) day by day: six sets, in this order, each also
+-- when empty: 1 by day, received, transactions, percentage and amount of the
+-- gain; 2 by provider; 3 by client, with the transactions; 4 by paying bank;
+-- 5 by day, the rows paid by direct transfer (type of operation 3); 6 by
+-- service. The sets by code come with the largest amount first.
+CREATE OR ALTER PROCEDURE dbo.TRU_NewCalk_02_250320
+    @mes varchar(10) = '', @operadora smallint = 0, @servicio int = 0
+AS
+BEGIN
+    SET NOCOUNT ON;
+    DECLARE @desde varchar(12) = @mes + '01', @hasta varchar(12) = @mes + '31';
+    SELECT CAST(SUBSTRING(FECHA, 7, 2) AS int) AS dia, SUM(monto) AS Suma, COUNT(*) AS Tot_m,
+           CASE WHEN SUM(monto) > 0 THEN 100 * SUM(gan) / SUM(monto) ELSE 0 END AS Porcen, SUM(gan) AS Totgan
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
+    GROUP BY FECHA ORDER BY FECHA;
+    SELECT C_PROVEEDOR AS prov, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
+    GROUP BY C_PROVEEDOR ORDER BY Suma DESC, prov;
+    SELECT C_CLIENTE AS Cliente, SUM(monto) AS Suma, COUNT(*) AS cuantos
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
+    GROUP BY C_CLIENTE ORDER BY Suma DESC, Cliente;
+    SELECT C_BANCO AS Banco, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
+    WHERE LTRIM(RTRIM(C_BANCO)) <> ''
+    GROUP BY C_BANCO ORDER BY Suma DESC, Banco;
+    SELECT CAST(SUBSTRING(FECHA, 7, 2) AS int) AS dia, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
+    WHERE tipo_operacion = 3 AND LTRIM(RTRIM(C_BANCO)) <> ''
+    GROUP BY FECHA ORDER BY FECHA;
+    SELECT tipo_servicio AS servi, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
+    GROUP BY tipo_servicio ORDER BY Suma DESC, servi;
+END
+go
+
+-- The same month of the USDT services: the money sent, no count by client.
+CREATE OR ALTER PROCEDURE dbo.TRU_NewCalk_02_USDT
+    @mes varchar(10) = '', @operadora smallint = 0, @servicio int = 0
+AS
+BEGIN
+    SET NOCOUNT ON;
+    DECLARE @desde varchar(12) = @mes + '01', @hasta varchar(12) = @mes + '31';
+    SELECT CAST(SUBSTRING(FECHA, 7, 2) AS int) AS dia, SUM(monto) AS Suma, COUNT(*) AS Tot_m,
+           CASE WHEN SUM(monto) > 0 THEN 100 * SUM(gan) / SUM(monto) ELSE 0 END AS Porcen, SUM(gan) AS Totgan
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    GROUP BY FECHA ORDER BY FECHA;
+    SELECT C_PROVEEDOR AS prov, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    GROUP BY C_PROVEEDOR ORDER BY Suma DESC, prov;
+    SELECT C_CLIENTE AS Cliente, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    GROUP BY C_CLIENTE ORDER BY Suma DESC, Cliente;
+    SELECT C_BANCO AS Banco, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    WHERE LTRIM(RTRIM(C_BANCO)) <> ''
+    GROUP BY C_BANCO ORDER BY Suma DESC, Banco;
+    SELECT CAST(SUBSTRING(FECHA, 7, 2) AS int) AS dia, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    WHERE tipo_operacion = 3 AND LTRIM(RTRIM(C_BANCO)) <> ''
+    GROUP BY FECHA ORDER BY FECHA;
+    SELECT tipo_servicio AS servi, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    GROUP BY tipo_servicio ORDER BY Suma DESC, servi;
+END
+go
+
+-- One year (as typed) month by month: first the twelve months as yyyymm
+-- (Fecha), then the six sets of TRU_NewCalk_02_250320 by month.
+CREATE OR ALTER PROCEDURE dbo.TRU_NewCalk_03_250320
+    @ano varchar(10) = '', @operadora smallint = 0, @servicio int = 0
+AS
+BEGIN
+    SET NOCOUNT ON;
+    DECLARE @desde varchar(14) = @ano + '0101', @hasta varchar(14) = @ano + '1231';
+    SELECT COALESCE(TRY_CAST(@ano AS int), 0) * 100 + n AS Fecha
+    FROM (VALUES (1), (2), (3), (4), (5), (6), (7), (8), (9), (10), (11), (12)) AS meses (n)
+    ORDER BY n;
+    SELECT CAST(LEFT(FECHA, 6) AS int) AS Fecha, SUM(monto) AS Suma, COUNT(*) AS Tot_m,
+           CASE WHEN SUM(monto) > 0 THEN 100 * SUM(gan) / SUM(monto) ELSE 0 END AS Porcen, SUM(gan) AS Totgan
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
+    GROUP BY LEFT(FECHA, 6) ORDER BY Fecha;
+    SELECT C_PROVEEDOR AS prov, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
+    GROUP BY C_PROVEEDOR ORDER BY Suma DESC, prov;
+    SELECT C_CLIENTE AS Cliente, SUM(monto) AS Suma, COUNT(*) AS cuantos
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
+    GROUP BY C_CLIENTE ORDER BY Suma DESC, Cliente;
+    SELECT C_BANCO AS Banco, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
+    WHERE LTRIM(RTRIM(C_BANCO)) <> ''
+    GROUP BY C_BANCO ORDER BY Suma DESC, Banco;
+    SELECT CAST(LEFT(FECHA, 6) AS int) AS Fecha, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
+    WHERE tipo_operacion = 3 AND LTRIM(RTRIM(C_BANCO)) <> ''
+    GROUP BY LEFT(FECHA, 6) ORDER BY Fecha;
+    SELECT tipo_servicio AS servi, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
+    GROUP BY tipo_servicio ORDER BY Suma DESC, servi;
+END
+go
+
+-- The last twelve months of the USDT services, ending with the current one:
+-- first those months as yyyymm (fech), then the six sets by month, the money
+-- sent, no count by client.
+CREATE OR ALTER PROCEDURE dbo.TRU_NewCalk_03_USDT
+    @operadora smallint = 0, @servicio int = 0
+AS
+BEGIN
+    SET NOCOUNT ON;
+    DECLARE @hoy date = CAST(GETDATE() AS date);
+    DECLARE @primero date = DATEADD(month, -11, DATEFROMPARTS(YEAR(@hoy), MONTH(@hoy), 1));
+    DECLARE @desde varchar(8) = CONVERT(varchar(8), @primero, 112),
+            @hasta varchar(8) = CONVERT(varchar(6), @hoy, 112) + '31';
+    SELECT CAST(CONVERT(varchar(6), DATEADD(month, n, @primero), 112) AS int) AS fech
+    FROM (VALUES (0), (1), (2), (3), (4), (5), (6), (7), (8), (9), (10), (11)) AS meses (n)
+    ORDER BY n;
+    SELECT CAST(LEFT(FECHA, 6) AS int) AS Fecha, SUM(monto) AS Suma, COUNT(*) AS Tot_m,
+           CASE WHEN SUM(monto) > 0 THEN 100 * SUM(gan) / SUM(monto) ELSE 0 END AS Porcen, SUM(gan) AS Totgan
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    GROUP BY LEFT(FECHA, 6) ORDER BY Fecha;
+    SELECT C_PROVEEDOR AS prov, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    GROUP BY C_PROVEEDOR ORDER BY Suma DESC, prov;
+    SELECT C_CLIENTE AS Cliente, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    GROUP BY C_CLIENTE ORDER BY Suma DESC, Cliente;
+    SELECT C_BANCO AS Banco, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    WHERE LTRIM(RTRIM(C_BANCO)) <> ''
+    GROUP BY C_BANCO ORDER BY Suma DESC, Banco;
+    SELECT CAST(LEFT(FECHA, 6) AS int) AS Fecha, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    WHERE tipo_operacion = 3 AND LTRIM(RTRIM(C_BANCO)) <> ''
+    GROUP BY LEFT(FECHA, 6) ORDER BY Fecha;
+    SELECT tipo_servicio AS servi, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    GROUP BY tipo_servicio ORDER BY Suma DESC, servi;
+END
+go

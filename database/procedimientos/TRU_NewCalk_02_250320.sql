@@ -1,0 +1,130 @@
+-- The figures of one month, day by day, for the daily statistics: six result
+-- sets in a fixed order, each one delivered also when empty, every sum a
+-- number (never null):
+--   1 by day of the month (dia): dollars received (Suma), transactions
+--     (Tot_m), the business's gain (Totgan, g2 of the paid rows) and that
+--     gain as a percentage of what was received (Porcen, 0 on a day with no
+--     dollars);
+--   2 by provider (prov), 3 by client (Cliente, with the transactions,
+--     cuantos), 4 by paying bank (Banco, the paid rows, the code as stored),
+--     6 by service (servi): dollars received, the largest first;
+--   5 by day: the dollars of the rows paid by direct transfer (type of
+--     operation 3).
+-- Rows returned to the client (bank 7777) count nowhere. Unpaid rows count as
+-- received (the money is in hand) but earn nothing until they are paid.
+-- Filters: the month as yyyymm text, taken as sent; operator 0 all, 1 or 2;
+-- service 0 all, 98 every service with sw_calculos 1, 99 every one with
+-- sw_calculos 2, any other that service code (the service boxes of the
+-- screen send 1 to 4, the codes of the four wallets).
+--
+-- The days come from the index by date in its order. The sets by code walk
+-- the codes of their index one seek at a time (codes), and add up each code's
+-- rows of the period through the same index (grupos, materialized so that the
+-- walk runs once): no set sorts the rows of the period, only its few totals.
+--@param @mes TEXT = ''
+--@param @operadora INTEGER = 0
+--@param @servicio INTEGER = 0
+SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(recibido) AS Suma, count(*) AS Tot_m,
+       CASE WHEN total(recibido) > 0
+            THEN 100 * total(CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END) / total(recibido) ELSE 0 END AS Porcen,
+       total(CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS Totgan
+FROM MOVIMIENTOS
+WHERE FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND trim(C_BANCO) <> '7777'
+  AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+  AND (@servicio = 0
+       OR (@servicio IN (98, 99)
+           AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+       OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))
+GROUP BY FECHA ORDER BY FECHA;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_PROVEEDOR) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_PROVEEDOR) FROM MOVIMIENTOS WHERE C_PROVEEDOR > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
+            WHERE C_PROVEEDOR = codigos.codigo
+              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND (@servicio = 0
+                   OR (@servicio IN (98, 99)
+                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL)
+SELECT codigo AS prov, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, prov;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS WHERE C_CLIENTE > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
+            WHERE C_CLIENTE = codigos.codigo
+              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND (@servicio = 0
+                   OR (@servicio IN (98, 99)
+                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL)
+SELECT codigo AS Cliente, json_extract(cifras, '$[0]') AS Suma, json_extract(cifras, '$[1]') AS cuantos
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, Cliente;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS WHERE C_BANCO > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
+            WHERE C_BANCO = codigos.codigo
+              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND (@servicio = 0
+                   OR (@servicio IN (98, 99)
+                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('', '7777'))
+SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, Banco;
+
+SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(recibido) AS Suma
+FROM MOVIMIENTOS
+WHERE FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND tipo_operacion = 3
+  AND trim(C_BANCO) NOT IN ('', '7777')
+  AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+  AND (@servicio = 0
+       OR (@servicio IN (98, 99)
+           AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+       OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))
+GROUP BY FECHA ORDER BY FECHA;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS WHERE tipo_servicio > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
+            WHERE tipo_servicio = codigos.codigo
+              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
+    FROM codigos
+    WHERE codigo IS NOT NULL
+      AND (@servicio = 0
+           OR (@servicio IN (98, 99)
+               AND codigo IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+           OR (@servicio NOT IN (98, 99) AND codigo = @servicio)))
+SELECT codigo AS servi, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, servi;

@@ -1,0 +1,96 @@
+-- The figures of one month of the USDT services (codes 50 and up), day by
+-- day, for the daily USDT statistics: the six sets of TRU_NewCalk_02_250320,
+-- in the same order and with the same rules, but the money is what the
+-- client sent (enviado), in the service's own currency, and the set by client
+-- carries no count of transactions. Service filter: 0 every USDT service, any
+-- other value that service code alone (98 and 99 are ordinary codes here; the
+-- service boxes of the screen send 1 to 4, which select nothing).
+--@param @mes TEXT = ''
+--@param @operadora INTEGER = 0
+--@param @servicio INTEGER = 0
+SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(enviado) AS Suma, count(*) AS Tot_m,
+       CASE WHEN total(enviado) > 0
+            THEN 100 * total(CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END) / total(enviado) ELSE 0 END AS Porcen,
+       total(CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS Totgan
+FROM MOVIMIENTOS
+WHERE FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND trim(C_BANCO) <> '7777'
+  AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+  AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
+GROUP BY FECHA ORDER BY FECHA;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_PROVEEDOR) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_PROVEEDOR) FROM MOVIMIENTOS WHERE C_PROVEEDOR > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
+            WHERE C_PROVEEDOR = codigos.codigo
+              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL)
+SELECT codigo AS prov, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, prov;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS WHERE C_CLIENTE > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
+            WHERE C_CLIENTE = codigos.codigo
+              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL)
+SELECT codigo AS Cliente, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, Cliente;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS WHERE C_BANCO > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
+            WHERE C_BANCO = codigos.codigo
+              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('', '7777'))
+SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, Banco;
+
+SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(enviado) AS Suma
+FROM MOVIMIENTOS
+WHERE FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND tipo_operacion = 3
+  AND trim(C_BANCO) NOT IN ('', '7777')
+  AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+  AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
+GROUP BY FECHA ORDER BY FECHA;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS WHERE tipo_servicio > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
+            WHERE tipo_servicio = codigos.codigo
+              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
+    FROM codigos
+    WHERE codigo IS NOT NULL
+      AND codigo >= 50 AND (@servicio = 0 OR codigo = @servicio))
+SELECT codigo AS servi, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, servi;

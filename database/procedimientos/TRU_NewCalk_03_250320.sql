@@ -1,0 +1,126 @@
+-- The figures of one year, month by month, for the monthly summary. First
+-- the calendar: the twelve months of the year as the numbers yyyymm (Fecha),
+-- the rows of the screen, also the months without movements. Then the six
+-- sets of TRU_NewCalk_02_250320, with the rules and filters told there, over
+-- the whole year, where the sets by day are by month (Fecha, yyyymm):
+--   1 by month: received (Suma), transactions (Tot_m), gain (Totgan),
+--     percentage of gain (Porcen); 2 by provider; 3 by client (cuantos);
+--   4 by paying bank; 5 by month, the direct transfers; 6 by service.
+-- The year is the text as sent ('2025'). The months are added up from the
+-- days, which the index by date gives in order.
+--@param @ano TEXT = ''
+--@param @operadora INTEGER = 0
+--@param @servicio INTEGER = 0
+WITH RECURSIVE meses(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM meses WHERE n < 12)
+SELECT CAST(@ano AS INTEGER) * 100 + n AS Fecha FROM meses ORDER BY n;
+
+WITH dias AS MATERIALIZED (
+    SELECT FECHA, total(recibido) AS suma, count(*) AS cuantos,
+           total(CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS gan
+    FROM MOVIMIENTOS
+    WHERE FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
+      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+      AND (@servicio = 0
+           OR (@servicio IN (98, 99)
+               AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+           OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))
+    GROUP BY FECHA)
+SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(suma) AS Suma, sum(cuantos) AS Tot_m,
+       CASE WHEN total(suma) > 0 THEN 100 * total(gan) / total(suma) ELSE 0 END AS Porcen,
+       total(gan) AS Totgan
+FROM dias GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_PROVEEDOR) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_PROVEEDOR) FROM MOVIMIENTOS WHERE C_PROVEEDOR > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
+            WHERE C_PROVEEDOR = codigos.codigo
+              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND (@servicio = 0
+                   OR (@servicio IN (98, 99)
+                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL)
+SELECT codigo AS prov, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, prov;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS WHERE C_CLIENTE > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
+            WHERE C_CLIENTE = codigos.codigo
+              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND (@servicio = 0
+                   OR (@servicio IN (98, 99)
+                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL)
+SELECT codigo AS Cliente, json_extract(cifras, '$[0]') AS Suma, json_extract(cifras, '$[1]') AS cuantos
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, Cliente;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS WHERE C_BANCO > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
+            WHERE C_BANCO = codigos.codigo
+              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND (@servicio = 0
+                   OR (@servicio IN (98, 99)
+                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('', '7777'))
+SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, Banco;
+
+WITH dias AS MATERIALIZED (
+    SELECT FECHA, total(recibido) AS suma
+    FROM MOVIMIENTOS
+    WHERE FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND tipo_operacion = 3
+      AND trim(C_BANCO) NOT IN ('', '7777')
+      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+      AND (@servicio = 0
+           OR (@servicio IN (98, 99)
+               AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+           OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))
+    GROUP BY FECHA)
+SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(suma) AS Suma
+FROM dias GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS WHERE tipo_servicio > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
+            WHERE tipo_servicio = codigos.codigo
+              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
+    FROM codigos
+    WHERE codigo IS NOT NULL
+      AND (@servicio = 0
+           OR (@servicio IN (98, 99)
+               AND codigo IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+           OR (@servicio NOT IN (98, 99) AND codigo = @servicio)))
+SELECT codigo AS servi, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, servi;

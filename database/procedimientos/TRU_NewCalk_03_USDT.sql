@@ -1,0 +1,111 @@
+-- The figures of the last twelve months of the USDT services (codes 50 and
+-- up), month by month, for the monthly USDT summary. No period is asked for:
+-- the twelve months end with the server's current month. First the calendar,
+-- those twelve months as the numbers yyyymm, named fech; then the six sets of
+-- TRU_NewCalk_03_250320 with the differences of TRU_NewCalk_02_USDT: the
+-- money sent (enviado), no count by client, service 0 every USDT service,
+-- any other value that code alone.
+--@param @operadora INTEGER = 0
+--@param @servicio INTEGER = 0
+WITH RECURSIVE meses(n) AS (SELECT 0 UNION ALL SELECT n + 1 FROM meses WHERE n < 11)
+SELECT CAST(strftime('%Y%m', GETDATE(), 'start of month', '-' || (11 - n) || ' months') AS INTEGER) AS fech
+FROM meses ORDER BY n;
+
+WITH dias AS MATERIALIZED (
+    SELECT FECHA, total(enviado) AS suma, count(*) AS cuantos,
+           total(CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS gan
+    FROM MOVIMIENTOS
+    WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
+      AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+      AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
+    GROUP BY FECHA)
+SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(suma) AS Suma, sum(cuantos) AS Tot_m,
+       CASE WHEN total(suma) > 0 THEN 100 * total(gan) / total(suma) ELSE 0 END AS Porcen,
+       total(gan) AS Totgan
+FROM dias GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_PROVEEDOR) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_PROVEEDOR) FROM MOVIMIENTOS WHERE C_PROVEEDOR > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
+            WHERE C_PROVEEDOR = codigos.codigo
+              AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL)
+SELECT codigo AS prov, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, prov;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS WHERE C_CLIENTE > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
+            WHERE C_CLIENTE = codigos.codigo
+              AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL)
+SELECT codigo AS Cliente, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, Cliente;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS WHERE C_BANCO > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
+            WHERE C_BANCO = codigos.codigo
+              AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
+              AND FECHA <= strftime('%Y%m31', GETDATE())
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('', '7777'))
+SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, Banco;
+
+WITH dias AS MATERIALIZED (
+    SELECT FECHA, total(enviado) AS suma
+    FROM MOVIMIENTOS
+    WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
+      AND FECHA <= strftime('%Y%m31', GETDATE()) AND tipo_operacion = 3
+      AND trim(C_BANCO) NOT IN ('', '7777')
+      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+      AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
+    GROUP BY FECHA)
+SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(suma) AS Suma
+FROM dias GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
+
+WITH RECURSIVE codigos(codigo) AS (
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS)
+    UNION ALL
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS WHERE tipo_servicio > codigos.codigo)
+    FROM codigos WHERE codigo IS NOT NULL),
+grupos AS MATERIALIZED (
+    SELECT codigo,
+           (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
+            WHERE tipo_servicio = codigos.codigo
+              AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
+    FROM codigos
+    WHERE codigo IS NOT NULL
+      AND codigo >= 50 AND (@servicio = 0 OR codigo = @servicio))
+SELECT codigo AS servi, json_extract(cifras, '$[0]') AS Suma
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0
+ORDER BY Suma DESC, servi;

@@ -1,0 +1,141 @@
+#pragma once
+// "ESTADISTICAS": the figures of one month, day by day, in five grids: the
+// calendar of the month with what was received, the direct transfers, the
+// transactions, the gain and its percentage; and the same money by provider,
+// client, bank and service, each with its share of the month's total. The
+// server groups (one procedure, six result sets); the screen places the rows,
+// adds them up, derives the shares and formats. It never writes anything.
+//
+// The monthly summary and the two USDT screens are this screen with a few
+// differences: they override the hooks below and keep everything else.
+#include "celdas.h"
+#include "pantalla.h"
+#include "rejilla.h"
+
+#include <QHash>
+#include <QString>
+#include <array>
+#include <functional>
+#include <initializer_list>
+
+class QComboBox;
+class QFrame;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+class QTabWidget;
+
+class CALCULOS01 : public Pantalla {
+    Q_OBJECT
+public:
+    CALCULOS01(Module1& m, MDIForm1& principal, const QString& nombre = QStringLiteral("CALCULOS01"));
+
+    void Form_Load() override;
+    void Form_Activate() override;
+
+    // ---- controls, by their design names
+    // 0 "Año=", 1 year, 2 "Mes =", 3 month, 4 "Promedio Diario =", 5 the
+    // average, 6 the balance, 7 "Balance="
+    std::array<QLineEdit*, 8> Text1;
+    QTabWidget* SSTab1;
+    QFrame* Line1;
+    QFrame* Line2;
+    QPushButton* CARGA_DATOS;
+    QPushButton* SALIR;
+    QGroupBox* Frame2;
+    QGroupBox* Frame3;
+    std::array<QRadioButton*, 3> Option2; // operator: the index goes to the server
+    std::array<QRadioButton*, 5> Option3; // service: the index goes to the server
+    QComboBox* Combo1;                    // service by code, "00" all, "98"/"99" by sw_calculos
+    QLabel* Label1;
+    Rejilla* GRID;  // by day (monthly: by month)
+    Rejilla* GRID1; // by provider
+    Rejilla* GRID2; // by client
+    Rejilla* GRID4; // by bank
+    Rejilla* GRID5; // by service
+    ::Celdas Celdas, Celdas1, Celdas2, Celdas4, Celdas5;
+
+    // ---- state of the screen, kept between loads
+    bool Cargado = false;
+    double Total_Recibido = 0; // total of the first set: the denominator of every share
+    double Total_Tot_M = 0;
+    double Total_Gan = 0;
+    double Porc_Gan = 0;
+    double Suma_Grid = 0;
+    double Total_Cuantos = 0;
+    QString Fecha_Fila;
+
+    // ---- operations
+    // Runs the procedure with the filters as they stand and fills the grids.
+    virtual void Carga_Estadistica();
+    void Option2_Click(int indice);
+    void Option3_Click(int indice);
+    void Combo1_Click();
+    void GRID_HeadClick(int col);
+    void GRID2_HeadClick(int col);
+
+protected:
+    // ---- what the other screens redefine
+    virtual QString Procedimiento() const { return QStringLiteral("TRU_NewCalk_02_250320"); }
+    virtual void Llena_Combo();
+    // GRID laid out and, here, seeded with the days of the month; then the
+    // other four grids. Each grid's matrix is emptied and bound.
+    virtual void Prepara_Grid();
+    // After the layout of all five grids: captions and widths of a variant.
+    virtual void Retoca_Columnas() {}
+    virtual bool Con_Cuantos() const { return true; }   // GRID2 column 4
+    virtual bool Con_Reloj() const { return true; }     // hourglass during the load
+    virtual bool Cuenta_Filas() const { return true; }  // asks the first set's record count
+    virtual bool Ordena_GRID() const { return true; }
+    virtual bool Ordena_GRID2() const { return true; }
+    // Cell pattern of GRID column 6, footer pattern of column 5, share pattern of GRID5.
+    QString Formato_Gan = QStringLiteral("#,##0.00");
+    QString Formato_Pie_Porc = QStringLiteral("###,##0.00");
+    QString Formato_Porc_Servicio = QStringLiteral("###,##0.00");
+
+    // ---- pieces that the variants share
+    struct DefColumna {
+        const char* titulo;
+        int ancho; // twips
+        Alineacion alineacion;
+    };
+    // Lays out the grid's columns, empties the matrix and binds it.
+    static void Disponer(Rejilla* grid, ::Celdas& celdas, std::initializer_list<DefColumna> columnas);
+    void Prepara_Grid1();
+    void Prepara_Grid2();
+    void Prepara_Grid4();
+    void Prepara_Grid5();
+    // Blanks the footers of columns 0 to 3 of GRID, GRID1, GRID2 and GRID4.
+    void Blanquea_Pies();
+    // Cierra_Rs, then the procedure with the values given, into Rs.
+    void Ejecuta(std::initializer_list<Valor> valores);
+    // Columns 2, 4, 5 and 6 of a row of GRID from the current record, added to the totals.
+    void Escribe_Dia(int fila);
+    // Footers 2, 4, 5 and 6 of GRID.
+    void Pies_Del_Mes();
+    // A set by code into its grid, rows in arrival order: the code, its name,
+    // Suma and its share of `total`; with `cuantos` also column 4. The footer
+    // of column 0 counts the rows when `conteo`; column 2 has Suma_Grid.
+    void Lee_Grupo(Rejilla* grid, ::Celdas& celdas, const QString& campo, const QString& formatoCodigo,
+                   const std::function<QString(const Valor&)>& nombre, double total, const QString& formatoPorc,
+                   bool conteo, bool cuantos);
+    void Lee_Proveedores(double total);
+    void Lee_Clientes(double total);
+    void Lee_Bancos(double total);
+    void Lee_Servicios(double total);
+    // Cierra_Rs, every grid bound anew, the hourglass off.
+    void Termina();
+    // (Suma x 100) / total when Suma > 0, else 0.
+    static double Porcion(double suma, double total);
+    // A division of the run-time: by zero it stops the load.
+    static double Divide(double a, double b);
+
+private:
+    // The clients' names by code, taken from the cache once per load: a year
+    // may list thousands of clients, and Nombre_Cliente searches the cache
+    // from the top for each one.
+    QHash<int, QString> Indice_Clientes() const;
+    void Ordena(Rejilla* grid, ::Celdas& celdas, int col, Celdas::Clave clave, Celdas::Orden orden);
+};
