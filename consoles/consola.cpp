@@ -949,7 +949,7 @@ void Consola::GRABAR_MOVIMIENTOS()
 
     Suma_Recibido = 0;
     m.SQL.clear();
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+    for (int i : Celdas.Filas()) {
         if (!(Celdas(i, 12) == 1))
             continue;
         m.SQL += Sentencia_Fila(i, Hoy, Ahora);
@@ -1015,7 +1015,7 @@ void Consola::BORRAR_MOVIMIENTO()
 void Consola::Fijar_Sin_Marcas()
 {
     // Every unpaid row takes the price, ticked or not; nothing is summed.
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+    for (int i : Celdas.Filas()) {
         if (Celdas(i, 9).Len() != 0)
             continue;
         Text4->setText(Text4->text().replace(QLatin1Char('.'), QLatin1Char(',')));
@@ -1027,7 +1027,7 @@ void Consola::Fijar_Sin_Marcas()
 void Consola::FIJAR_Click()
 {
     Suma_Sel = 0;
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+    for (int i : Celdas.Filas()) {
         if (!(Celdas(i, 17) == -1) || Celdas(i, 9).Len() != 0)
             continue;
         Text4->setText(Text4->text().replace(QLatin1Char('.'), QLatin1Char(',')));
@@ -1043,7 +1043,7 @@ void Consola::FIJAR_Click()
 
 void Consola::Quitar_Marcas()
 {
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i)
+    for (int i : Celdas.Filas())
         Celdas(i, 17) = 0;
 }
 
@@ -1058,12 +1058,13 @@ int Consola::Recorre_Marcadas(const std::function<bool(int)>& marcada)
 {
     int j = 0;
     m.J = j;
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+    if (Celdas.Vacia()) {
+        m.I = -1;
+        MsgBox(QStringLiteral("Error : No hay información para procesar"), Mensajes::vbCritical);
+        return 0;
+    }
+    for (int i : Celdas.Filas()) {
         m.I = i;
-        if (i == -1) {
-            MsgBox(QStringLiteral("Error : No hay información para procesar"), Mensajes::vbCritical);
-            return 0;
-        }
         if (Celdas(i, 17) == -1) {
             if (!marcada(i))
                 return 0;
@@ -1106,7 +1107,7 @@ void Consola::Sumarizar_Click()
 
 void Consola::APLICAR_PAGO()
 {
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+    for (int i : Celdas.Filas()) {
         if (!(Celdas(i, 17) == -1))
             continue;
         m.I = i;
