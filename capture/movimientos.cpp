@@ -193,7 +193,9 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
 
     connect(Fecha1, &QDateEdit::dateChanged, this, [this] { Prepara_Transaccion(); });
     connect(Text2[11], &QLineEdit::textChanged, this, [this] { Letra_Cambiada(); });
-    connect(List1, &QListWidget::itemClicked, this, [this] { List1_Click(); });
+    // A service chosen with the arrow keys, the mouse or by the screen itself:
+    // every change of the current row is a click.
+    connect(List1, &QListWidget::currentRowChanged, this, [this] { List1_Click(); });
     connect(INCLUIR, &QPushButton::clicked, this, [this] { Incluir_Click(); });
     connect(SALIR, &QPushButton::clicked, this, [this] { Unload(); });
     connect(Ver_T, &QPushButton::clicked, this, [this] { principal.Mostrar(QStringLiteral("Form2")); });

@@ -1,7 +1,9 @@
 #include "controles.h"
 
 #include <QKeyEvent>
+#include <QApplication>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTimer>
 
 namespace Controles {
@@ -46,7 +48,38 @@ protected:
     }
 };
 
+// Enter on a focused push button clicks it. Buttons that are a dialog's
+// default or auto-default take Enter already and are left to it.
+class FiltroBotones : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject* o, QEvent* e) override
+    {
+        if (e->type() != QEvent::KeyPress)
+            return false;
+        auto* boton = qobject_cast<QPushButton*>(o);
+        if (!boton || boton->autoDefault() || boton->isDefault() || !boton->isEnabled())
+            return false;
+        const auto* tecla = static_cast<QKeyEvent*>(e);
+        if ((tecla->key() != Qt::Key_Return && tecla->key() != Qt::Key_Enter) || tecla->isAutoRepeat())
+            return false;
+        boton->click();
+        return true;
+    }
+};
+
 } // namespace
+
+void EnterComoEspacio()
+{
+    static QObject* filtro = nullptr;
+    if (filtro || !qApp)
+        return;
+    filtro = new FiltroBotones(qApp);
+    qApp->installEventFilter(filtro);
+}
 
 void AlPulsarEnter(QWidget* campo, std::function<void()> accion, bool quitarTecla)
 {
