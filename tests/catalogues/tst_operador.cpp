@@ -69,6 +69,12 @@ private slots:
         p->GRABAR_IMAGEN->click();
         QCOMPARE(s.base.valor(QStringLiteral("select hex(img) from fotos where cliente = 10000")),
                  QString::fromLatin1(png.toHex().toUpper()));
+
+        // The search ignores capitals and accents, the tilde of Ñ included.
+        p->Text1[5]->setText(QStringLiteral("zulay nañez"));
+        p->Busca->click();
+        QCOMPARE(p->Celdas.UpperBound(1), 0);
+        QCOMPARE(p->Celdas.Value(0, 1).texto(), QStringLiteral("ZULAY ÑAÑEZ"));
     }
 
     void filtro_de_servicio_con_el_teclado_y_al_volver()
