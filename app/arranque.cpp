@@ -15,8 +15,12 @@
 #include "movimientos.h"
 
 #include <QDir>
+#include <new>
 #include <QScreen>
 #include <QFileInfo>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTimer>
@@ -25,6 +29,23 @@ Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv)
 {
     setOrganizationName(QStringLiteral("ControlDePagos"));
     setApplicationName(QStringLiteral("control-pagos"));
+    Carga_Traducciones();
+}
+
+bool Carga_Traducciones()
+{
+    static QTranslator* qt = nullptr;
+    if (qt)
+        return true;
+    auto* traductor = new QTranslator(QCoreApplication::instance());
+    if (!traductor->load(QLocale(QLocale::Spanish, QLocale::Venezuela), QStringLiteral("qtbase"), QStringLiteral("_"),
+                         QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        delete traductor;
+        return false;
+    }
+    QCoreApplication::installTranslator(traductor);
+    qt = traductor;
+    return true;
 }
 
 bool Aplicacion::notify(QObject* receptor, QEvent* evento)
@@ -38,8 +59,10 @@ bool Atiende_Fallo(const std::function<bool()>& accion)
         return accion();
     } catch (const FalloEjecucion& fallo) {
         Mensajes::Reporte_Fallo(fallo);
-    } catch (const std::exception& e) {
-        Mensajes::Reporte_Fallo(FalloEjecucion(51, QString::fromStdString(e.what())));
+    } catch (const std::bad_alloc&) {
+        Mensajes::Reporte_Fallo(FalloEjecucion(7));
+    } catch (const std::exception&) {
+        Mensajes::Reporte_Fallo(FalloEjecucion(51));
     }
     QCoreApplication::exit(1);
     return false;

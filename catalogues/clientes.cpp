@@ -225,7 +225,7 @@ QByteArray Clientes::Lee_Archivo(const QString& ruta)
 {
     QFile archivo(ruta);
     if (!archivo.open(QIODevice::ReadOnly))
-        throw FalloEjecucion(53, QStringLiteral("File not found: ") + ruta);
+        throw FalloEjecucion(53, FalloEjecucion::Texto(53) + QStringLiteral(": ") + ruta);
     return archivo.readAll();
 }
 

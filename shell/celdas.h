@@ -85,7 +85,7 @@ public:
     void ReDim(int primeraFila, int ultimaFila, int primeraCol, int ultimaCol);
 
     // A cell, to read or to write (Value(i, 3) = texto). Outside the bounds:
-    // the run-time failure "Subscript out of range". A reference stays good
+    // the run-time failure "Subíndice fuera del intervalo". A reference stays good
     // until the next ReDim or sort.
     Celda& Value(int fila, int col);
     const Celda& Value(int fila, int col) const;

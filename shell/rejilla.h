@@ -114,7 +114,7 @@ public:
     int Col() const;
     void setCol(int col);
     // The first selected row: with no row selected, the run-time failure
-    // "Subscript out of range", as the original grid gave.
+    // "Subíndice fuera del intervalo", as the original grid gave.
     int SelBookmark0() const;
     // The rows that hold a selected cell, in ascending order.
     QList<int> SelBookmarks() const;

@@ -1,12 +1,16 @@
 // The consoles driven as an operator drives them: a payment taken back and
 // the console by date of payment saved again, and searches typed without
 // capitals or accents.
+#include "arranque.h"
+#include "clientes.h"
+#include "fallo.h"
 #include "form2.h"
 #include "form2_pago.h"
 #include "mesa.h"
 #include "prueba.h"
 
 #include <QLineEdit>
+#include <QPushButton>
 
 namespace {
 
@@ -27,6 +31,18 @@ INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVE
  ('20250310', 6, 12, 10, 10, 1, 3000, '0134', 'X', 300, '1', 2, 1, 2, '', 0.5, 0.4, 0.2, '20250311', '11:30:00', 1, 1, '1'),
  ('20250310', 7, 14, 10, 10, 0, 0, '', '', 0, '1', 2, 1, 100, 'llamar a Ñico', 10, 10, 0, '', '', 0, 0, '0');
 )";
+
+// What the run-time report says when the action fails as the program's top
+// level catches it.
+QString reporte(SesionDePrueba& s, const std::function<void()>& accion)
+{
+    s.mensajes.clear();
+    Atiende_Fallo([&] {
+        accion();
+        return true;
+    });
+    return s.ultimoMensaje();
+}
 
 } // namespace
 
@@ -72,6 +88,36 @@ private slots:
         QCOMPARE(buscar(QStringLiteral("ñico")), QStringList{"PEDRO PENTON"}); // in the note
         QCOMPARE(buscar(QStringLiteral("díaz")), QStringList{"MARIA DIAZ"});
         QVERIFY(buscar(QStringLiteral("peñb")).isEmpty());
+    }
+
+    void reporte_de_fallos_en_castellano()
+    {
+        Mesa<Form2_Pago> c(QString::fromUtf8(kFilas), "Form2_Pago", QDate(2025, 3, 11), QDate(2025, 3, 11));
+        // An amount that is no number, and a service code beyond the services' table.
+        QCOMPARE(reporte(c.s, [&] { c.escribir(0, 5, QStringLiteral("abc")); }),
+                 QStringLiteral("Se ha producido el error '13' en tiempo de ejecución:\n\nNo coinciden los tipos"));
+        QCOMPARE(reporte(c.s, [&] { c.escribir(0, 18, QStringLiteral("150")); }),
+                 QStringLiteral("Se ha producido el error '9' en tiempo de ejecución:\n\nSubíndice fuera del intervalo"));
+
+        // A picture file that is gone by the time it is opened.
+        auto* p = c.s.abrir<Clientes>(QStringLiteral("Clientes"));
+        p->GRID->setBookmark(0);
+        emit p->GRID->Click();
+        const QString ruta = c.s.base.carpeta() + QStringLiteral("/no está.png");
+        p->Dialogo_ShowOpen = [&] { return ruta; };
+        QCOMPARE(reporte(c.s, [&] { p->FOTO->click(); }),
+                 QStringLiteral("Se ha producido el error '53' en tiempo de ejecución:\n\nNo se ha encontrado el archivo: ") +
+                     ruta);
+        // A refusal of the server keeps the server's own words.
+        const auto rechazo = [&] { c.s.m->Conexion.Execute(QStringLiteral("UPDATE tabla_que_no_existe SET x = 1")); };
+        QString delServidor;
+        try {
+            rechazo();
+        } catch (const FalloEjecucion& f) {
+            delServidor = f.texto();
+        }
+        QVERIFY(!delServidor.isEmpty() && delServidor != FalloEjecucion::Texto(0));
+        QVERIFY(reporte(c.s, rechazo).endsWith(QStringLiteral("\n\n") + delServidor));
     }
 };
 

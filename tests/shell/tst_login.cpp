@@ -194,7 +194,7 @@ private slots:
         QCOMPARE(vistos.size(), 1);
         QVERIFY(vistos[0].startsWith(QStringLiteral("16|")));
         QVERIFY(vistos[0].contains(QStringLiteral("'13'")));
-        QVERIFY(vistos[0].contains(QStringLiteral("Type mismatch")));
+        QVERIFY(vistos[0].contains(QStringLiteral("No coinciden los tipos")));
     }
 };
 
