@@ -86,7 +86,7 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
     campo(0, xc, y, 70)->setReadOnly(true);
     y += 34;
     etiqueta(QString::fromUtf8(kEtiquetas[1]), 10, y, 160);
-    campo(1, xc, y, 40);
+    campo(1, xc, y, 40)->setMaxLength(5); // the operator, as its column holds it
     campo(7, xc + 50, y, 260)->setReadOnly(true);
     y += 34;
     etiqueta(QString::fromUtf8(kEtiquetas[2]), 10, y, 160);
@@ -110,7 +110,7 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
     campo(3, xc, y, 70);
     y += 34;
     etiqueta(QString::fromUtf8(kEtiquetas[10]), 10, y, 160);
-    campo(10, xc, y, 380);
+    campo(10, xc, y, 380)->setMaxLength(500); // the note, as its column holds it
     for (int i : {4, 5, 6})
         Text2[i]->setAlignment(Qt::AlignRight);
     QFont negrita = Text2[12]->font();

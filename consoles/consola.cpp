@@ -333,6 +333,11 @@ void Consola::ARMAR_GRID()
     // "Sel" is ticked by a click or the space bar, not typed.
     if (ultima >= 17)
         GRID->Columns(17).setLocked(true);
+    // Texts saved as they are typed take no more than their columns hold:
+    // bank code, reference, operator and note.
+    for (const auto& [col, largo] : {std::pair{9, 10}, {11, 50}, {13, 5}, {22, 500}})
+        if (col <= ultima)
+            GRID->Columns(col).setDataWidth(largo);
 
     Celdas.ReDim(-1, -1, 0, ultima);
 

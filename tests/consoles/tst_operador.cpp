@@ -3,6 +3,7 @@
 // capitals or accents.
 #include "arranque.h"
 #include "clientes.h"
+#include "escribir.h"
 #include "fallo.h"
 #include "form2.h"
 #include "form2_pago.h"
@@ -67,6 +68,15 @@ private slots:
         QCOMPARE(c.bd(QStringLiteral("C_BANCO || '|' || pago"), 5, "20250310"), QStringLiteral("0134|68000.0"));
         QCOMPARE(c.bd(QStringLiteral("pago || '|' || bancozelle"), 6, "20250310"), QStringLiteral("0.0|1"));
         QVERIFY(c.s.mensajes.isEmpty());
+    }
+
+    void textos_de_celda_al_largo_de_su_columna()
+    {
+        Mesa<Form2> c(QString::fromUtf8(kFilas), "Form2", QDate(2025, 3, 10), QDate(2025, 3, 10));
+        escribirEnCelda(*c.p->GRID, 2, 11, QString(60, QLatin1Char('R')));
+        QCOMPARE(c.celda(2, 11), QString(50, QLatin1Char('R')));
+        c.p->ACTUALIZAR->click();
+        QCOMPARE(c.bd(QStringLiteral("length(REFERENCIA)"), 7, QStringLiteral("20250310")), QStringLiteral("50"));
     }
 
     void busquedas_sin_mayusculas_ni_acentos()
