@@ -18,6 +18,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QFontMetrics>
+#include <QStyle>
 #include <QTableView>
 
 #include <cmath>
@@ -304,13 +306,43 @@ std::vector<std::pair<int, int>> Consola::Movidas() const
 
 std::vector<int> Consola::Ocultas() const { return {24, 12}; }
 
-void Consola::ARMAR_GRID()
+std::vector<std::pair<int, QString>> Consola::Montos_Mayores()
 {
-    // Narrowed letters, so that amounts of thousands fit the given widths whole.
+    // Dollars to 99.999,99, bolivars to 99.999.999,99, rates to 9.999,9999,
+    // gains to 9.999,99: the largest the business writes in each column.
+    return {{4, QStringLiteral("99.999,99")},        {5, QStringLiteral("99.999,99")},
+            {8, QStringLiteral("99.999.999,99")},    {15, QStringLiteral("99.999.999,99")},
+            {16, QStringLiteral("9.999,9999")},      {21, QStringLiteral("9.999,99")},
+            {23, QStringLiteral("9.999,99")},        {24, QStringLiteral("9.999,99")}};
+}
+
+bool Consola::Caben_Montos(const QFont& letra) const
+{
+    const QFontMetrics medida(letra);
+    // The cell's text margins on both sides, and the grid line.
+    const int margenes = 2 * (GRID->vista()->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, GRID->vista()) + 1) + 1;
+    for (const auto& [col, monto] : Montos_Mayores())
+        if (medida.horizontalAdvance(monto) + margenes > Pantalla::px(GRID->Columns(col).Width()))
+            return false;
+    return true;
+}
+
+void Consola::Elige_Letra()
+{
+    // Narrowed letters, the largest with which the widest amounts fit their
+    // columns whole (the widths are fixed); the row's height caps them.
     QFont letra = GRID->vista()->font();
     letra.setStretch(QFont::Condensed);
+    int pixeles = 13;
+    letra.setPixelSize(pixeles);
+    while (pixeles > 8 && !Caben_Montos(letra))
+        letra.setPixelSize(--pixeles);
     GRID->vista()->setFont(letra);
-    GRID->setFontSize(12);
+    GRID->setFontSize(pixeles * 72.0 / GRID->logicalDpiY());
+}
+
+void Consola::ARMAR_GRID()
+{
     GRID->setAllowUpdate(true);
     GRID->setRowHeight(300);
     GRID->setColumnFooters(true);
@@ -319,6 +351,7 @@ void Consola::ARMAR_GRID()
     const int ultima = int(columnas.size()) - 1;
     for (int c = 0; c <= ultima; ++c)
         GRID->Columns(c).setWidth(columnas[size_t(c)].ancho);
+    Elige_Letra();
     for (int c = 0; c <= ultima; ++c)
         GRID->Columns(c).setCaption(QString::fromUtf8(columnas[size_t(c)].titulo));
     for (int c = 0; c <= ultima; ++c) {

@@ -10,7 +10,10 @@
 #include "mesa.h"
 #include "prueba.h"
 
+#include <QFontMetrics>
 #include <QLineEdit>
+#include <QStyle>
+#include <QTableView>
 #include <QPushButton>
 
 namespace {
@@ -77,6 +80,23 @@ private slots:
         QCOMPARE(c.celda(2, 11), QString(50, QLatin1Char('R')));
         c.p->ACTUALIZAR->click();
         QCOMPARE(c.bd(QStringLiteral("length(REFERENCIA)"), 7, QStringLiteral("20250310")), QStringLiteral("50"));
+    }
+
+    void montos_grandes_caben_en_sus_columnas()
+    {
+        Mesa<Form2> c(QString::fromUtf8(kFilas), "Form2", QDate(2025, 3, 10), QDate(2025, 3, 10));
+        QTableView* v = c.p->GRID->vista();
+        const QFontMetrics medida(v->font());
+        QVERIFY(medida.height() >= 10); // still letters to read
+        const int margen = v->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, v) + 1;
+        // Rate, estimate, payment, sent and received, gains.
+        for (const auto& [col, monto] : std::vector<std::pair<int, QString>>{{16, "9.999,9999"},
+                                                                             {8, "99.999.999,99"},
+                                                                             {15, "99.999.999,99"},
+                                                                             {4, "99.999,99"},
+                                                                             {5, "99.999,99"},
+                                                                             {23, "9.999,99"}})
+            QVERIFY2(medida.horizontalAdvance(monto) + 2 * margen < v->columnWidth(col), qPrintable(monto));
     }
 
     void busquedas_sin_mayusculas_ni_acentos()
