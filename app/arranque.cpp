@@ -15,15 +15,17 @@
 #include "movimientos.h"
 
 #include <QDir>
-#include <new>
 #include <QScreen>
 #include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QPointer>
 #include <QTranslator>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTimer>
+
+#include <new>
 
 Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv)
 {
@@ -34,7 +36,8 @@ Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv)
 
 bool Carga_Traducciones()
 {
-    static QTranslator* qt = nullptr;
+    // One translator for the application's life; a new application loads anew.
+    static QPointer<QTranslator> qt;
     if (qt)
         return true;
     auto* traductor = new QTranslator(QCoreApplication::instance());

@@ -12,13 +12,13 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QFontMetrics>
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QFontMetrics>
 #include <QStyle>
 #include <QTableView>
 
@@ -310,17 +310,18 @@ std::vector<std::pair<int, QString>> Consola::Montos_Mayores()
 {
     // Dollars to 99.999,99, bolivars to 99.999.999,99, rates to 9.999,9999,
     // gains to 9.999,99: the largest the business writes in each column.
-    return {{4, QStringLiteral("99.999,99")},        {5, QStringLiteral("99.999,99")},
-            {8, QStringLiteral("99.999.999,99")},    {15, QStringLiteral("99.999.999,99")},
-            {16, QStringLiteral("9.999,9999")},      {21, QStringLiteral("9.999,99")},
-            {23, QStringLiteral("9.999,99")},        {24, QStringLiteral("9.999,99")}};
+    return {{4, QStringLiteral("99.999,99")},     {5, QStringLiteral("99.999,99")},
+            {8, QStringLiteral("99.999.999,99")}, {15, QStringLiteral("99.999.999,99")},
+            {16, QStringLiteral("9.999,9999")},   {21, QStringLiteral("9.999,99")},
+            {23, QStringLiteral("9.999,99")},     {24, QStringLiteral("9.999,99")}};
 }
 
 bool Consola::Caben_Montos(const QFont& letra) const
 {
     const QFontMetrics medida(letra);
     // The cell's text margins on both sides, and the grid line.
-    const int margenes = 2 * (GRID->vista()->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, GRID->vista()) + 1) + 1;
+    const QTableView* vista = GRID->vista();
+    const int margenes = 2 * (vista->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, vista) + 1) + 1;
     for (const auto& [col, monto] : Montos_Mayores())
         if (medida.horizontalAdvance(monto) + margenes > Pantalla::px(GRID->Columns(col).Width()))
             return false;

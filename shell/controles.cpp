@@ -1,8 +1,9 @@
 #include "controles.h"
 
-#include <QKeyEvent>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QTimer>
 
@@ -74,7 +75,7 @@ protected:
 
 void EnterComoEspacio()
 {
-    static QObject* filtro = nullptr;
+    static QPointer<QObject> filtro; // gone with the application that owns it
     if (filtro || !qApp)
         return;
     filtro = new FiltroBotones(qApp);

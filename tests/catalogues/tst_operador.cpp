@@ -20,12 +20,15 @@ private slots:
     void rejillas_sin_filas_se_graban_y_ordenan()
     {
         SesionDePrueba s;
-        s.base.sql(QStringLiteral("DELETE FROM conceptos"));
-        auto* c = s.abrir<CONCEPTOS>(QStringLiteral("CONCEPTOS"));
-        QVERIFY(c->Celdas.Vacia());
-        QCOMPARE(c->GRID->vista()->model()->rowCount(), 0);
-        c->MODIFICAR->click(); // no row marked: no call, and the grid reloads
-        QVERIFY(c->Celdas.Vacia());
+        // Empty tables, as on a new SQL Server database.
+        s.base.sql(QStringLiteral("DELETE FROM conceptos; DELETE FROM proveedor; DELETE FROM bancos_zelle"));
+        for (const char* nombre : {"CONCEPTOS", "Proveedores", "BANCOS_ZELLE"}) {
+            auto* c = static_cast<Catalogo*>(s.principal->Mostrar(QString::fromLatin1(nombre)));
+            QVERIFY(c->Celdas.Vacia());
+            QCOMPARE(c->GRID->vista()->model()->rowCount(), 0);
+            c->MODIFICAR->click(); // no row marked: no call, and the grid reloads
+            QVERIFY(c->Celdas.Vacia());
+        }
 
         // A search that finds nobody leaves an empty grid that sorts and saves.
         auto* p = s.abrir<Clientes>(QStringLiteral("Clientes"));
