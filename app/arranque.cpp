@@ -31,10 +31,13 @@
 #include <QLocale>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPointer>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTimer>
 #include <QTranslator>
+
+#include <new>
 
 Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv)
 {
@@ -44,11 +47,24 @@ Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv)
     // The icon and the menu entry of the installed package.
     setDesktopFileName(QStringLiteral("control-pagos"));
     setWindowIcon(QIcon::fromTheme(QStringLiteral("control-pagos")));
-    // Qt's own dialogs (files, printing) in Spanish, from Qt's translations.
-    auto* qt = new QTranslator(this);
-    if (qt->load(QLocale(QLocale::Spanish), QStringLiteral("qtbase"), QStringLiteral("_"),
-                 QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        installTranslator(qt);
+    Carga_Traducciones();
+}
+
+bool Carga_Traducciones()
+{
+    // One translator for the application's life; a new application loads anew.
+    static QPointer<QTranslator> qt;
+    if (qt)
+        return true;
+    auto* traductor = new QTranslator(QCoreApplication::instance());
+    if (!traductor->load(QLocale(QLocale::Spanish, QLocale::Venezuela), QStringLiteral("qtbase"), QStringLiteral("_"),
+                         QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        delete traductor;
+        return false;
+    }
+    QCoreApplication::installTranslator(traductor);
+    qt = traductor;
+    return true;
 }
 
 bool Aplicacion::notify(QObject* receptor, QEvent* evento)
@@ -62,8 +78,10 @@ bool Atiende_Fallo(const std::function<bool()>& accion)
         return accion();
     } catch (const FalloEjecucion& fallo) {
         Mensajes::Reporte_Fallo(fallo);
-    } catch (const std::exception& e) {
-        Mensajes::Reporte_Fallo(FalloEjecucion(51, QString::fromStdString(e.what())));
+    } catch (const std::bad_alloc&) {
+        Mensajes::Reporte_Fallo(FalloEjecucion(7));
+    } catch (const std::exception&) {
+        Mensajes::Reporte_Fallo(FalloEjecucion(51));
     }
     QCoreApplication::exit(1);
     return false;

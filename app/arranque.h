@@ -22,6 +22,10 @@ public:
     bool notify(QObject* receptor, QEvent* evento) override;
 };
 
+// Qt's own words (file dialog, standard buttons) in Spanish, from the
+// translations installed with Qt; true when they were found.
+bool Carga_Traducciones();
+
 // Runs an action; a failure shows the run-time report and ends the program
 // with status 1 (every event of the program runs through here).
 bool Atiende_Fallo(const std::function<bool()>& accion);

@@ -56,7 +56,7 @@ Dialogo::Dialogo(Module1& modulo, QWidget* padre) : QDialog(padre), m(modulo)
     // The name comes from the code, and the operator may still correct it.
     campo(3, 222, 78, 236, false);
     etiqueta("Referencia", 112);
-    campo(2, 145, 112, 200, false);
+    campo(2, 145, 112, 200, false)->setMaxLength(50); // as the transaction's reference holds it
     setTabOrder(Text2[1], Text2[2]);
     setTabOrder(Text2[2], Text2[3]);
 

@@ -90,7 +90,7 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
     campo(0, xc, y, 70)->setReadOnly(true);
     y += 34;
     etiqueta(QString::fromUtf8(kEtiquetas[1]), 10, y, 160);
-    campo(1, xc, y, 40);
+    campo(1, xc, y, 40)->setMaxLength(5); // the operator, as its column holds it
     campo(7, xc + 50, y, 260)->setReadOnly(true);
     y += 34;
     etiqueta(QString::fromUtf8(kEtiquetas[2]), 10, y, 160);
@@ -114,7 +114,7 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
     campo(3, xc, y, 70);
     y += 34;
     etiqueta(QString::fromUtf8(kEtiquetas[10]), 10, y, 160);
-    campo(10, xc, y, 380);
+    campo(10, xc, y, 380)->setMaxLength(500); // the note, as its column holds it
     for (int i : {4, 5, 6})
         Text2[i]->setAlignment(Qt::AlignRight);
     QFont negrita = Text2[12]->font();
@@ -197,7 +197,9 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
 
     connect(Fecha1, &QDateEdit::dateChanged, this, [this] { Prepara_Transaccion(); });
     connect(Text2[11], &QLineEdit::textChanged, this, [this] { Letra_Cambiada(); });
-    connect(List1, &QListWidget::itemClicked, this, [this] { List1_Click(); });
+    // A service chosen with the arrow keys, the mouse or by the screen itself:
+    // every change of the current row is a click.
+    connect(List1, &QListWidget::currentRowChanged, this, [this] { List1_Click(); });
     connect(INCLUIR, &QPushButton::clicked, this, [this] { Incluir_Click(); });
     connect(SALIR, &QPushButton::clicked, this, [this] { Unload(); });
     connect(Ver_T, &QPushButton::clicked, this, [this] { principal.Mostrar(QStringLiteral("Form2")); });

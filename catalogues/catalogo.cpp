@@ -124,7 +124,7 @@ QList<Valor> Catalogo::Valores_Modificar(int fila)
 void Catalogo::MODIFICAR_Click()
 {
     GRID->Update();
-    for (int fila = Celdas.LowerBound(1); fila <= Celdas.UpperBound(1); ++fila)
+    for (int fila : Celdas.Filas())
         if (Celdas.Value(fila, bandera_).esVerdadero())
             Llama(modifica_, Valores_Modificar(fila));
     Recarga(recargaCache_);

@@ -40,7 +40,9 @@ Clientes::Clientes(Module1& modulo, MDIForm1& p)
     etiqueta(4, QStringLiteral("Busqueda"), 10, 12, 80);
     campo(5, QStringLiteral("Busqueda"), 90, 12, 250);
     Busca = boton(QStringLiteral("Busca"), QStringLiteral("Buscar"), 345, 9, 90);
-    campo(6, QStringLiteral("Filas"), 445, 12, 60, 4)->setReadOnly(true);
+    // The count, the client's code and the picture's path are written by the
+    // screen, never typed: no length limit cuts what the screen writes there.
+    campo(6, QStringLiteral("Filas"), 445, 12, 60)->setReadOnly(true);
     rejilla(10, 46, 495, 484);
     Command1 = boton(QStringLiteral("Command1"), QStringLiteral("Fila 1"), 10, 540, 120);
     Ultimo = boton(QStringLiteral("Ultimo"), QStringLiteral("Ultima Fila"), 140, 540, 120);
@@ -63,7 +65,7 @@ Clientes::Clientes(Module1& modulo, MDIForm1& p)
     // ---- the photograph, right
     const int xf = 785;
     etiqueta(8, QStringLiteral("Cliente ="), xf, 12, 75);
-    campo(9, QStringLiteral("Cliente"), xf + 80, 12, 60, 4)->setReadOnly(true);
+    campo(9, QStringLiteral("Cliente"), xf + 80, 12, 60)->setReadOnly(true);
     Imagen = new QLabel(this);
     Imagen->setGeometry(xf, 44, 260, 325);
     Imagen->setAlignment(Qt::AlignCenter);
@@ -78,7 +80,7 @@ Clientes::Clientes(Module1& modulo, MDIForm1& p)
     Text2->hide();
     FOTO = boton(QStringLiteral("FOTO"), QStringLiteral("Buscar Foto"), xf, 378, 125);
     GRABAR_IMAGEN = boton(QStringLiteral("GRABAR_IMAGEN"), QStringLiteral("Grabar Foto"), xf + 135, 378, 125);
-    campo(7, QStringLiteral("Archivo de la foto"), xf, 416, 260, 40)->setReadOnly(true);
+    campo(7, QStringLiteral("Archivo de la foto"), xf, 416, 260)->setReadOnly(true);
     Check1 = new QCheckBox(QStringLiteral("Foto Grande"), this);
     Check1->setGeometry(xf, 450, 200, 24);
     Controles::Nombrar(Check1, QStringLiteral("Check1"), QStringLiteral("Foto Grande"));
@@ -98,7 +100,9 @@ Clientes::Clientes(Module1& modulo, MDIForm1& p)
                                             QStringLiteral("Fotos (*.jpg *.jpeg *.png);;Todos los archivos (*)"));
     };
 
-    connect(List1, &QListWidget::itemClicked, this, [this] { List1_Click(); });
+    // The arrow keys choose as the mouse does, and the screen's own choice of
+    // item 0 at activation is a click too: it puts the filter back to all.
+    connect(List1, &QListWidget::currentRowChanged, this, [this] { List1_Click(); });
     connect(CONSULTAR, &QPushButton::clicked, this, [this] { Carga_Grid(); });
     connect(Busca, &QPushButton::clicked, this, [this] { Busca_Click(); });
     connect(Command1, &QPushButton::clicked, this, [this] { GRID->setBookmark(0); });
@@ -221,7 +225,7 @@ QByteArray Clientes::Lee_Archivo(const QString& ruta)
 {
     QFile archivo(ruta);
     if (!archivo.open(QIODevice::ReadOnly))
-        throw FalloEjecucion(53, QStringLiteral("File not found: ") + ruta);
+        throw FalloEjecucion(53, FalloEjecucion::Texto(53) + QStringLiteral(": ") + ruta);
     return archivo.readAll();
 }
 

@@ -12,12 +12,14 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QFontMetrics>
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStyle>
 #include <QTableView>
 
 #include <cmath>
@@ -304,13 +306,44 @@ std::vector<std::pair<int, int>> Consola::Movidas() const
 
 std::vector<int> Consola::Ocultas() const { return {24, 12}; }
 
-void Consola::ARMAR_GRID()
+std::vector<std::pair<int, QString>> Consola::Montos_Mayores()
 {
-    // Narrowed letters, so that amounts of thousands fit the given widths whole.
+    // Dollars to 99.999,99, bolivars to 99.999.999,99, rates to 9.999,9999,
+    // gains to 9.999,99: the largest the business writes in each column.
+    return {{4, QStringLiteral("99.999,99")},     {5, QStringLiteral("99.999,99")},
+            {8, QStringLiteral("99.999.999,99")}, {15, QStringLiteral("99.999.999,99")},
+            {16, QStringLiteral("9.999,9999")},   {21, QStringLiteral("9.999,99")},
+            {23, QStringLiteral("9.999,99")},     {24, QStringLiteral("9.999,99")}};
+}
+
+bool Consola::Caben_Montos(const QFont& letra) const
+{
+    const QFontMetrics medida(letra);
+    // The cell's text margins on both sides, and the grid line.
+    const QTableView* vista = GRID->vista();
+    const int margenes = 2 * (vista->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, vista) + 1) + 1;
+    for (const auto& [col, monto] : Montos_Mayores())
+        if (medida.horizontalAdvance(monto) + margenes > Pantalla::px(GRID->Columns(col).Width()))
+            return false;
+    return true;
+}
+
+void Consola::Elige_Letra()
+{
+    // Narrowed letters, the largest with which the widest amounts fit their
+    // columns whole (the widths are fixed); the row's height caps them.
     QFont letra = GRID->vista()->font();
     letra.setStretch(QFont::Condensed);
+    int pixeles = 13;
+    letra.setPixelSize(pixeles);
+    while (pixeles > 8 && !Caben_Montos(letra))
+        letra.setPixelSize(--pixeles);
     GRID->vista()->setFont(letra);
-    GRID->setFontSize(12);
+    GRID->setFontSize(pixeles * 72.0 / GRID->logicalDpiY());
+}
+
+void Consola::ARMAR_GRID()
+{
     GRID->setAllowUpdate(true);
     GRID->setRowHeight(300);
     GRID->setColumnFooters(true);
@@ -319,6 +352,7 @@ void Consola::ARMAR_GRID()
     const int ultima = int(columnas.size()) - 1;
     for (int c = 0; c <= ultima; ++c)
         GRID->Columns(c).setWidth(columnas[size_t(c)].ancho);
+    Elige_Letra();
     for (int c = 0; c <= ultima; ++c)
         GRID->Columns(c).setCaption(QString::fromUtf8(columnas[size_t(c)].titulo));
     for (int c = 0; c <= ultima; ++c) {
@@ -333,6 +367,11 @@ void Consola::ARMAR_GRID()
     // "Sel" is ticked by a click or the space bar, not typed.
     if (ultima >= 17)
         GRID->Columns(17).setLocked(true);
+    // Texts saved as they are typed take no more than their columns hold:
+    // bank code, reference, operator and note.
+    for (const auto& [col, largo] : {std::pair{9, 10}, {11, 50}, {13, 5}, {22, 500}})
+        if (col <= ultima)
+            GRID->Columns(col).setDataWidth(largo);
 
     Celdas.ReDim(-1, -1, 0, ultima);
 
@@ -950,7 +989,7 @@ void Consola::GRABAR_MOVIMIENTOS()
     Suma_Recibido = 0;
     m.SQL.clear();
     int filas = 0;
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+    for (int i : Celdas.Filas()) {
         if (!(Celdas(i, 12) == 1))
             continue;
         m.SQL += Sentencia_Fila(i, Hoy, Ahora);
@@ -1017,7 +1056,7 @@ void Consola::BORRAR_MOVIMIENTO()
 void Consola::Fijar_Sin_Marcas()
 {
     // Every unpaid row takes the price, ticked or not; nothing is summed.
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+    for (int i : Celdas.Filas()) {
         if (Celdas(i, 9).Len() != 0)
             continue;
         Text4->setText(Text4->text().replace(QLatin1Char('.'), QLatin1Char(',')));
@@ -1029,7 +1068,7 @@ void Consola::Fijar_Sin_Marcas()
 void Consola::FIJAR_Click()
 {
     Suma_Sel = 0;
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+    for (int i : Celdas.Filas()) {
         if (!(Celdas(i, 17) == -1) || Celdas(i, 9).Len() != 0)
             continue;
         Text4->setText(Text4->text().replace(QLatin1Char('.'), QLatin1Char(',')));
@@ -1045,7 +1084,7 @@ void Consola::FIJAR_Click()
 
 void Consola::Quitar_Marcas()
 {
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i)
+    for (int i : Celdas.Filas())
         Celdas(i, 17) = 0;
 }
 
@@ -1060,12 +1099,13 @@ int Consola::Recorre_Marcadas(const std::function<bool(int)>& marcada)
 {
     int j = 0;
     m.J = j;
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+    if (Celdas.Vacia()) {
+        m.I = -1;
+        MsgBox(QStringLiteral("Error : No hay información para procesar"), Mensajes::vbCritical);
+        return 0;
+    }
+    for (int i : Celdas.Filas()) {
         m.I = i;
-        if (i == -1) {
-            MsgBox(QStringLiteral("Error : No hay información para procesar"), Mensajes::vbCritical);
-            return 0;
-        }
         if (Celdas(i, 17) == -1) {
             if (!marcada(i))
                 return 0;
@@ -1108,7 +1148,7 @@ void Consola::Sumarizar_Click()
 
 void Consola::APLICAR_PAGO()
 {
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+    for (int i : Celdas.Filas()) {
         if (!(Celdas(i, 17) == -1))
             continue;
         m.I = i;

@@ -26,6 +26,7 @@
 #include "recibo.h"
 #include "rejilla.h"
 
+#include <QFont>
 #include <QString>
 #include <array>
 #include <functional>
@@ -97,6 +98,10 @@ public:
 
     // ---- operations
     void ARMAR_GRID();
+    // The grid's letters: see Elige_Letra.
+    static std::vector<std::pair<int, QString>> Montos_Mayores();
+    bool Caben_Montos(const QFont& letra) const;
+    void Elige_Letra();
     void CONSULTAR();
     void GRID_AfterColEdit(int col);
     void GRID_HeadClick(int col);

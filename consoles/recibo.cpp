@@ -152,8 +152,8 @@ void Recibo::DIBUJAR_RECIBO(QPainter& p)
 void Recibo::COPIAR()
 {
     if (Recibo_Origen.isEmpty() || !QFile::exists(Recibo_Origen))
-        throw FalloEjecucion(53, QStringLiteral("File not found"));
+        throw FalloEjecucion(53);
     QFile::remove(Recibo_Destino);
     if (!QFile::copy(Recibo_Origen, Recibo_Destino))
-        throw FalloEjecucion(75, QStringLiteral("Path/File access error"));
+        throw FalloEjecucion(75);
 }

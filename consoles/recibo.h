@@ -42,7 +42,7 @@ public:
     // The lines of the receipt from the top of the page, each under the last.
     void DIBUJAR_RECIBO(QPainter& p);
     // Copies the printed file over its named copy; without the file, the
-    // run-time failure "File not found".
+    // run-time failure "No se ha encontrado el archivo".
     void COPIAR();
 
 private:

@@ -10,39 +10,44 @@
 -- 'yyyy-mm-dd hh:mm:ss', the form GETDATE() gives, which sorts as it reads;
 -- only dolar and dolar_NEW, whose Fecha the screens show raw, keep it as
 -- the screen shows it, 'dd/mm/yyyy hh:mm:ss'.
+--
+-- A text column with CHECK (length(x) <= N) is varchar(N) on SQL Server, and
+-- refuses a longer text here as SQL Server does; a text column without one
+-- is varchar(max). The procedures cut names to their parameters' lengths, and
+-- the screens' fields take no more than their columns hold.
 
 -- One transfer: a client sends dollars through a service; a provider later pays
 -- the bolivars through a bank. The entry screen inserts the 28 values by
 -- position, so the order of the columns is fixed and no column may be added.
 CREATE TABLE MOVIMIENTOS (
-    FECHA          TEXT    NOT NULL,               -- yyyymmdd of the transaction
+    FECHA          TEXT    NOT NULL CHECK (length(FECHA) <= 8),  -- yyyymmdd of the transaction
     SECUENCIA      INTEGER NOT NULL,               -- 1..n within the date
     C_CLIENTE      INTEGER NOT NULL DEFAULT 0,
     enviado        REAL    NOT NULL DEFAULT 0,     -- dollars (or the service's currency) sent
     recibido       REAL    NOT NULL DEFAULT 0,     -- dollars that arrive after the service's cut
     C_PROVEEDOR    INTEGER NOT NULL DEFAULT 0,     -- 0: no provider yet
     pago           REAL    NOT NULL DEFAULT 0,     -- bolivars paid
-    C_BANCO        TEXT    NOT NULL DEFAULT '',    -- '' unpaid, '7777' returned, else the paying bank's code
-    REFERENCIA     TEXT    NOT NULL DEFAULT '',
+    C_BANCO        TEXT    NOT NULL DEFAULT '' CHECK (length(C_BANCO) <= 10),  -- '' unpaid, '7777' returned, else the paying bank's code
+    REFERENCIA     TEXT    NOT NULL DEFAULT '' CHECK (length(REFERENCIA) <= 50),
     confirmacion   REAL    NOT NULL DEFAULT 0,     -- rate at which the row was paid
-    operadora      TEXT    NOT NULL DEFAULT '',    -- '1' or '2'
+    operadora      TEXT    NOT NULL DEFAULT '' CHECK (length(operadora) <= 5),  -- '1' or '2'
     tipo_operacion INTEGER NOT NULL DEFAULT 2,     -- 1 pago movil, 2 transferencia, 3 transferencia directa
     tipo_servicio  INTEGER NOT NULL DEFAULT 0,     -- code of servicios
     reservado1     INTEGER NOT NULL DEFAULT 0,     -- the five reserved places keep the positional shape
-    reservado2     TEXT    NOT NULL DEFAULT '',
+    reservado2     TEXT    NOT NULL DEFAULT '' CHECK (length(reservado2) <= 20),
     reservado3     INTEGER NOT NULL DEFAULT 0,
     reservado4     INTEGER NOT NULL DEFAULT 0,
-    reservado5     TEXT    NOT NULL DEFAULT '',
+    reservado5     TEXT    NOT NULL DEFAULT '' CHECK (length(reservado5) <= 20),
     ganancia       REAL    NOT NULL DEFAULT 100,   -- percentage of gain; 100 while unpaid
-    obs            TEXT    NOT NULL DEFAULT '',
+    obs            TEXT    NOT NULL DEFAULT '' CHECK (length(obs) <= 500),
     g1             REAL    NOT NULL DEFAULT 0,     -- gain in dollars, whole
     g2             REAL    NOT NULL DEFAULT 0,     -- the business's part
     g3             REAL    NOT NULL DEFAULT 0,     -- the provider's part
-    fecha_pago     TEXT    NOT NULL DEFAULT '',    -- yyyymmdd of the payment, '' while unpaid
-    hora_pago      TEXT    NOT NULL DEFAULT '',    -- hh:mm:ss of the payment
+    fecha_pago     TEXT    NOT NULL DEFAULT '' CHECK (length(fecha_pago) <= 8),  -- yyyymmdd of the payment, '' while unpaid
+    hora_pago      TEXT    NOT NULL DEFAULT '' CHECK (length(hora_pago) <= 8),  -- hh:mm:ss of the payment
     dolar1         REAL    NOT NULL DEFAULT 0,     -- reference dollar at the payment
     dolar2         REAL    NOT NULL DEFAULT 0,     -- base USDT price at the payment
-    bancozelle     TEXT    NOT NULL DEFAULT '',    -- one-character code of the Zelle bank
+    bancozelle     TEXT    NOT NULL DEFAULT '' CHECK (length(bancozelle) <= 5),  -- one-character code of the Zelle bank
     PRIMARY KEY (FECHA, SECUENCIA)
 ) STRICT;
 -- The console by date of payment.
@@ -65,7 +70,7 @@ CREATE INDEX movimientos_servicio ON MOVIMIENTOS (tipo_servicio, FECHA, C_BANCO,
 -- Venezuelan banks through which the bolivars are paid, by their 4-digit code.
 CREATE TABLE bancos (
     C_Banco INTEGER PRIMARY KEY,
-    D_banco TEXT NOT NULL DEFAULT ''
+    D_banco TEXT NOT NULL DEFAULT '' CHECK (length(D_banco) <= 60)
 ) STRICT;
 
 -- Banks in the United States that receive the Zelle transfers. The client keeps
@@ -73,14 +78,14 @@ CREATE TABLE bancos (
 -- stores one character of it.
 CREATE TABLE bancos_zelle (
     C_Banco INTEGER PRIMARY KEY,
-    D_banco TEXT NOT NULL DEFAULT ''
+    D_banco TEXT NOT NULL DEFAULT '' CHECK (length(D_banco) <= 60)
 ) STRICT;
 
 -- Clients; Revisar '9999' marks a client under review (warning picture on entry).
 CREATE TABLE clientes (
     C_CLIENTE INTEGER PRIMARY KEY,
-    D_cliente TEXT NOT NULL DEFAULT '',
-    Revisar   TEXT NOT NULL DEFAULT ''
+    D_cliente TEXT NOT NULL DEFAULT '' CHECK (length(D_cliente) <= 60),
+    Revisar   TEXT NOT NULL DEFAULT '' CHECK (length(Revisar) <= 10)
 ) STRICT;
 CREATE INDEX clientes_nombre ON clientes (D_cliente COLLATE NOCASE);
 
@@ -96,8 +101,8 @@ CREATE TABLE fotos (
 -- their gift balance regalo at each payment run, ultregalo the last credit.
 CREATE TABLE proveedor (
     C_proveedor INTEGER PRIMARY KEY,
-    D_proveedor TEXT    NOT NULL DEFAULT '',
-    clave_pro   TEXT    NOT NULL DEFAULT '',
+    D_proveedor TEXT    NOT NULL DEFAULT '' CHECK (length(D_proveedor) <= 60),
+    clave_pro   TEXT    NOT NULL DEFAULT '' CHECK (length(clave_pro) <= 10),
     porgan      REAL    NOT NULL DEFAULT 0,    -- the client keeps its whole part
     Comision    REAL    NOT NULL DEFAULT 0,
     regalo      REAL    NOT NULL DEFAULT 0,
@@ -107,7 +112,7 @@ CREATE TABLE proveedor (
 -- Payment concepts printed on the receipts.
 CREATE TABLE conceptos (
     C_CONCEPTO INTEGER PRIMARY KEY,
-    D_CONCEPTO TEXT NOT NULL DEFAULT ''
+    D_CONCEPTO TEXT NOT NULL DEFAULT '' CHECK (length(D_CONCEPTO) <= 100)
 ) STRICT;
 
 -- Services through which clients send money. The client keeps them by code
@@ -118,12 +123,12 @@ CREATE TABLE conceptos (
 -- uniqueness is checked by the client. St_servicio is a free status text.
 CREATE TABLE servicios (
     C_SERVIcio  INTEGER PRIMARY KEY,
-    D_SERVIcio  TEXT    NOT NULL DEFAULT '',
+    D_SERVIcio  TEXT    NOT NULL DEFAULT '' CHECK (length(D_SERVIcio) <= 60),
     porcentaje  REAL    NOT NULL DEFAULT 0,
     decimales   INTEGER NOT NULL DEFAULT 2,
     sw_calculos INTEGER NOT NULL DEFAULT 1,
     letra       TEXT    NOT NULL DEFAULT '' CHECK (length(letra) <= 1),
-    St_servicio TEXT    NOT NULL DEFAULT 'A',
+    St_servicio TEXT    NOT NULL DEFAULT 'A' CHECK (length(St_servicio) <= 10),
     MONTO       REAL    NOT NULL DEFAULT 0        -- bolivars per unit sent, the service's rate of the day
 ) STRICT;
 
@@ -133,7 +138,7 @@ CREATE TABLE servicios (
 -- compra / base. The client indexes them, and the equivalences, 0 to 100 as well.
 CREATE TABLE servicios_usdt (
     C_SERVIcio   INTEGER PRIMARY KEY,
-    D_SERVIcio   TEXT    NOT NULL DEFAULT '',
+    D_SERVIcio   TEXT    NOT NULL DEFAULT '' CHECK (length(D_SERVIcio) <= 60),
     compra       REAL    NOT NULL DEFAULT 0,
     venta        REAL    NOT NULL DEFAULT 0,
     equivalencia INTEGER NOT NULL DEFAULT 0,
@@ -142,7 +147,7 @@ CREATE TABLE servicios_usdt (
 
 -- The business's parameters: one row, read by TRU_PARAMETROS.
 CREATE TABLE parametros (
-    Clave              TEXT NOT NULL DEFAULT '',   -- access code of the program
+    Clave              TEXT NOT NULL DEFAULT '' CHECK (length(Clave) <= 20),  -- access code of the program
     Fecha              TEXT NOT NULL DEFAULT '',   -- last store of the service rates
     Fecha_Compraventas TEXT NOT NULL DEFAULT '',   -- last store of the USDT prices
     Dolar              REAL NOT NULL DEFAULT 0     -- the day's dollar
@@ -166,10 +171,10 @@ CREATE TABLE dolar_NEW (
 -- Messages about providers shown on the rate panel.
 CREATE TABLE notificaciones (
     Codigo_proveedor INTEGER NOT NULL DEFAULT 0,
-    Nombre           TEXT    NOT NULL DEFAULT '',
-    titulo           TEXT    NOT NULL DEFAULT '',
-    mensaje          TEXT    NOT NULL DEFAULT '',
+    Nombre           TEXT    NOT NULL DEFAULT '' CHECK (length(Nombre) <= 60),
+    titulo           TEXT    NOT NULL DEFAULT '' CHECK (length(titulo) <= 100),
+    mensaje          TEXT    NOT NULL DEFAULT '' CHECK (length(mensaje) <= 500),
     Fecha            TEXT    NOT NULL DEFAULT '',
-    tipo             TEXT    NOT NULL DEFAULT '',
-    leida            TEXT    NOT NULL DEFAULT 'NO'
+    tipo             TEXT    NOT NULL DEFAULT '' CHECK (length(tipo) <= 30),
+    leida            TEXT    NOT NULL DEFAULT 'NO' CHECK (length(leida) <= 5)
 ) STRICT;

@@ -70,6 +70,10 @@ QString Format(const Celda& celda, const QString& patron)
 
 void Celdas::ReDim(int primeraFila, int ultimaFila, int primeraCol, int ultimaCol)
 {
+    // Emptying: bounds -1 to -1, kept as a last row before the first, so no cell.
+    vacia_ = primeraFila == -1 && ultimaFila == -1;
+    if (vacia_)
+        ultimaFila = -2;
     const int filas = std::max(0, ultimaFila - primeraFila + 1);
     const int columnas = std::max(0, ultimaCol - primeraCol + 1);
     if (primeraCol != primeraCol_ || ultimaCol != ultimaCol_) {
@@ -134,7 +138,7 @@ int Celdas::LowerBound(int dimension) const
 int Celdas::UpperBound(int dimension) const
 {
     if (dimension == 1)
-        return ultimaFila_;
+        return vacia_ ? -1 : ultimaFila_;
     if (dimension == 2)
         return ultimaCol_;
     throw FalloEjecucion::fueraDeRango();
@@ -175,8 +179,8 @@ bool menorNumerica(const ClaveNumerica& a, const ClaveNumerica& b)
 
 void Celdas::QuickSort(int primera, int ultima, int col, Clave clave, Orden orden)
 {
-    if (primera > ultima)
-        return;
+    if (primera > ultima || vacia_)
+        return; // no rows to sort
     if (!dentro(primera, col) || !dentro(ultima, col))
         throw FalloEjecucion::fueraDeRango();
     const int n = ultima - primera + 1;

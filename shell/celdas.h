@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <concepts>
+#include <ranges>
 #include <variant>
 #include <vector>
 
@@ -76,14 +77,15 @@ public:
     Celdas() { ReDim(-1, -1, 0, 0); }
 
     // Sets the bounds; cells that stay inside keep their content, the others
-    // are dropped, new cells are empty. ReDim(-1, -1, 0, n) empties the matrix:
-    // it then holds one blank row, -1, that no grid shows, so that a walk
-    // from LowerBound(1) to UpperBound(1) meets no marked row. Growing the
-    // last row by one with the same columns costs amortised constant time.
+    // are dropped, new cells are empty. ReDim(-1, -1, 0, n) empties the
+    // matrix: its row bounds are then -1 and -1 but it holds no cell at all,
+    // so a walk over Filas() visits nothing and a sort has nothing to move.
+    // Growing the last row by one with the same columns costs amortised
+    // constant time.
     void ReDim(int primeraFila, int ultimaFila, int primeraCol, int ultimaCol);
 
     // A cell, to read or to write (Value(i, 3) = texto). Outside the bounds:
-    // the run-time failure "Subscript out of range". A reference stays good
+    // the run-time failure "Subíndice fuera del intervalo". A reference stays good
     // until the next ReDim or sort.
     Celda& Value(int fila, int col);
     const Celda& Value(int fila, int col) const;
@@ -99,6 +101,10 @@ public:
     int UpperBound(int dimension) const;
     // Rows from 0 to the last row: what a grid shows. 0 when empty.
     int filas() const { return ultimaFila_ < 0 ? 0 : ultimaFila_ - std::max(primeraFila_, 0) + 1; }
+    // True after ReDim(-1, -1, ...): bounds -1 to -1 and no cell.
+    bool Vacia() const { return vacia_; }
+    // The rows of a walk, LowerBound(1) to UpperBound(1); none when empty.
+    auto Filas() const { return std::views::iota(primeraFila_, std::max(primeraFila_, ultimaFila_ + 1)); }
 
     // Sorts rows primera to ultima by the column, whole rows moving together;
     // rows with equal keys keep their order. With Clave::Texto the cells'
@@ -113,6 +119,8 @@ private:
     // neither moves cells.
     using Fila = std::vector<Celda>;
     std::vector<Fila> filas_;
+    // An empty matrix keeps ultimaFila_ below primeraFila_, so it has no row.
     int primeraFila_ = 0, ultimaFila_ = -1, primeraCol_ = 0, ultimaCol_ = -1;
     int columnas_ = 0;
+    bool vacia_ = false;
 };

@@ -1,7 +1,10 @@
 #include "controles.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
 #include <QTimer>
 
 namespace Controles {
@@ -46,7 +49,38 @@ protected:
     }
 };
 
+// Enter on a focused push button clicks it. Buttons that are a dialog's
+// default or auto-default take Enter already and are left to it.
+class FiltroBotones : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject* o, QEvent* e) override
+    {
+        if (e->type() != QEvent::KeyPress)
+            return false;
+        auto* boton = qobject_cast<QPushButton*>(o);
+        if (!boton || boton->autoDefault() || boton->isDefault() || !boton->isEnabled())
+            return false;
+        const auto* tecla = static_cast<QKeyEvent*>(e);
+        if ((tecla->key() != Qt::Key_Return && tecla->key() != Qt::Key_Enter) || tecla->isAutoRepeat())
+            return false;
+        boton->click();
+        return true;
+    }
+};
+
 } // namespace
+
+void EnterComoEspacio()
+{
+    static QPointer<QObject> filtro; // gone with the application that owns it
+    if (filtro || !qApp)
+        return;
+    filtro = new FiltroBotones(qApp);
+    qApp->installEventFilter(filtro);
+}
 
 void AlPulsarEnter(QWidget* campo, std::function<void()> accion, bool quitarTecla)
 {

@@ -14,6 +14,9 @@ namespace Controles {
 // goes no further; otherwise the field receives it as well.
 void AlPulsarEnter(QWidget* campo, std::function<void()> accion, bool quitarTecla = true);
 
+// From now on Enter (either key) on a focused push button presses it, as the
+// space bar does, on every screen of the program.
+void EnterComoEspacio();
 // The whole text is selected each time the field gets the focus.
 void SeleccionarAlEnfocar(QLineEdit* campo);
 

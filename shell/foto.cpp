@@ -47,7 +47,7 @@ void Muestra(QLabel* imagen, const QByteArray& bytes)
 {
     QPixmap foto;
     if (!foto.loadFromData(bytes))
-        throw FalloEjecucion(481, QStringLiteral("Imagen no válida"));
+        throw FalloEjecucion(481);
     imagen->setPixmap(foto.scaled(imagen->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
 }
 

@@ -5,7 +5,11 @@
 #include "module1.h"
 #include "numeros.h"
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QLineEdit>
+#include <QThread>
+#include <QWindow>
 #include <QMdiArea>
 #include <QVBoxLayout>
 #include <cstdlib>
@@ -49,11 +53,30 @@ void LOGIN::Form_Activate()
     Text1->clear();
     fondoTexto(Qt::black);
     principal.Habilita_Menus(false);
+    Pinta_Antes_De_Conectar();
     Conectar();
     principal.setWindowTitle(m.Base_Datos + Version);
     Carga_Parametros(m);
     fondoTexto(Qt::white);
     Text1->setFocus();
+}
+
+void LOGIN::Pinta_Antes_De_Conectar()
+{
+    // At start-up this activation comes before the window system has shown
+    // the main window, and a paint then does nothing: wait (a few seconds at
+    // most) until it is on the screen, then paint the main window, its menus,
+    // this screen and the black box at once, so they stay in view while the
+    // connection is opened. The operator's keys wait for the connection.
+    QWidget* ventana = window();
+    QElapsedTimer espera;
+    espera.start();
+    while (!(ventana->windowHandle() && ventana->windowHandle()->isExposed()) && espera.elapsed() < 3000) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        QThread::msleep(5);
+    }
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    ventana->repaint();
 }
 
 void LOGIN::Conectar()

@@ -26,6 +26,8 @@ public:
     static const QString Version;
 
 private:
+    // The main window, its menus, this screen and its black box on view.
+    void Pinta_Antes_De_Conectar();
     void Conectar();
     void Valida_Clave();
     void fondoTexto(const QColor& color);

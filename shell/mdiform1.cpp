@@ -1,4 +1,5 @@
 #include "mdiform1.h"
+#include "controles.h"
 #include "login.h"
 #include "mensajes.h"
 #include "module1.h"
@@ -95,6 +96,7 @@ protected:
 MDIForm1::MDIForm1(Module1& modulo) : m(modulo)
 {
     setObjectName(QStringLiteral("MDIForm1"));
+    Controles::EnterComoEspacio();
     setWindowTitle(m.Base_Datos + QStringLiteral("  Control de Pagos "));
     area_ = new AreaConFondo(this);
     area_->setObjectName(QStringLiteral("AreaMDI"));

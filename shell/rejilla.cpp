@@ -160,11 +160,14 @@ private:
 // as it was is no edit, while a text typed over with the same text is one.
 class DelegadoCeldas : public QStyledItemDelegate {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    DelegadoCeldas(Rejilla* r, QObject* padre) : QStyledItemDelegate(padre), r_(r) {}
 
     QWidget* createEditor(QWidget* padre, const QStyleOptionViewItem& o, const QModelIndex& i) const override
     {
         QWidget* e = QStyledItemDelegate::createEditor(padre, o, i);
+        const int largo = r_->props_[size_t(i.column())].largo;
+        if (auto* linea = qobject_cast<QLineEdit*>(e); linea && largo > 0)
+            linea->setMaxLength(largo);
         editor_ = e;
         return e;
     }
@@ -190,6 +193,7 @@ public:
     QWidget* editor() const { return editor_; }
 
 private:
+    Rejilla* r_;
     mutable QPointer<QWidget> editor_;
 };
 
@@ -258,6 +262,14 @@ Columna& Columna::setLocked(bool bloqueada)
     return *this;
 }
 
+int Columna::DataWidth() const { return r_->props_[size_t(n_)].largo; }
+
+Columna& Columna::setDataWidth(int caracteres)
+{
+    r_->props_[size_t(n_)].largo = caracteres;
+    return *this;
+}
+
 bool Columna::Visible() const { return !r_->vista_->horizontalHeader()->isSectionHidden(n_); }
 
 Columna& Columna::setVisible(bool visible)
@@ -297,7 +309,7 @@ Rejilla::Rejilla(const QString& nombre, QWidget* parent) : QWidget(parent), nomb
     vista_->setObjectName(nombre + QStringLiteral("_celdas"));
     vista_->setAccessibleName(nombre);
     modelo_ = new ModeloCeldas(this);
-    delegado_ = new DelegadoCeldas(vista_);
+    delegado_ = new DelegadoCeldas(this, vista_);
     vista_->setModel(modelo_);
     vista_->setItemDelegate(delegado_);
     vista_->setWordWrap(false);

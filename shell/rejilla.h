@@ -64,6 +64,10 @@ public:
     Columna& setOrder(int posicion);
     QString FooterText() const;
     Columna& setFooterText(const QString& texto);
+    // Most characters that the cell's editor takes, as its table column holds
+    // them; 0: no limit.
+    int DataWidth() const;
+    Columna& setDataWidth(int caracteres);
 
 private:
     friend class Rejilla;
@@ -114,7 +118,7 @@ public:
     int Col() const;
     void setCol(int col);
     // The first selected row: with no row selected, the run-time failure
-    // "Subscript out of range", as the original grid gave.
+    // "Subíndice fuera del intervalo", as the original grid gave.
     int SelBookmark0() const;
     // The rows that hold a selected cell, in ascending order.
     QList<int> SelBookmarks() const;
@@ -155,6 +159,7 @@ private:
         Alineacion alineacionCabeza = Alineacion::General;
         bool foco = true;
         bool bloqueada = false;
+        int largo = 0; // DataWidth
         QString pie;
     };
 

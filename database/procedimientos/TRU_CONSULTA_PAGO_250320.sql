@@ -1,7 +1,8 @@
 -- The transactions of the console by date of payment, with the client's name.
 -- The dates filter the day of payment (fecha_pago, yyyymmdd, compared as text;
 -- '202301' means "since January 2023"), so a row not yet paid, without that
--- day, never comes. The other filters are those of the console by the day of
+-- day, never comes. A row is paid only while it has a bank: one taken back to
+-- unpaid ("8888") keeps its old fecha_pago but is not paid, and is left out. The other filters are those of the console by the day of
 -- the transaction (TRU_CONSULTA_1127): payment (a row is paid when it has a
 -- bank), operator, the two texts on name, reference or note, and the service
 -- with 98 and 99 for the services of sw_calculos 1 and 2.
@@ -20,13 +21,13 @@ SELECT m.FECHA AS Fecha, m.SECUENCIA AS secuenciA, m.C_CLIENTE, COALESCE(c.D_cli
        m.fecha_pago, m.hora_pago
 FROM MOVIMIENTOS m
 LEFT JOIN clientes c ON c.C_CLIENTE = m.C_CLIENTE
-WHERE m.fecha_pago <> '' AND m.fecha_pago >= @desde AND m.fecha_pago <= @hasta
+WHERE m.fecha_pago <> '' AND m.fecha_pago >= @desde AND m.fecha_pago <= @hasta AND trim(m.C_BANCO) <> ''
   AND (@pago = 0 OR (@pago = 1 AND trim(m.C_BANCO) <> '') OR (@pago = 2 AND trim(m.C_BANCO) = ''))
   AND (@operadora = 0 OR trim(m.operadora) = CAST(@operadora AS TEXT))
-  AND (@texto1 = '' OR instr(upper(COALESCE(c.D_cliente, '')), upper(@texto1)) > 0
-       OR instr(upper(m.REFERENCIA), upper(@texto1)) > 0 OR instr(upper(m.obs), upper(@texto1)) > 0)
-  AND (@texto2 = '' OR instr(upper(COALESCE(c.D_cliente, '')), upper(@texto2)) > 0
-       OR instr(upper(m.REFERENCIA), upper(@texto2)) > 0 OR instr(upper(m.obs), upper(@texto2)) > 0)
+  AND (@texto1 = '' OR instr(pliega(COALESCE(c.D_cliente, '')), pliega(@texto1)) > 0
+       OR instr(pliega(m.REFERENCIA), pliega(@texto1)) > 0 OR instr(pliega(m.obs), pliega(@texto1)) > 0)
+  AND (@texto2 = '' OR instr(pliega(COALESCE(c.D_cliente, '')), pliega(@texto2)) > 0
+       OR instr(pliega(m.REFERENCIA), pliega(@texto2)) > 0 OR instr(pliega(m.obs), pliega(@texto2)) > 0)
   AND (@servicio = 0
        OR (@servicio IN (98, 99)
            AND m.tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))

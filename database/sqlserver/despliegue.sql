@@ -368,7 +368,7 @@ BEGIN
 END
 go
 
--- Clients found by any part of the name (capitals or not), or by their code
+-- Clients found by any part of the name (capitals and accents or not), or by their code
 -- when the text is all digits; an empty text lists every client. The text is
 -- taken literally.
 CREATE OR ALTER PROCEDURE dbo.TRU_Busca_CLIENTES
@@ -379,7 +379,7 @@ BEGIN
     SELECT C_CLIENTE, D_cliente, Revisar
     FROM dbo.clientes
     WHERE @texto = ''
-       OR CHARINDEX(UPPER(@texto), UPPER(D_cliente)) > 0
+       OR CHARINDEX(@texto COLLATE Latin1_General_CI_AI, D_cliente COLLATE Latin1_General_CI_AI) > 0
        OR (@texto NOT LIKE '%[^0-9]%' AND LEN(@texto) <= 9 AND C_CLIENTE = CAST(@texto AS int))
     ORDER BY D_cliente, C_CLIENTE;
 END
@@ -816,7 +816,8 @@ GO
 -- The console queries. Filters: dates compared as text ('202301' means "since
 -- January 2023"); payment 0 all, 1 paid (a bank in C_BANCO, '7777' included),
 -- 2 not paid; operator 0 all, else that operator; each text given found in
--- the client's name, the reference or the note; service 0 all, 98 and 99 the
+-- the client's name, the reference or the note, capitals and accents or not
+-- ("pena" finds "PEÑA"); service 0 all, 98 and 99 the
 -- services of sw_calculos 1 and 2, else that service. The filters but the
 -- dates are the same for the three queries: this function holds them.
 CREATE OR ALTER FUNCTION dbo.TRU_Filtra_Consola
@@ -828,10 +829,10 @@ AS RETURN
     LEFT JOIN dbo.clientes AS c ON c.C_CLIENTE = m.C_CLIENTE
     WHERE (@pago = 0 OR (@pago = 1 AND LTRIM(RTRIM(m.C_BANCO)) <> '') OR (@pago = 2 AND LTRIM(RTRIM(m.C_BANCO)) = ''))
       AND (@operadora = 0 OR LTRIM(RTRIM(m.operadora)) = CAST(@operadora AS varchar(6)))
-      AND (@texto1 = '' OR CHARINDEX(UPPER(@texto1), UPPER(COALESCE(c.D_cliente, ''))) > 0
-           OR CHARINDEX(UPPER(@texto1), UPPER(m.REFERENCIA)) > 0 OR CHARINDEX(UPPER(@texto1), UPPER(m.obs)) > 0)
-      AND (@texto2 = '' OR CHARINDEX(UPPER(@texto2), UPPER(COALESCE(c.D_cliente, ''))) > 0
-           OR CHARINDEX(UPPER(@texto2), UPPER(m.REFERENCIA)) > 0 OR CHARINDEX(UPPER(@texto2), UPPER(m.obs)) > 0)
+      AND (@texto1 = '' OR CHARINDEX(@texto1 COLLATE Latin1_General_CI_AI, COALESCE(c.D_cliente, '') COLLATE Latin1_General_CI_AI) > 0
+           OR CHARINDEX(@texto1 COLLATE Latin1_General_CI_AI, m.REFERENCIA COLLATE Latin1_General_CI_AI) > 0 OR CHARINDEX(@texto1 COLLATE Latin1_General_CI_AI, m.obs COLLATE Latin1_General_CI_AI) > 0)
+      AND (@texto2 = '' OR CHARINDEX(@texto2 COLLATE Latin1_General_CI_AI, COALESCE(c.D_cliente, '') COLLATE Latin1_General_CI_AI) > 0
+           OR CHARINDEX(@texto2 COLLATE Latin1_General_CI_AI, m.REFERENCIA COLLATE Latin1_General_CI_AI) > 0 OR CHARINDEX(@texto2 COLLATE Latin1_General_CI_AI, m.obs COLLATE Latin1_General_CI_AI) > 0)
       AND (@servicio = 0
            OR (@servicio IN (98, 99)
                AND m.tipo_servicio IN (SELECT C_SERVIcio FROM dbo.servicios WHERE sw_calculos = @servicio - 97))
@@ -855,7 +856,8 @@ BEGIN
 END
 go
 
--- By the day of payment; rows by day and hour of payment.
+-- By the day of payment; rows by day and hour of payment. Only paid rows
+-- (with a bank): a row taken back to unpaid keeps its old day of payment.
 CREATE OR ALTER PROCEDURE dbo.TRU_CONSULTA_PAGO_250320
     @desde varchar(8) = '', @hasta varchar(8) = '', @pago smallint = 0, @operadora smallint = 0,
     @texto1 varchar(100) = '', @texto2 varchar(100) = '', @servicio int = 0
@@ -867,7 +869,7 @@ BEGIN
            REFERENCIA AS referencia, operadora, tipo_operacion, obs AS OBS, ganancia AS Ganancia, g1 AS G1,
            g2 AS G2, g3 AS G3, fecha_pago, hora_pago
     FROM dbo.TRU_Filtra_Consola(@pago, @operadora, @texto1, @texto2, @servicio)
-    WHERE fecha_pago <> '' AND fecha_pago >= @desde AND fecha_pago <= @hasta
+    WHERE fecha_pago <> '' AND fecha_pago >= @desde AND fecha_pago <= @hasta AND LTRIM(RTRIM(C_BANCO)) <> ''
     ORDER BY fecha_pago, hora_pago, FECHA, SECUENCIA;
 END
 go

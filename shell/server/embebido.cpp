@@ -1,6 +1,7 @@
 #include "embebido.h"
 #include "fallo.h"
 #include "guardia.h"
+#include "pliegue.h"
 #include "recursos_bd.h"
 
 #include <QCoreApplication>
@@ -136,6 +137,8 @@ void prepararConexion(sqlite3* bd)
     if (r == SQLITE_OK)
         r = sqlite3_create_function_v2(bd, "num_coma", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
                                        nullptr, funcionNumComa, nullptr, nullptr, nullptr);
+    if (r == SQLITE_OK)
+        r = Registra_Pliega(bd); // searches ignore capitals and accents
     if (r != SQLITE_OK)
         throw FalloEjecucion::servidor(mensaje(bd));
 }

@@ -9,26 +9,52 @@ class FalloEjecucion : public std::runtime_error {
 public:
     FalloEjecucion(long numero, const QString& texto)
         : std::runtime_error(texto.toStdString()), numero_(numero), texto_(texto) {}
+    // A failure of the run-time itself, with the text the report gives for its number.
+    explicit FalloEjecucion(long numero) : FalloEjecucion(numero, Texto(numero)) {}
 
     long numero() const { return numero_; }
     const QString& texto() const { return texto_; }
 
+    // The report's words for a run-time failure number, as the operators read
+    // them in Spanish; a number without words of its own gets the general ones.
+    static QString Texto(long numero)
+    {
+        switch (numero) {
+        case 5: return QStringLiteral("Llamada a procedimiento o argumento no válidos");
+        case 6: return QStringLiteral("Desbordamiento");
+        case 7: return QStringLiteral("Memoria insuficiente");
+        case 9: return QStringLiteral("Subíndice fuera del intervalo");
+        case 11: return QStringLiteral("División por cero");
+        case 13: return QStringLiteral("No coinciden los tipos");
+        case 51: return QStringLiteral("Error interno");
+        case 53: return QStringLiteral("No se ha encontrado el archivo");
+        case 75: return QStringLiteral("Error de acceso a la ruta o al archivo");
+        case 94: return QStringLiteral("Uso no válido de Null");
+        case 481: return QStringLiteral("Imagen no válida");
+        case 3021:
+            return QStringLiteral("BOF o EOF es True, o el registro actual se eliminó. La operación solicitada "
+                                  "requiere un registro actual.");
+        case 3265:
+            return QStringLiteral("No se puede encontrar el elemento en la colección correspondiente al nombre o "
+                                  "al ordinal solicitado.");
+        case 3704: return QStringLiteral("No se permite realizar esta operación si el objeto está cerrado.");
+        default: return QStringLiteral("Error definido por la aplicación o por el objeto");
+        }
+    }
+
     // The run-time's own failures, with the numbers operators know from the report.
-    static FalloEjecucion desbordamiento() { return {6, QStringLiteral("Overflow")}; }
-    static FalloEjecucion fueraDeRango() { return {9, QStringLiteral("Subscript out of range")}; }
-    static FalloEjecucion divisionPorCero() { return {11, QStringLiteral("Division by zero")}; }
-    static FalloEjecucion tiposNoCoinciden() { return {13, QStringLiteral("Type mismatch")}; }
-    static FalloEjecucion usoDeNulo() { return {94, QStringLiteral("Invalid use of Null")}; }
-    // Failures of the data access layer.
-    static FalloEjecucion campoNoEncontrado(const QString& nombre) {
-        return {3265, QStringLiteral("Item cannot be found in the collection corresponding to the requested name or ordinal. (%1)").arg(nombre)};
+    static FalloEjecucion desbordamiento() { return FalloEjecucion(6); }
+    static FalloEjecucion fueraDeRango() { return FalloEjecucion(9); }
+    static FalloEjecucion divisionPorCero() { return FalloEjecucion(11); }
+    static FalloEjecucion tiposNoCoinciden() { return FalloEjecucion(13); }
+    static FalloEjecucion usoDeNulo() { return FalloEjecucion(94); }
+    // Failures of the data access layer; the missing field's name follows the text.
+    static FalloEjecucion campoNoEncontrado(const QString& nombre)
+    {
+        return {3265, QStringLiteral("%1 (%2)").arg(Texto(3265), nombre)};
     }
-    static FalloEjecucion finDeDatos() {
-        return {3021, QStringLiteral("Either BOF or EOF is True, or the current record has been deleted. Requested operation requires a current record.")};
-    }
-    static FalloEjecucion objetoCerrado() {
-        return {3704, QStringLiteral("Operation is not allowed when the object is closed.")};
-    }
+    static FalloEjecucion finDeDatos() { return FalloEjecucion(3021); }
+    static FalloEjecucion objetoCerrado() { return FalloEjecucion(3704); }
     // A refusal of the server: the text is the server's own message.
     static FalloEjecucion servidor(const QString& texto) { return {-2147217900, texto}; }
     // The connection could not be opened.

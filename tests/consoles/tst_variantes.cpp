@@ -30,8 +30,9 @@ INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculo
 INSERT INTO parametros VALUES ('1234', '', '', 40);
 )";
 
-// Console by date of payment, paid on 11/03/2025: row 0 (09/03 #2) paid once
-// and taken back, row 1 (10/03 #5) Zelle bank 3, row 2 (10/03 #6) Zelle bank 1,
+// Console by date of payment, paid on 11/03/2025: 09/03 #2 paid once and
+// taken back (not paid, so not listed), row 0 (10/03 #5) Zelle bank 3, row 1
+// (10/03 #6) Zelle bank 1,
 // G1 and G2 apart in both; 11/03 #1 is paid on 12/03. USDT of 10/03: #1
 // unpaid with no gain stored, #2 paid at 41,20 with 3 %, #3 returned; on 11/03
 // only a returned one.
@@ -66,16 +67,17 @@ private slots:
     {
         Consola_De<Form2_Pago> c("Form2_Pago", QDate(2025, 3, 11));
         Form2_Pago* p = c.p;
-        QCOMPARE(p->Celdas.UpperBound(1), 2);
-        // By the hour of payment: the one taken back comes first, with the day it was paid.
-        QCOMPARE(c.fila(0, {0, 8}), (QStringList{"09/03/2025", "11/03/2025 09:15:00"}));
-        QCOMPARE(c.fila(1, {8, 12}), (QStringList{"11/03/2025 10:00:00", "3"}));
+        QCOMPARE(p->Celdas.UpperBound(1), 1);
+        // By the hour of payment; the one taken back keeps its day of payment
+        // but has no bank, so it is not listed.
+        QCOMPARE(c.fila(0, {0, 8, 12}), (QStringList{"10/03/2025", "11/03/2025 10:00:00", "3"}));
+        QCOMPARE(c.fila(1, {8, 12}), (QStringList{"11/03/2025 11:30:00", "1"}));
         // A row never paid shows a blank, not the slashes of an empty date.
         QCOMPARE(Form2_Pago::Fecha_Y_Hora(QString(), QString()), QStringLiteral(" "));
         QVERIFY(p->GRID->Columns(12).Visible() && !p->GRID->Columns(17).Visible());
 
         // Footers: no bolivar estimate under column 8.
-        QCOMPARE(c.pies({5, 15, 8, 23, 21}), (QStringList{"217,50", "71.000,00", "", "29,49", "28,00"}));
+        QCOMPARE(c.pies({5, 15, 8, 23, 21}), (QStringList{"198,90", "71.000,00", "", "10,89", "9,40"}));
 
         // A double click deletes nothing and asks nothing.
         p->GRID->vista()->setCurrentIndex(p->GRID->modelo()->index(0, 3));
@@ -83,10 +85,10 @@ private slots:
         QVERIFY(c.s.mensajes.isEmpty());
         QCOMPARE(c.bd(QStringLiteral("count(*)"), 2, "20250309"), QStringLiteral("1"));
 
-        // FIJAR prices every unpaid row without a tick, and sums nothing.
+        // FIJAR prices every unpaid row without a tick (none is listed here), and sums nothing.
         p->Text4->setText(QStringLiteral("36.5"));
         p->FIJAR->click();
-        QCOMPARE(c.celda(0, 16) + '|' + c.celda(1, 16), QStringLiteral("36,5|360,0000"));
+        QCOMPARE(c.celda(0, 16) + '|' + c.celda(1, 16), QStringLiteral("360,0000|300,0000"));
         QCOMPARE(p->Text5->text(), QString());
     }
 
@@ -100,9 +102,9 @@ private slots:
             "C_PROVEEDOR =  '0002', pago =  '68000.00', C_BANCO =  '0134', operadora =  '2', REFERENCIA =  'R555', "
             "confirmacion =  '360.0000', tipo_operacion =  '1', ganancia =  '5.50', g1 =  '9.00', g2 =  '9.00', "
             "g3 =  '0', tipo_servicio =  '01' WHERE FECHA=  '20250310' and SECUENCIA = '0005'");
-        QCOMPARE(p->Sentencia_Fila(1, QStringLiteral("20250312"), QStringLiteral("09:08:07")), sentencia);
+        QCOMPARE(p->Sentencia_Fila(0, QStringLiteral("20250312"), QStringLiteral("09:08:07")), sentencia);
         p->Modo_Grabar = 1;
-        QCOMPARE(p->Sentencia_Fila(1, QStringLiteral("20250312"), QStringLiteral("09:08:07")), sentencia);
+        QCOMPARE(p->Sentencia_Fila(0, QStringLiteral("20250312"), QStringLiteral("09:08:07")), sentencia);
         p->Modo_Grabar = 0;
 
         // The Zelle bank 1 is the mark: that row is saved untouched (its g1 takes
@@ -114,9 +116,9 @@ private slots:
 
         // "8888": back to unpaid without a statement on the provider.
         c.s.m->SQL.clear();
-        c.escribir(1, 9, QStringLiteral("8888"));
+        c.escribir(0, 9, QStringLiteral("8888"));
         QCOMPARE(c.s.m->SQL, QString());
-        QCOMPARE(c.fila(1, {6, 8, 20}), (QStringList{"0000", "68.000,00", "100"}));
+        QCOMPARE(c.fila(0, {6, 8, 20}), (QStringList{"0000", "68.000,00", "100"}));
         p->ACTUALIZAR->click();
         QCOMPARE(c.bd(QStringLiteral("C_BANCO || '|' || pago || '|' || fecha_pago"), 5, "20250310"),
                  QStringLiteral("|0.0|20250311"));

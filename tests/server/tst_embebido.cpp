@@ -257,7 +257,7 @@ private slots:
         rs->MoveNext();
         QVERIFY(rs->Eof());
         ESPERAR_FALLO(rs->MoveNext(), 3021, "EOF");
-        ESPERAR_FALLO(rs->Fields("Clave"), 3021, "current record");
+        ESPERAR_FALLO(rs->Fields("Clave"), 3021, "registro actual");
         ESPERAR_FALLO(rs->Fields("NoExiste"), 3265, "NoExiste");
 
         c.comando.CommandText = "TRU_NO_EXISTE";

@@ -15,6 +15,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <QTcpServer>
 
 namespace {
@@ -75,6 +76,26 @@ struct Arranque {
     LOGIN* login = nullptr;
     int abiertas = 0;
     int activaciones = 0;
+};
+
+// Notes every widget painted in the application.
+class FiltroDePintura : public QObject {
+public:
+    explicit FiltroDePintura(std::function<void(QObject*)> nota) : nota_(std::move(nota))
+    {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* o, QEvent* e) override
+    {
+        if (e->type() == QEvent::Paint)
+            nota_(o);
+        return false;
+    }
+
+private:
+    std::function<void(QObject*)> nota_;
 };
 
 } // namespace
@@ -180,6 +201,36 @@ private slots:
         QVERIFY(!m.Conexion.Abierta());
     }
 
+    void laVentanaSePintaAntesDeConectar()
+    {
+        // As the program starts: the main window shown and LOGIN opened at
+        // once, before the window system has put anything on the screen.
+        BaseTemporal base(true);
+        Despliegue d;
+        d.archivo = base.archivo();
+        Module1 m(d);
+        MDIForm1 principal(m);
+        // What was painted while the connection was still closed.
+        bool menus = false, cajaNegra = false, cajaVista = false;
+        FiltroDePintura filtro([&](QObject* o) {
+            if (m.Conexion.Abierta())
+                return;
+            if (o == principal.menuBar())
+                menus = true;
+            auto* caja = qobject_cast<QLineEdit*>(o);
+            if (caja && qobject_cast<LOGIN*>(caja->parent())) {
+                cajaVista = true;
+                cajaNegra = caja->palette().color(QPalette::Base) == QColor(Qt::black);
+            }
+        });
+        principal.show();
+        auto* login = static_cast<LOGIN*>(principal.Mostrar(QStringLiteral("LOGIN")));
+        QVERIFY(login && m.Conexion.Abierta());
+        QVERIFY(menus);
+        QVERIFY(cajaVista && cajaNegra);
+        QCOMPARE(login->Text1->palette().color(QPalette::Base), QColor(Qt::white));
+    }
+
     void unFalloTerminaElProgramaConSuReporte()
     {
         QStringList vistos;
@@ -194,7 +245,7 @@ private slots:
         QCOMPARE(vistos.size(), 1);
         QVERIFY(vistos[0].startsWith(QStringLiteral("16|")));
         QVERIFY(vistos[0].contains(QStringLiteral("'13'")));
-        QVERIFY(vistos[0].contains(QStringLiteral("Type mismatch")));
+        QVERIFY(vistos[0].contains(QStringLiteral("No coinciden los tipos")));
     }
 };
 

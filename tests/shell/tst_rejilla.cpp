@@ -78,10 +78,16 @@ private slots:
         QCOMPARE(c.LowerBound(2), 0);
         QCOMPARE(c.UpperBound(2), 31);
         QCOMPARE(c.filas(), 0);
-        // The walk of an emptied matrix meets one blank row and no mark.
-        for (int i = c.LowerBound(1); i <= c.UpperBound(1); ++i)
-            QVERIFY(!c.Value(i, 2).esVerdadero());
-        QVERIFY(c.Value(-1, 31).esVacia());
+        // An emptied matrix holds no cell: a walk visits nothing, a sort of
+        // its bounds moves nothing, and row -1 is out of range.
+        QVERIFY(c.Vacia());
+        QVERIFY(c.Filas().empty());
+        QCOMPARE(numeroDeFallo([&] { c.QuickSort(c.LowerBound(1), c.UpperBound(1), 31); }), 0L);
+        QCOMPARE(numeroDeFallo([&] { c.Value(-1, 0); }), 9L);
+        c.ReDim(0, 0, 0, 31);
+        QVERIFY(!c.Vacia());
+        QCOMPARE(c.Filas().size(), size_t(1));
+        QVERIFY(c.Value(0, 31).esVacia());
 
         // Out of the bounds is failure 9, reading or writing.
         c.ReDim(0, 1, 0, 2);

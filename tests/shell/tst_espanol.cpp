@@ -1,0 +1,33 @@
+// Qt's own dialogs speak Spanish once the program has loaded Qt's translations.
+#include "arranque.h"
+#include "prueba.h"
+
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+class PruebaEspanol : public QObject {
+    Q_OBJECT
+private slots:
+    void dialogos_de_qt_en_castellano()
+    {
+        QVERIFY(Carga_Traducciones());
+        QMessageBox caja;
+        caja.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        QCOMPARE(caja.button(QMessageBox::Yes)->text().remove(QLatin1Char('&')), QStringLiteral("Sí"));
+        QCOMPARE(caja.button(QMessageBox::No)->text().remove(QLatin1Char('&')), QStringLiteral("No"));
+        QCOMPARE(caja.button(QMessageBox::Cancel)->text().remove(QLatin1Char('&')), QStringLiteral("Cancelar"));
+
+        // The photo's file dialog, as Qt draws it.
+        QFileDialog archivo;
+        archivo.setOption(QFileDialog::DontUseNativeDialog);
+        archivo.setAcceptMode(QFileDialog::AcceptOpen);
+        auto* botones = archivo.findChild<QDialogButtonBox*>();
+        QVERIFY(botones);
+        QCOMPARE(botones->button(QDialogButtonBox::Open)->text().remove(QLatin1Char('&')), QStringLiteral("Abrir"));
+    }
+};
+
+REGISTRAR_PRUEBA(PruebaEspanol);
+#include "tst_espanol.moc"
