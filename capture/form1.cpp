@@ -89,7 +89,7 @@ Form1::Form1(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral(
 
 void Form1::Form_Load()
 {
-    Colocar(100, 1010, 15700, 9600);
+    Colocar(100, 101, 20050, 10000);
     Fecha1->setDate(QDate::currentDate());
     Prepara_Lineas();
     Carga_Clientes();

@@ -13,6 +13,7 @@
 #include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QTableView>
 
@@ -108,6 +109,26 @@ private slots:
                  QStringLiteral("USDT MEXICO 0 0"));
         QCOMPARE(p->Celdas.UpperBound(1), 6);
         QCOMPARE(p->Text2->text(), QString());
+    }
+
+    // Each screen stands at its fixed place and size (twips, 15 to a pixel).
+    void lugar_de_cada_pantalla()
+    {
+        SesionDePrueba s;
+        const struct {
+            const char* nombre;
+            int top, left, width, height;
+        } lugares[] = {
+            {"Dolar", 3000, 5001, 6550, 2700},   {"DOLAR_NEW", 2000, 3001, 12550, 5000},
+            {"NEW_DOLAR", 100, 500, 20050, 9500}, {"SERVICIOS_USDT", 100, 5001, 10050, 9500},
+            {"Form1", 100, 101, 20050, 10000},
+        };
+        for (const auto& l : lugares) {
+            Pantalla* p = s.abrir<Pantalla>(QString::fromLatin1(l.nombre));
+            QVERIFY(p);
+            QCOMPARE(p->ventana()->geometry(), QRect(Pantalla::px(l.left), Pantalla::px(l.top), Pantalla::px(l.width),
+                                                     Pantalla::px(l.height)));
+        }
     }
 
     void lote_de_dos_lineas()
