@@ -262,6 +262,14 @@ private slots:
         QCOMPARE(p->Celdas2.UpperBound(1), 4);
         QCOMPARE(p->Celdas2.Value(0, 2).texto(), QStringLiteral("NUEVA CUENTA"));
 
+        // Two of one moment stand by provider, whichever was written first,
+        // as the SQL Server twin orders them.
+        s.base.sql(QStringLiteral("INSERT INTO notificaciones (Codigo_proveedor, Nombre, titulo, mensaje, Fecha, tipo, leida) "
+                                  "VALUES (2, 'CAMBIOS EL LLANO', 'B', 'x', '2099-01-01 10:00:00', 'AVISO', 'NO'), "
+                                  "(9, 'REMESAS MARACAIBO', 'A', 'x', '2099-01-01 10:00:00', 'AVISO', 'NO')"));
+        p->Notifica->click();
+        QCOMPARE(columna(p->Celdas2, 0).mid(0, 2), (QStringList{"02", "09"}));
+
         // None: an empty grid and no message.
         s.base.sql(QStringLiteral("DELETE FROM notificaciones"));
         p->CIERRA_NOTI->click();
