@@ -237,6 +237,28 @@ private slots:
         QVERIFY(s.m->Fecha_Compraventas.startsWith(QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))));
     }
 
+    // Operator text travels as a value: a name with quotes is stored as
+    // typed, an amount that is no number stops the store with the run-time
+    // report and runs nothing of its own.
+    void texto_hostil()
+    {
+        SesionDePrueba s;
+        s.base.sql(QStringLiteral("INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra) "
+                                  "VALUES (60, 'PESOS CHILE', 5, 4, 2, 'H')"));
+        NEW_DOLAR* p = abrirPanel(s);
+        const QString servicios = s.base.valor(QStringLiteral("select count(*) from servicios"));
+        p->Text2->setText(QStringLiteral("o'higgins'); DELETE FROM servicios; --"));
+        p->Text3->setText(QStringLiteral("60"));
+        p->INGRESO->click();
+        QCOMPARE(s.base.valor(QStringLiteral("select D_SERVIcio from servicios_usdt where equivalencia = 60")),
+                 QStringLiteral("O'HIGGINS'); DELETE FROM SERVICIOS; --"));
+        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios")), servicios);
+
+        escribirEnCelda(*p->GRID, 1, 4, QStringLiteral("1; DELETE FROM servicios"));
+        QVERIFY_THROWS_EXCEPTION(FalloEjecucion, p->Procesar->click());
+        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios")), servicios);
+    }
+
     void notificaciones()
     {
         SesionDePrueba s;
