@@ -259,6 +259,23 @@ private slots:
         QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios")), servicios);
     }
 
+    // Each button takes Enter from the keyboard as a click.
+    void botones_con_enter()
+    {
+        SesionDePrueba s;
+        NEW_DOLAR* p = abrirPanel(s);
+        p->activateWindow();
+        QTest::keyClick(p->CALCULOS, Qt::Key_Return);
+        QVERIFY(!p->Celdas.Value(1, 4).texto().isEmpty());
+        QTest::keyClick(p->Notifica, Qt::Key_Enter);
+        QVERIFY(p->Frame1->isVisible());
+        QTest::keyClick(p->CIERRA_NOTI, Qt::Key_Return);
+        QVERIFY(!p->Frame1->isVisible());
+        QTest::keyClick(p->Procesar, Qt::Key_Return);
+        QCOMPARE(p->Celdas.Value(1, 4).texto(), QString()); // stored and loaded anew
+        QVERIFY(s.base.valor(QStringLiteral("select Fecha from parametros")).startsWith(QDate::currentDate().toString(Qt::ISODate)));
+    }
+
     void notificaciones()
     {
         SesionDePrueba s;
