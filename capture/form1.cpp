@@ -27,9 +27,9 @@ struct ColumnaLinea {
 };
 const ColumnaLinea kColumnas[] = {
     {"Sec.", 700, Alineacion::Centro, false},      {"Cliente", 800, Alineacion::Centro, true},
-    {"Nombre Cliente", 2400, Alineacion::General, false}, {"Enviado", 1000, Alineacion::Derecha, true},
+    {"Nombre Cliente", 3600, Alineacion::General, false}, {"Enviado", 1000, Alineacion::Derecha, true},
     {"Recibido", 1000, Alineacion::Derecha, true}, {"Prov.", 700, Alineacion::Centro, true},
-    {"Nombre Proveedor", 1900, Alineacion::General, false}, {"Oper.", 600, Alineacion::Centro, true},
+    {"Nombre Proveedor", 3000, Alineacion::General, false}, {"Oper.", 600, Alineacion::Centro, true},
     {"Serv.", 600, Alineacion::Centro, true},
 };
 
@@ -56,23 +56,23 @@ Form1::Form1(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral(
     Controles::Nombrar(Fecha1, QStringLiteral("Fecha1"), QStringLiteral("Fecha Transacción ="));
 
     GRID = new Rejilla(QStringLiteral("GRID"), this);
-    GRID->setGeometry(10, 48, 720, 520);
+    GRID->setGeometry(10, 48, 845, 540);
 
-    const int xl = 745;
+    const int xl = 870;
     Text1 = new QLineEdit(this);
-    Text1->setGeometry(xl, 12, 170, 26);
+    Text1->setGeometry(xl, 12, 345, 26);
     Controles::Nombrar(Text1, QStringLiteral("Text1"), QStringLiteral("Buscar cliente"));
     Controles::AlPulsarEnter(Text1, [this] { Busca_Cliente(); });
-    Busca = boton(QStringLiteral("Busca"), QStringLiteral("Buscar"), xl + 175, 10, 95);
+    Busca = boton(QStringLiteral("Busca"), QStringLiteral("Buscar"), xl + 355, 10, 100);
     grid1 = new Rejilla(QStringLiteral("grid1"), this);
-    grid1->setGeometry(xl, 48, 270, 290);
-    REFRESCA_C = boton(QStringLiteral("REFRESCA_C"), QStringLiteral("Refrescar Clientes"), xl, 342, 270);
+    grid1->setGeometry(xl, 48, 455, 300);
+    REFRESCA_C = boton(QStringLiteral("REFRESCA_C"), QStringLiteral("Refrescar Clientes"), xl, 352, 455);
     grid2 = new Rejilla(QStringLiteral("grid2"), this);
-    grid2->setGeometry(xl, 380, 270, 150);
-    Command1 = boton(QStringLiteral("Command1"), QStringLiteral("Refrescar Proveedores"), xl, 534, 270);
+    grid2->setGeometry(xl, 392, 455, 160);
+    Command1 = boton(QStringLiteral("Command1"), QStringLiteral("Refrescar Proveedores"), xl, 558, 455);
 
-    INCLUIR = boton(QStringLiteral("INCLUIR"), QStringLiteral("Procesar Ingresos"), 10, 578, 220);
-    SALIR = boton(QStringLiteral("SALIR"), QStringLiteral("Salir"), 510, 578, 220);
+    INCLUIR = boton(QStringLiteral("INCLUIR"), QStringLiteral("Procesar Ingresos"), 10, 598, 220);
+    SALIR = boton(QStringLiteral("SALIR"), QStringLiteral("Salir"), 635, 598, 220);
 
     connect(GRID, &Rejilla::AfterColEdit, this, [this](int col) { GRID_AfterColEdit(col); });
     connect(grid1, &Rejilla::DblClick, this, [this] { Elige(Celdas1, grid1, 1); });
@@ -89,7 +89,7 @@ Form1::Form1(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral(
 
 void Form1::Form_Load()
 {
-    Colocar(100, 1010, 15700, 9600);
+    Colocar(100, 101, 20050, 10000);
     Fecha1->setDate(QDate::currentDate());
     Prepara_Lineas();
     Carga_Clientes();
@@ -122,7 +122,7 @@ void Form1::Carga_Lista(Rejilla* grid, ::Celdas& celdas, const QString& titulo, 
 {
     grid->setAllowUpdate(false);
     grid->Columns(0).setWidth(800).setCaption(QStringLiteral("Código")).setAlignment(Alineacion::Centro);
-    grid->Columns(1).setWidth(2700).setCaption(titulo);
+    grid->Columns(1).setWidth(5000).setCaption(titulo);
     celdas.ReDim(-1, -1, 0, 0);
     m.Cierra_Rs();
     m.Prepara_Comando(procedimiento);

@@ -6,6 +6,7 @@
 #include "module1.h"
 #include "numeros.h"
 
+#include <QFontMetrics>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -31,7 +32,7 @@ DOLAR_NEW::DOLAR_NEW(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QString
     };
     auto campo = [this](const QString& arreglo, int indice, const QString& rotulo, int x, int y) {
         auto* t = new QLineEdit(this);
-        t->setGeometry(x, y, 110, 24);
+        t->setGeometry(x, y, 88, 24);
         t->setAlignment(Qt::AlignRight);
         Controles::Nombrar(t, arreglo, indice, rotulo);
         return t;
@@ -47,15 +48,21 @@ DOLAR_NEW::DOLAR_NEW(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QString
     Controles::SeleccionarAlEnfocar(Text1);
     Controles::AlPulsarEnter(Text1, [this] { Text1_Enter(); });
 
-    // The heads stand over the four columns of prices.
+    // The heads are one text spaced by blanks; each column of prices stands
+    // centred under its word, wherever the face of this machine puts it.
     etiqueta(2, QStringLiteral("  TRUMIN             ZELLE                  ZINLI                AMAZON"), 145, 110, 520);
+    const QFontMetrics medida(Label1[2]->font());
+    const QString cabeza = Label1[2]->text();
     for (int i = 1; i <= 4; ++i) {
         const QString billetera = QString::fromLatin1(kBilleteras[i]);
-        QLineEdit* guardado = campo(QStringLiteral("Text2"), i - 1, billetera, 145 + (i - 1) * 125, 134);
+        const int centro = 145 + medida.horizontalAdvance(cabeza.left(cabeza.indexOf(billetera))) +
+                           medida.horizontalAdvance(billetera) / 2;
+        const int x = qMax(145 + (i - 1) * 92, centro - 44);
+        QLineEdit* guardado = campo(QStringLiteral("Text2"), i - 1, billetera, x, 134);
         guardado->setReadOnly(true);
         guardado->setFocusPolicy(Qt::NoFocus);
         Text2.insert(i - 1, guardado);
-        QLineEdit* nuevo = campo(QStringLiteral("Text3"), i, billetera, 145 + (i - 1) * 125, 168);
+        QLineEdit* nuevo = campo(QStringLiteral("Text3"), i, billetera, x, 168);
         Controles::SeleccionarAlEnfocar(nuevo);
         Text3.insert(i, nuevo);
     }

@@ -3,6 +3,7 @@
 #include "dolar.h"
 #include "dolar_new.h"
 #include "escribir.h"
+#include "fallo.h"
 #include "form1.h"
 #include "prueba.h"
 #include "rejilla.h"
@@ -13,6 +14,7 @@
 #include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QTableView>
 
@@ -110,6 +112,26 @@ private slots:
         QCOMPARE(p->Text2->text(), QString());
     }
 
+    // Each screen stands at its fixed place and size (twips, 15 to a pixel).
+    void lugar_de_cada_pantalla()
+    {
+        SesionDePrueba s;
+        const struct {
+            const char* nombre;
+            int top, left, width, height;
+        } lugares[] = {
+            {"Dolar", 3000, 5001, 6550, 2700},   {"DOLAR_NEW", 2000, 3001, 12550, 5000},
+            {"NEW_DOLAR", 100, 500, 20050, 9500}, {"SERVICIOS_USDT", 100, 5001, 10050, 9500},
+            {"Form1", 100, 101, 20050, 10000},
+        };
+        for (const auto& l : lugares) {
+            Pantalla* p = s.abrir<Pantalla>(QString::fromLatin1(l.nombre));
+            QVERIFY(p);
+            QCOMPARE(p->ventana()->geometry(), QRect(Pantalla::px(l.left), Pantalla::px(l.top), Pantalla::px(l.width),
+                                                     Pantalla::px(l.height)));
+        }
+    }
+
     void lote_de_dos_lineas()
     {
         SesionDePrueba s(false);
@@ -163,6 +185,24 @@ private slots:
         // The lines start anew.
         QCOMPARE(p->Celdas.Value(0, 1).texto(), QString());
         QCOMPARE(p->Celdas.Value(2, 7).texto(), QStringLiteral("1"));
+    }
+
+    // A whole statement typed into a line never runs: the batch is refused
+    // with the run-time report and nothing is stored.
+    void lote_con_texto_hostil()
+    {
+        SesionDePrueba s(false);
+        s.base.sql(QStringLiteral("INSERT INTO servicios (C_SERVIcio, D_SERVIcio, letra) VALUES (1, 'TRUMIN', 'T');"
+                                  "INSERT INTO clientes VALUES (12, 'ANA ROJAS', '')"));
+        s.m->Carga_Tablas();
+        auto* p = s.abrir<Form1>(QStringLiteral("Form1"));
+        escribirEnCelda(*p->GRID, 0, 1, QStringLiteral("12"));
+        escribirEnCelda(*p->GRID, 0, 3, QStringLiteral("1','0','0','','','0','1',2,'1',0,'',0,0,'',100,'','0','0',0,'','',0,0,'0'); "
+                                                        "DELETE FROM clientes; --"));
+        escribirEnCelda(*p->GRID, 0, 4, QStringLiteral("90"));
+        QVERIFY_THROWS_EXCEPTION(FalloEjecucion, p->INCLUIR->click());
+        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from MOVIMIENTOS")), QStringLiteral("0"));
+        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from clientes")), QStringLiteral("1"));
     }
 };
 REGISTRAR_PRUEBA(PruebaDolares);

@@ -237,6 +237,45 @@ private slots:
         QVERIFY(s.m->Fecha_Compraventas.startsWith(QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))));
     }
 
+    // Operator text travels as a value: a name with quotes is stored as
+    // typed, an amount that is no number stops the store with the run-time
+    // report and runs nothing of its own.
+    void texto_hostil()
+    {
+        SesionDePrueba s;
+        s.base.sql(QStringLiteral("INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra) "
+                                  "VALUES (60, 'PESOS CHILE', 5, 4, 2, 'H')"));
+        NEW_DOLAR* p = abrirPanel(s);
+        const QString servicios = s.base.valor(QStringLiteral("select count(*) from servicios"));
+        p->Text2->setText(QStringLiteral("o'higgins'); DELETE FROM servicios; --"));
+        p->Text3->setText(QStringLiteral("60"));
+        p->INGRESO->click();
+        QCOMPARE(s.base.valor(QStringLiteral("select D_SERVIcio from servicios_usdt where equivalencia = 60")),
+                 QStringLiteral("O'HIGGINS'); DELETE FROM SERVICIOS; --"));
+        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios")), servicios);
+
+        escribirEnCelda(*p->GRID, 1, 4, QStringLiteral("1; DELETE FROM servicios"));
+        QVERIFY_THROWS_EXCEPTION(FalloEjecucion, p->Procesar->click());
+        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios")), servicios);
+    }
+
+    // Each button takes Enter from the keyboard as a click.
+    void botones_con_enter()
+    {
+        SesionDePrueba s;
+        NEW_DOLAR* p = abrirPanel(s);
+        p->activateWindow();
+        QTest::keyClick(p->CALCULOS, Qt::Key_Return);
+        QVERIFY(!p->Celdas.Value(1, 4).texto().isEmpty());
+        QTest::keyClick(p->Notifica, Qt::Key_Enter);
+        QVERIFY(p->Frame1->isVisible());
+        QTest::keyClick(p->CIERRA_NOTI, Qt::Key_Return);
+        QVERIFY(!p->Frame1->isVisible());
+        QTest::keyClick(p->Procesar, Qt::Key_Return);
+        QCOMPARE(p->Celdas.Value(1, 4).texto(), QString()); // stored and loaded anew
+        QVERIFY(s.base.valor(QStringLiteral("select Fecha from parametros")).startsWith(QDate::currentDate().toString(Qt::ISODate)));
+    }
+
     void notificaciones()
     {
         SesionDePrueba s;
@@ -261,6 +300,14 @@ private slots:
         p->Notifica->click();
         QCOMPARE(p->Celdas2.UpperBound(1), 4);
         QCOMPARE(p->Celdas2.Value(0, 2).texto(), QStringLiteral("NUEVA CUENTA"));
+
+        // Two of one moment stand by provider, whichever was written first,
+        // as the SQL Server twin orders them.
+        s.base.sql(QStringLiteral("INSERT INTO notificaciones (Codigo_proveedor, Nombre, titulo, mensaje, Fecha, tipo, leida) "
+                                  "VALUES (2, 'CAMBIOS EL LLANO', 'B', 'x', '2099-01-01 10:00:00', 'AVISO', 'NO'), "
+                                  "(9, 'REMESAS MARACAIBO', 'A', 'x', '2099-01-01 10:00:00', 'AVISO', 'NO')"));
+        p->Notifica->click();
+        QCOMPARE(columna(p->Celdas2, 0).mid(0, 2), (QStringList{"02", "09"}));
 
         // None: an empty grid and no message.
         s.base.sql(QStringLiteral("DELETE FROM notificaciones"));
