@@ -282,6 +282,22 @@ private slots:
             }
             QCOMPARE(c.s.base.valor(filas), antes);
         }
+        // One quote in the "Nota" and one in the "Referencia" of a row: the
+        // statement's own text between them reads as values, the first of
+        // them the provider's code.
+        Mesa<Form2> c(QString::fromUtf8(kFilas), "Form2", QDate(2025, 3, 10), QDate(2025, 3, 10));
+        const QString antes = c.s.base.valor(filas);
+        c.escribir(0, 22, QStringLiteral("x' , C_PROVEEDOR ="));
+        c.escribir(0, 11, QStringLiteral("' y"));
+        try {
+            c.p->ACTUALIZAR->click();
+            QFAIL("the save was sent");
+        } catch (const FalloEjecucion& f) {
+            QCOMPARE(f.numero(), kServidor);
+            QVERIFY2(f.texto().startsWith("Conversion failed when converting the varchar value ', C_PROVEEDOR ="),
+                     qPrintable(f.texto()));
+        }
+        QCOMPARE(c.s.base.valor(filas), antes);
     }
 
     // The second entry screen's lines: a client code closing its line's
