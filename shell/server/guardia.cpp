@@ -1,6 +1,9 @@
 #include "guardia.h"
 
+#include <QRegularExpression>
+
 #include <initializer_list>
+#include <set>
 
 namespace {
 
@@ -114,6 +117,24 @@ namespace {
 using Guardia::Pieza;
 using Guardia::sintaxis;
 
+// What a number column of either server takes from a quoted text: blanks
+// around an optional sign, digits and decimal points, and an exponent.
+bool esNumero(const QString& texto)
+{
+    static const QRegularExpression numero(QStringLiteral("^[ \\t\\r\\n]*[+-]?[0-9.]*(?:[eE][+-]?[0-9]+)?[ \\t\\r\\n]*$"));
+    return numero.match(texto).hasMatch();
+}
+
+// The length of the Zelle bank's column on SQL Server: the longest short text.
+constexpr int kCorto = 5;
+
+// The server's refusal of a text that does not convert to a number.
+FalloEjecucion conversion(const QString& texto)
+{
+    return FalloEjecucion::servidor(
+        QStringLiteral("Conversion failed when converting the varchar value '%1' to data type int.").arg(texto));
+}
+
 // Reads one statement of a raw text piece by piece against the shape it
 // must have; the first piece out of place is the refusal, named as the server
 // names the place of a syntax error.
@@ -169,12 +190,45 @@ public:
             rechazar();
         ++i_;
     }
+    // What a value of a column may be. A quote typed into one value and
+    // another into a later one turn the statement's own joining text
+    // ("', pago =  '", "','") into values and the typed text between into
+    // assignments; that joining text fits no column but a free text, so
+    // each column that the screens fill otherwise says what it holds.
+    enum class Tipo {
+        Texto,  // any literal
+        Numero, // a number, or a quoted text holding one (or only blanks, read as 0), as the servers convert it
+        Fecha,  // yyyymmdd in quotes; a date cell typed shorter is taken apart by position into digits and slashes
+        Hora,   // hh:mm:ss in quotes
+        Corto,  // a quoted text of a few characters, as long as the column is on SQL Server
+    };
+    void valor(Tipo tipo)
+    {
+        const Pieza* p = alFinal() ? nullptr : &p_[i_];
+        if (tipo != Tipo::Texto && tipo != Tipo::Numero && (!p || p->clase != Pieza::Cadena))
+            rechazar();
+        literal();
+        if (p->clase != Pieza::Cadena)
+            return;
+        const QString& t = p->texto;
+        const auto soloDe = [&t](QChar otro) {
+            for (QChar c : t)
+                if (!esDigito(c) && c != otro && !esBlanco(c))
+                    return false;
+            return true;
+        };
+        if ((tipo == Tipo::Numero && !esNumero(t)) || (tipo == Tipo::Fecha && !soloDe(QLatin1Char('/')))
+            || (tipo == Tipo::Hora && !soloDe(QLatin1Char(':'))))
+            throw conversion(t);
+        if (tipo == Tipo::Corto && t.size() > kCorto)
+            throw FalloEjecucion::servidor(QStringLiteral("String or binary data would be truncated."));
+    }
     // "name = literal", the name being the one given.
-    void igualA(const char* nombre)
+    void igualA(const char* nombre, Tipo tipo = Tipo::Texto)
     {
         palabra(nombre);
         simbolo("=");
-        literal();
+        valor(tipo);
     }
     void terminar() const
     {
@@ -187,6 +241,8 @@ private:
     size_t i_;
     size_t fin_;
 };
+
+using Tipo = Lector::Tipo;
 
 // The kinds of statement a batch may hold; a batch holds one kind only.
 enum class Clase { Alta, Guardado, Regalo, Borrado };
@@ -201,41 +257,58 @@ void alta(Lector& l)
     l.palabra("MOVIMIENTOS");
     l.palabra("VALUES");
     l.simbolo("(");
-    for (int k = 0; k < kValoresDeAlta; ++k) {
-        if (k > 0)
+    // The positions of the number columns, from 1: the sequence, the client,
+    // the amounts, the provider, the payment, the rate, the types, the
+    // reserved numbers, the gains and the payment's rates.
+    static const std::set<int> numericas = {2, 3, 4, 5, 6, 7, 10, 12, 13, 14, 16, 17, 19, 21, 22, 23, 26, 27};
+    for (int k = 1; k <= kValoresDeAlta; ++k) {
+        if (k > 1)
             l.simbolo(",");
-        l.literal();
+        l.valor(k == 1 ? Tipo::Fecha : numericas.count(k) ? Tipo::Numero : Tipo::Texto);
     }
     l.simbolo(")");
 }
+
+// One assignment of a saved row: the column and what its value holds.
+struct Asignacion {
+    const char* columna;
+    Tipo tipo;
+};
+using Asignaciones = std::vector<Asignacion>;
 
 // The assignments the consoles write, in the order they write them. Every
 // console saves the common run up to "ganancia" and ends with
 // "tipo_servicio"; between them come the gains, the payment's date, time and
 // rates, and the Zelle bank, as the console and its mode of save send them.
 // Only these lists in this order pass: a text typed into a note cannot add
-// an assignment without breaking the order.
-const std::vector<std::vector<const char*>>& asignacionesDeGuardado()
+// an assignment without breaking the order, and the assignments a longer list
+// has more hold no free text, so the joining text of the statement cannot
+// stand in one of them either.
+const std::vector<Asignaciones>& asignacionesDeGuardado()
 {
-    static const std::vector<std::vector<const char*>> listas = [] {
-        const std::vector<const char*> comun = {"recibido", "enviado", "C_CLIENTE", "obs", "C_PROVEEDOR", "pago", "C_BANCO",
-                                                "operadora", "REFERENCIA", "confirmacion", "tipo_operacion", "ganancia"};
-        const std::vector<const char*> ganancias = {"g1", "g2", "g3"};
-        const std::vector<const char*> pago = {"fecha_pago", "hora_pago", "dolar1", "dolar2"};
-        const std::vector<const char*> zelle = {"bancozelle"};
-        const auto unir = [&](std::initializer_list<const std::vector<const char*>*> partes) {
-            std::vector<const char*> r = comun;
+    static const std::vector<Asignaciones> listas = [] {
+        const Asignaciones comun = {{"recibido", Tipo::Numero},       {"enviado", Tipo::Numero},
+                                    {"C_CLIENTE", Tipo::Numero},      {"obs", Tipo::Texto},
+                                    {"C_PROVEEDOR", Tipo::Numero},    {"pago", Tipo::Numero},
+                                    {"C_BANCO", Tipo::Texto},         {"operadora", Tipo::Texto},
+                                    {"REFERENCIA", Tipo::Texto},      {"confirmacion", Tipo::Numero},
+                                    {"tipo_operacion", Tipo::Numero}, {"ganancia", Tipo::Numero}};
+        const Asignaciones ganancias = {{"g1", Tipo::Numero}, {"g2", Tipo::Numero}, {"g3", Tipo::Numero}};
+        const Asignaciones pago = {{"fecha_pago", Tipo::Fecha}, {"hora_pago", Tipo::Hora},
+                                   {"dolar1", Tipo::Numero},    {"dolar2", Tipo::Numero}};
+        const Asignaciones zelle = {{"bancozelle", Tipo::Corto}};
+        const auto unir = [&](std::initializer_list<const Asignaciones*> partes) {
+            Asignaciones r = comun;
             for (const auto* p : partes)
                 r.insert(r.end(), p->begin(), p->end());
-            r.push_back("tipo_servicio");
+            r.push_back({"tipo_servicio", Tipo::Numero});
             return r;
         };
-        return std::vector<std::vector<const char*>>{
-            unir({}),                                // the USDT console
-            unir({&ganancias}),                      // the console by date of payment
-            unir({&ganancias, &zelle}),              // a plain save
-            unir({&ganancias, &pago, &zelle}),       // a payment run
-            unir({&ganancias, &pago}),
+        return std::vector<Asignaciones>{
+            unir({}),                          // the USDT console
+            unir({&ganancias}),                // the console by date of payment
+            unir({&ganancias, &zelle}),        // a plain save
+            unir({&ganancias, &pago, &zelle}), // a payment run
         };
     }();
     return listas;
@@ -246,19 +319,20 @@ void guardado(Lector& l)
 {
     l.palabra("SET");
     // Follows the lists that agree with what was read so far.
-    std::vector<const std::vector<const char*>*> posibles;
+    std::vector<const Asignaciones*> posibles;
     for (const auto& lista : asignacionesDeGuardado())
         posibles.push_back(&lista);
     for (size_t k = 0;; ++k) {
         const Pieza* p = l.actual();
-        std::vector<const std::vector<const char*>*> siguen;
+        std::vector<const Asignaciones*> siguen;
         for (const auto* lista : posibles)
-            if (p && k < lista->size() && p->es((*lista)[k]))
+            if (p && k < lista->size() && p->es((*lista)[k].columna))
                 siguen.push_back(lista);
         if (siguen.empty())
             l.rechazar();
         posibles = std::move(siguen);
-        l.igualA((*posibles.front())[k]);
+        const Asignacion& a = (*posibles.front())[k];
+        l.igualA(a.columna, a.tipo);
         // The list ends where one of them is complete; elsewhere a comma follows.
         bool completa = false;
         for (const auto* lista : posibles)
@@ -268,9 +342,9 @@ void guardado(Lector& l)
         l.simbolo(",");
     }
     l.palabra("WHERE");
-    l.igualA("FECHA");
+    l.igualA("FECHA", Tipo::Fecha);
     l.palabra("and");
-    l.igualA("SECUENCIA");
+    l.igualA("SECUENCIA", Tipo::Numero);
 }
 
 // " UPDATE proveedor SET  regalo = regalo +  " literal ", ultregalo =  " literal " WHERE C_proveedor =  " literal
@@ -282,15 +356,15 @@ void regalo(Lector& l)
     l.simbolo("=");
     l.palabra("regalo");
     if (l.aceptarSimbolo("+")) {
-        l.literal();
+        l.valor(Tipo::Numero);
         l.simbolo(",");
-        l.igualA("ultregalo");
+        l.igualA("ultregalo", Tipo::Numero);
     } else {
         l.simbolo("-");
-        l.literal();
+        l.valor(Tipo::Numero);
     }
     l.palabra("WHERE");
-    l.igualA("C_proveedor");
+    l.igualA("C_proveedor", Tipo::Numero);
 }
 
 // "delete movimientos where  fecha = " literal " and secuencia =  " literal
@@ -298,9 +372,9 @@ void borrado(Lector& l)
 {
     l.palabra("movimientos");
     l.palabra("where");
-    l.igualA("fecha");
+    l.igualA("fecha", Tipo::Fecha);
     l.palabra("and");
-    l.igualA("secuencia");
+    l.igualA("secuencia", Tipo::Numero);
 }
 
 Clase cambio(const std::vector<Pieza>& piezas, size_t desde, size_t hasta)
@@ -352,13 +426,13 @@ void consulta(const QString& sql)
         l.palabra("from");
         l.palabra("fotos");
         l.palabra("where");
-        l.igualA("cliente");
+        l.igualA("cliente", Tipo::Numero);
     } else {
         l.simbolo("*");
         l.palabra("from");
         if (l.aceptar("fotos")) {
             l.palabra("where");
-            l.igualA("cliente");
+            l.igualA("cliente", Tipo::Numero);
         } else if (!l.aceptar("dolar") && !l.aceptar("dolar_NEW")) {
             l.rechazar();
         }

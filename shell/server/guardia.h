@@ -48,7 +48,10 @@ void consulta(const QString& sql);
 // transactions (28 literals each), a run of saved transactions (the
 // console's assignments, keyed by FECHA and SECUENCIA equal to literals), one
 // gift update of a provider keyed by C_proveedor, or one delete of a
-// transaction keyed by fecha and secuencia. The screen says how many
+// transaction keyed by fecha and secuencia. Each value holds what the screens
+// put in its column (a number, a date, an hour, a short code, a free text), so
+// that a quote typed into two values cannot turn the statement's own joining
+// text into values. The screen says how many
 // statements it built: a quote typed in a value can close one statement and
 // start a whole new one of the same kind, and only the count shows it.
 void cambios(const QString& sql, int sentencias = 1);

@@ -3,7 +3,9 @@
 // server; the injections that once destroyed every transaction, typed into
 // the real screens, now end with the report and nothing written.
 #include "../consoles/mesa.h"
+#include "escribir.h"
 #include "fallo.h"
+#include "form1.h"
 #include "form2.h"
 #include "guardia.h"
 #include "movimientos.h"
@@ -80,6 +82,72 @@ private slots:
         QCOMPARE(rechazo(" UPDATE proveedor SET  regalo = regalo +  ' 1.5', ultregalo =  ' 1.5' WHERE C_proveedor =  '3'", false), QString());
         QCOMPARE(rechazo(" UPDATE proveedor SET  regalo = regalo -  '-2'  WHERE C_proveedor =  '0003'", false), QString());
         QCOMPARE(rechazo("delete movimientos where  fecha = '20250310' and secuencia =  0012", false), QString());
+    }
+
+    // The values a number column gets from the screens, in every form they
+    // take, pass; a text that is no number is refused in a number column and
+    // in a key, as the servers refuse to convert it.
+    void numerosEnSuSitio()
+    {
+        const auto conValores = [](const QString& sql, std::initializer_list<std::pair<const char*, const char*>> cambios) {
+            QString r = sql;
+            for (const auto& [de, a] : cambios)
+                r.replace(QString::fromUtf8(de), QString::fromUtf8(a));
+            return r;
+        };
+        const QString base = guardado("0001", kGanancias + kPago + kZelle);
+        // amounts with thousands marks (dotted twice), a returned row's empty
+        // gains, an unpaid row's empty bank, the marks 7777 and 8888, signs,
+        // blanks and exponents
+        for (const QString& sql :
+             {conValores(base, {{"'9.5'", "'1.234.50'"}, {"'10'", "' 10 '"}, {"g3 =  '0'", "g3 =  ''"}}),
+              conValores(base, {{"C_BANCO =  ''", "C_BANCO =  '7777'"}, {"g1 =  '9.5'", "g1 =  '-9.5'"}, {"g2 =  '9.5'", "g2 =  '+.5'"}}),
+              conValores(base, {{"C_BANCO =  ''", "C_BANCO =  '8888'"}, {"bancozelle =  'B'", "bancozelle =  ''"}}),
+              conValores(alta("0001"), {{"'10'", "'1.234.56'"}, {"'9.5','9.5',0", "'','',0"}}),
+              QStringLiteral(" UPDATE proveedor SET  regalo = regalo +  ' 1E-04', ultregalo =  ' 1E-04' WHERE C_proveedor =  '3'"),
+              QStringLiteral(" UPDATE proveedor SET  regalo = regalo -  ' 0'  WHERE C_proveedor =  '0000'")})
+            QVERIFY2(rechazo(sql, false).isEmpty(), qPrintable(sql + " -> " + rechazo(sql, false)));
+        QCOMPARE(rechazo("select top 1 * from fotos where cliente = ''", true), QString());
+        // A date cell typed shorter than dd/mm/yyyy, taken apart by position.
+        QCOMPARE(rechazo("delete movimientos where  fecha = '025/21/' and secuencia =  1", false), QString());
+
+        const QString conversion = QStringLiteral("Conversion failed");
+        for (const QString& sql : {
+                 conValores(base, {{"C_PROVEEDOR =  '0000'", "C_PROVEEDOR =  '3 OR 1=1'"}}),
+                 conValores(base, {{"SECUENCIA = '0001'", "SECUENCIA = '1 or 1'"}}),
+                 conValores(base, {{"FECHA=  '20250310'", "FECHA=  '2025031O'"}}),
+                 conValores(base, {{"'9.5'", "'9,5'"}}), // the screens send the point
+                 conValores(alta("0001"), {{"'0012'", "'12x'"}}),
+                 conValores(alta("0001"), {{"('20250310'", "('2025-03-10'"}}),
+                 QStringLiteral(" UPDATE proveedor SET  regalo = regalo -  'x'  WHERE C_proveedor =  '3'"),
+                 QStringLiteral(" UPDATE proveedor SET  regalo = regalo -  '1'  WHERE C_proveedor =  '3 or 1=1'"),
+                 QStringLiteral("delete movimientos where  fecha = '20250310' and secuencia =  '1 or 1'"),
+             })
+            QVERIFY2(rechazo(sql, false).startsWith(conversion), qPrintable(sql + " -> " + rechazo(sql, false)));
+        QVERIFY(rechazo("select top 1 * from fotos where cliente = '1 or 1=1'", true).startsWith(conversion));
+        // The date is the quoted text the screens send, never a bare number.
+        QVERIFY(rechazo(conValores(base, {{"FECHA=  '20250310'", "FECHA=  20250310"}}), false).startsWith("Incorrect syntax"));
+
+        // A quote typed into one value and another into a later one turn the
+        // statement's own joining text into a value and the typed text between
+        // into assignments. Here, in a save of the USDT console, the gain and
+        // the service assign the three gains that console never writes; the
+        // joining text lands in a number column and is refused.
+        const QString ganancia = QStringLiteral("100' , g1 = '1', g2 = '1', g3 = ");
+        const QString servicio = QStringLiteral(" , tipo_servicio = '1");
+        const QString tresGanancias = conValores(
+            guardado("0001", QString()), {{"ganancia =  '100'", "ganancia =  '#1'"}, {"tipo_servicio =  '1'", "tipo_servicio =  '#2'"}});
+        const QString inyectada = QString(tresGanancias).replace("#1", ganancia).replace("#2", servicio);
+        QVERIFY2(rechazo(inyectada, false).startsWith(conversion), qPrintable(inyectada + " -> " + rechazo(inyectada, false)));
+        // Nor does it fit the text columns that a longer list has more: the
+        // Zelle bank's one character, the payment's date and time.
+        const QString enTexto = QString(tresGanancias).replace("#1", ganancia + "'0', bancozelle = ").replace("#2", servicio);
+        QCOMPARE(rechazo(enTexto, false), QStringLiteral("String or binary data would be truncated."));
+        const QString enFecha = QString(tresGanancias)
+                                    .replace("#1", ganancia + "'0', fecha_pago = ")
+                                    .replace("#2", ", hora_pago = '1', dolar1 = '1', dolar2 = '1', bancozelle = '1', tipo_servicio = '1");
+        QVERIFY2(rechazo(enFecha, false).startsWith(conversion), qPrintable(enFecha + " -> " + rechazo(enFecha, false)));
+        QVERIFY(rechazo(QString(base).replace("'10:00:00'", "'10:00 x'"), false).startsWith(conversion));
     }
 
     void todoLoDemasSeRechaza()
@@ -213,6 +281,58 @@ private slots:
                 QCOMPARE(f.numero(), kServidor);
             }
             QCOMPARE(c.s.base.valor(filas), antes);
+        }
+        // One quote in the "Nota" and one in the "Referencia" of a row: the
+        // statement's own text between them reads as values, the first of
+        // them the provider's code.
+        Mesa<Form2> c(QString::fromUtf8(kFilas), "Form2", QDate(2025, 3, 10), QDate(2025, 3, 10));
+        const QString antes = c.s.base.valor(filas);
+        c.escribir(0, 22, QStringLiteral("x' , C_PROVEEDOR ="));
+        c.escribir(0, 11, QStringLiteral("' y"));
+        try {
+            c.p->ACTUALIZAR->click();
+            QFAIL("the save was sent");
+        } catch (const FalloEjecucion& f) {
+            QCOMPARE(f.numero(), kServidor);
+            QVERIFY2(f.texto().startsWith("Conversion failed when converting the varchar value ', C_PROVEEDOR ="),
+                     qPrintable(f.texto()));
+        }
+        QCOMPARE(c.s.base.valor(filas), antes);
+    }
+
+    // The second entry screen's lines: a client code closing its line's
+    // statement and entering another on a date of its choice, and one quote
+    // typed in each of two lines, which turns the text between them inside
+    // out. Refused with the report, nothing written.
+    void inyeccionEnElLote()
+    {
+        const QString lineas[][2] = {
+            {QStringLiteral("12','100','94.3','0','0','','','0','1',2,'1',0,'',0,0,'',100,'','94.3','94.3',0,'','',0,0,'0')"
+                            " INSERT INTO MOVIMIENTOS VALUES ('20200101','1','12"),
+             QString()},
+            {QStringLiteral("12'"), QStringLiteral("'7")},
+        };
+        for (const auto& [primera, segunda] : lineas) {
+            SesionDePrueba s(false);
+            s.base.sql(QStringLiteral("INSERT INTO servicios (C_SERVIcio, D_SERVIcio, letra) VALUES (1, 'TRUMIN', 'T');"
+                                      "INSERT INTO clientes VALUES (12, 'ANA ROJAS', ''), (7, 'LUIS MORA', '')"));
+            s.m->Carga_Tablas();
+            auto* p = s.abrir<Form1>(QStringLiteral("Form1"));
+            for (int fila : {0, 1}) {
+                const QString cliente = fila == 0 ? primera : (segunda.isEmpty() ? QStringLiteral("7") : segunda);
+                escribirEnCelda(*p->GRID, fila, 1, cliente);
+                escribirEnCelda(*p->GRID, fila, 3, QStringLiteral("100"));
+                escribirEnCelda(*p->GRID, fila, 4, QStringLiteral("94,3"));
+                escribirEnCelda(*p->GRID, fila, 8, QStringLiteral("t"));
+            }
+            QCOMPARE(p->Celdas.Value(0, 1).texto(), primera);
+            try {
+                p->INCLUIR->click();
+                QFAIL("the batch was sent");
+            } catch (const FalloEjecucion& f) {
+                QCOMPARE(f.numero(), kServidor);
+            }
+            QCOMPARE(s.base.valor("select count(*) from MOVIMIENTOS"), QStringLiteral("0"));
         }
     }
 
