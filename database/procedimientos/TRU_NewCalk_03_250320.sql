@@ -16,9 +16,9 @@ SELECT CAST(@ano AS INTEGER) * 100 + n AS Fecha FROM meses ORDER BY n;
 
 WITH dias AS MATERIALIZED (
     SELECT FECHA, total(recibido) AS suma, count(*) AS cuantos,
-           total(CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS gan
+           total(CASE WHEN C_BANCO = '' THEN 0 WHEN C_BANCO >= '!' OR trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS gan
     FROM MOVIMIENTOS
-    WHERE FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
+    WHERE FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND C_BANCO <> '7777'
       AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
       AND (@servicio = 0
            OR (@servicio IN (98, 99)
@@ -39,7 +39,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
-              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -59,7 +59,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
-              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -85,7 +85,7 @@ grupos AS MATERIALIZED (
                    OR (@servicio IN (98, 99)
                        AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
                    OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
-    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('', '7777'))
+    FROM codigos WHERE codigo IS NOT NULL AND codigo <> '7777' AND trim(codigo) <> '')
 SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
 ORDER BY Suma DESC, Banco;
@@ -94,7 +94,7 @@ WITH dias AS MATERIALIZED (
     SELECT FECHA, total(recibido) AS suma
     FROM MOVIMIENTOS
     WHERE FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND tipo_operacion = 3
-      AND trim(C_BANCO) NOT IN ('', '7777')
+      AND C_BANCO <> '7777' AND trim(C_BANCO) <> ''
       AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
       AND (@servicio = 0
            OR (@servicio IN (98, 99)
@@ -113,7 +113,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE tipo_servicio = codigos.codigo
-              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
     FROM codigos
     WHERE codigo IS NOT NULL

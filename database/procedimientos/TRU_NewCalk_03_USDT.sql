@@ -13,10 +13,10 @@ FROM meses ORDER BY n;
 
 WITH dias AS MATERIALIZED (
     SELECT FECHA, total(enviado) AS suma, count(*) AS cuantos,
-           total(CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS gan
+           total(CASE WHEN C_BANCO = '' THEN 0 WHEN C_BANCO >= '!' OR trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS gan
     FROM MOVIMIENTOS
     WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-      AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+      AND FECHA <= strftime('%Y%m31', GETDATE()) AND C_BANCO <> '7777'
       AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
       AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
     GROUP BY FECHA)
@@ -35,7 +35,7 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
@@ -53,7 +53,7 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
@@ -74,7 +74,7 @@ grupos AS MATERIALIZED (
               AND FECHA <= strftime('%Y%m31', GETDATE())
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
-    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('', '7777'))
+    FROM codigos WHERE codigo IS NOT NULL AND codigo <> '7777' AND trim(codigo) <> '')
 SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
 ORDER BY Suma DESC, Banco;
@@ -84,7 +84,7 @@ WITH dias AS MATERIALIZED (
     FROM MOVIMIENTOS
     WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
       AND FECHA <= strftime('%Y%m31', GETDATE()) AND tipo_operacion = 3
-      AND trim(C_BANCO) NOT IN ('', '7777')
+      AND C_BANCO <> '7777' AND trim(C_BANCO) <> ''
       AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
       AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
     GROUP BY FECHA)
@@ -101,7 +101,7 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE tipo_servicio = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
     FROM codigos
     WHERE codigo IS NOT NULL
