@@ -518,8 +518,12 @@ void CALCULOS01::Carga_Estadistica()
     // Set 5: the direct transfers, into column 3 of their days.
     rs.NextRecordset();
     Suma_Grid = 0;
+    int directos = 0;
+    m.J = 0;
     for (; !rs.Eof(); rs.MoveNext()) {
+        m.J = ++directos;
         const int dia = CInt(rs.Fields(QStringLiteral("dia")).aDouble());
+        m.I = dia;
         const double suma = rs.Fields(QStringLiteral("Suma")).aDouble();
         Celdas(dia - 1, 3) = Format(suma, QStringLiteral("###,###"));
         Suma_Grid += suma;
