@@ -1033,7 +1033,7 @@ BEGIN
     SELECT CAST(LEFT(FECHA, 6) AS int) AS Fecha, SUM(monto) AS Suma, COUNT(*) AS Tot_m,
            CASE WHEN SUM(monto) > 0 THEN 100 * SUM(gan) / SUM(monto) ELSE 0 END AS Porcen, SUM(gan) AS Totgan
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
-    GROUP BY LEFT(FECHA, 6) ORDER BY Fecha;
+    GROUP BY LEFT(FECHA, 6) ORDER BY LEFT(FECHA, 6);
     SELECT C_PROVEEDOR AS prov, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
     GROUP BY C_PROVEEDOR ORDER BY Suma DESC, prov;
@@ -1047,7 +1047,7 @@ BEGIN
     SELECT CAST(LEFT(FECHA, 6) AS int) AS Fecha, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
     WHERE tipo_operacion = 3 AND LTRIM(RTRIM(C_BANCO)) <> ''
-    GROUP BY LEFT(FECHA, 6) ORDER BY Fecha;
+    GROUP BY LEFT(FECHA, 6) ORDER BY LEFT(FECHA, 6);
     SELECT tipo_servicio AS servi, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
     GROUP BY tipo_servicio ORDER BY Suma DESC, servi;
@@ -1072,7 +1072,7 @@ BEGIN
     SELECT CAST(LEFT(FECHA, 6) AS int) AS Fecha, SUM(monto) AS Suma, COUNT(*) AS Tot_m,
            CASE WHEN SUM(monto) > 0 THEN 100 * SUM(gan) / SUM(monto) ELSE 0 END AS Porcen, SUM(gan) AS Totgan
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
-    GROUP BY LEFT(FECHA, 6) ORDER BY Fecha;
+    GROUP BY LEFT(FECHA, 6) ORDER BY LEFT(FECHA, 6);
     SELECT C_PROVEEDOR AS prov, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
     GROUP BY C_PROVEEDOR ORDER BY Suma DESC, prov;
@@ -1086,7 +1086,7 @@ BEGIN
     SELECT CAST(LEFT(FECHA, 6) AS int) AS Fecha, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
     WHERE tipo_operacion = 3 AND LTRIM(RTRIM(C_BANCO)) <> ''
-    GROUP BY LEFT(FECHA, 6) ORDER BY Fecha;
+    GROUP BY LEFT(FECHA, 6) ORDER BY LEFT(FECHA, 6);
     SELECT tipo_servicio AS servi, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
     GROUP BY tipo_servicio ORDER BY Suma DESC, servi;
