@@ -337,6 +337,8 @@ private slots:
         t.cargar(QStringLiteral("2023"), QString());
         QCOMPARE(p->Celdas.filas(), 12);
         QCOMPARE(t.pies(p->GRID, {2, 3}), QStringList({"", ""}));
+        // Unlike the daily screen, the layout leaves the transactions' footer too.
+        QCOMPARE(t.pies(p->GRID, {4, 5, 6}), QStringList({"8", "-0,24", "-3"}));
         QCOMPARE(p->Celdas1.filas(), 0);
     }
 
