@@ -66,6 +66,10 @@ CREATE INDEX movimientos_proveedor ON MOVIMIENTOS
     (C_PROVEEDOR, FECHA, C_BANCO, operadora, tipo_servicio, recibido, enviado);
 CREATE INDEX movimientos_banco ON MOVIMIENTOS (C_BANCO, FECHA, operadora, tipo_servicio, recibido, enviado);
 CREATE INDEX movimientos_servicio ON MOVIMIENTOS (tipo_servicio, FECHA, C_BANCO, operadora, recibido, enviado);
+-- The direct transfers (type of operation 3), a tenth of the rows or so, by
+-- date: the "Directos" of the statistics read them alone.
+CREATE INDEX movimientos_directos ON MOVIMIENTOS
+    (tipo_operacion, FECHA, C_BANCO, operadora, tipo_servicio, recibido, enviado) WHERE tipo_operacion = 3;
 
 -- Venezuelan banks through which the bolivars are paid, by their 4-digit code.
 CREATE TABLE bancos (

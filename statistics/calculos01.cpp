@@ -412,20 +412,22 @@ void CALCULOS01::Lee_Proveedores(double total)
               QStringLiteral("###,##0.00"), true, false);
 }
 
-QHash<int, QString> CALCULOS01::Indice_Clientes() const
+QHash<int, QString> CALCULOS01::Indice_Clientes(bool& completo) const
 {
     // The first row of a code wins, as in Nombre_Cliente. A code text that is
     // no number ends the index: the codes not found before it go to
     // Nombre_Cliente, which meets that row as it always has.
     QHash<int, QString> indice;
+    completo = false;
     for (int j = 1; j <= m.N_Clientes; ++j) {
         const QString& codigo = m.Clientes_T(j, 1);
         if (!codigo.trimmed().isEmpty() && !Numeros::EsNumerico(codigo))
-            break;
+            return indice;
         const int clave = int(Numeros::Int(Numeros::CDbl(codigo)));
         if (!indice.contains(clave))
             indice.insert(clave, m.Clientes_T(j, 2));
     }
+    completo = true;
     return indice;
 }
 
@@ -433,13 +435,18 @@ void CALCULOS01::Lee_Clientes(double total)
 {
     m.Rs->NextRecordset();
     Total_Cuantos = 0;
-    const QHash<int, QString> nombres = Indice_Clientes();
+    bool completo = false;
+    const QHash<int, QString> nombres = Indice_Clientes(completo);
     Lee_Grupo(
         GRID2, Celdas2, QStringLiteral("Cliente"), QStringLiteral("0000"),
-        [this, &nombres](const Valor& v) {
+        [this, &nombres, completo](const Valor& v) {
             const int16_t codigo = CInt(v.aDouble());
             const auto nombre = nombres.constFind(codigo);
-            return nombre != nombres.constEnd() ? nombre.value() : m.Nombre_Cliente(codigo);
+            if (nombre != nombres.constEnd())
+                return nombre.value();
+            // An unknown code shows as the number, as Nombre_Cliente gives
+            // it after searching the whole cache in vain.
+            return completo ? QString::number(codigo) : m.Nombre_Cliente(codigo);
         },
         total, QStringLiteral("###,##0.00"), true, Con_Cuantos());
 }
@@ -518,8 +525,12 @@ void CALCULOS01::Carga_Estadistica()
     // Set 5: the direct transfers, into column 3 of their days.
     rs.NextRecordset();
     Suma_Grid = 0;
+    int directos = 0;
+    m.J = 0;
     for (; !rs.Eof(); rs.MoveNext()) {
+        m.J = ++directos;
         const int dia = CInt(rs.Fields(QStringLiteral("dia")).aDouble());
+        m.I = dia;
         const double suma = rs.Fields(QStringLiteral("Suma")).aDouble();
         Celdas(dia - 1, 3) = Format(suma, QStringLiteral("###,###"));
         Suma_Grid += suma;

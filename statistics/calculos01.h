@@ -135,7 +135,8 @@ protected:
 private:
     // The clients' names by code, taken from the cache once per load: a year
     // may list thousands of clients, and Nombre_Cliente searches the cache
-    // from the top for each one.
-    QHash<int, QString> Indice_Clientes() const;
+    // from the top for each one. `completo` tells whether the index holds
+    // every row of the cache, so that a code not in it is a code unknown.
+    QHash<int, QString> Indice_Clientes(bool& completo) const;
     void Ordena(Rejilla* grid, ::Celdas& celdas, int col, Celdas::Clave clave, Celdas::Orden orden);
 };

@@ -10,14 +10,19 @@
 --     6 by service (servi): dollars received, the largest first;
 --   5 by day: the dollars of the rows paid by direct transfer (type of
 --     operation 3).
--- Rows returned to the client (bank 7777) count nowhere. Unpaid rows count as
--- received (the money is in hand) but earn nothing until they are paid.
+-- Rows returned to the client count nowhere: their bank is '7777', exactly as
+-- the console stores and recognizes a return. Unpaid rows (no bank) count as
+-- received (the money is in hand) but earn nothing until they are paid. A row
+-- is paid when its bank holds more than blanks: the plain comparisons settle
+-- every row with an empty bank or one that starts with a character, so trim
+-- runs only on the odd bank that starts with a blank.
 -- Filters: the month as yyyymm text, taken as sent; operator 0 all, 1 or 2;
 -- service 0 all, 98 every service with sw_calculos 1, 99 every one with
 -- sw_calculos 2, any other that service code (the service boxes of the
 -- screen send 1 to 4, the codes of the four wallets).
 --
--- The days come from the index by date in its order. The sets by code walk
+-- The days come from the index by date in its order, the direct transfers
+-- from their own small index (type of operation 3). The sets by code walk
 -- the codes of their index one seek at a time (codes), and add up each code's
 -- rows of the period through the same index (grupos, materialized so that the
 -- walk runs once): no set sorts the rows of the period, only its few totals.
@@ -26,10 +31,10 @@
 --@param @servicio INTEGER = 0
 SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(recibido) AS Suma, count(*) AS Tot_m,
        CASE WHEN total(recibido) > 0
-            THEN 100 * total(CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END) / total(recibido) ELSE 0 END AS Porcen,
-       total(CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS Totgan
+            THEN 100 * total(CASE WHEN C_BANCO = '' THEN 0 WHEN C_BANCO >= '!' OR trim(C_BANCO) <> '' THEN g2 ELSE 0 END) / total(recibido) ELSE 0 END AS Porcen,
+       total(CASE WHEN C_BANCO = '' THEN 0 WHEN C_BANCO >= '!' OR trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS Totgan
 FROM MOVIMIENTOS
-WHERE FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND trim(C_BANCO) <> '7777'
+WHERE FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND C_BANCO <> '7777'
   AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
   AND (@servicio = 0
        OR (@servicio IN (98, 99)
@@ -46,7 +51,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
-              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -66,7 +71,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
-              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -92,7 +97,7 @@ grupos AS MATERIALIZED (
                    OR (@servicio IN (98, 99)
                        AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
                    OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
-    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('', '7777'))
+    FROM codigos WHERE codigo IS NOT NULL AND codigo <> '7777' AND trim(codigo) <> '')
 SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
 ORDER BY Suma DESC, Banco;
@@ -100,7 +105,7 @@ ORDER BY Suma DESC, Banco;
 SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(recibido) AS Suma
 FROM MOVIMIENTOS
 WHERE FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND tipo_operacion = 3
-  AND trim(C_BANCO) NOT IN ('', '7777')
+  AND C_BANCO <> '7777' AND trim(C_BANCO) <> ''
   AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
   AND (@servicio = 0
        OR (@servicio IN (98, 99)
@@ -117,7 +122,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE tipo_servicio = codigos.codigo
-              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
     FROM codigos
     WHERE codigo IS NOT NULL

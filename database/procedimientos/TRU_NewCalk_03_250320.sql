@@ -6,29 +6,33 @@
 --   1 by month: received (Suma), transactions (Tot_m), gain (Totgan),
 --     percentage of gain (Porcen); 2 by provider; 3 by client (cuantos);
 --   4 by paying bank; 5 by month, the direct transfers; 6 by service.
--- The year is the text as sent ('2025'). The months are added up from the
--- days, which the index by date gives in order.
+-- The year is the text as sent ('2025'). Each month of set 1 is added up
+-- over its own range of the index by date (periodos, grupos), and only the
+-- months with movements are listed.
 --@param @ano TEXT = ''
 --@param @operadora INTEGER = 0
 --@param @servicio INTEGER = 0
 WITH RECURSIVE meses(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM meses WHERE n < 12)
 SELECT CAST(@ano AS INTEGER) * 100 + n AS Fecha FROM meses ORDER BY n;
 
-WITH dias AS MATERIALIZED (
-    SELECT FECHA, total(recibido) AS suma, count(*) AS cuantos,
-           total(CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS gan
-    FROM MOVIMIENTOS
-    WHERE FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
-      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-      AND (@servicio = 0
-           OR (@servicio IN (98, 99)
-               AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-           OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))
-    GROUP BY FECHA)
-SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(suma) AS Suma, sum(cuantos) AS Tot_m,
-       CASE WHEN total(suma) > 0 THEN 100 * total(gan) / total(suma) ELSE 0 END AS Porcen,
-       total(gan) AS Totgan
-FROM dias GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
+WITH RECURSIVE meses(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM meses WHERE n < 12),
+periodos AS MATERIALIZED (SELECT @ano || printf('%02d', n) AS mes FROM meses),
+grupos AS MATERIALIZED (
+    SELECT mes,
+           (SELECT json_array(total(recibido), count(*), total(CASE WHEN C_BANCO = '' THEN 0 WHEN C_BANCO >= '!' OR trim(C_BANCO) <> '' THEN g2 ELSE 0 END))
+            FROM MOVIMIENTOS
+            WHERE FECHA >= periodos.mes || '01' AND FECHA <= periodos.mes || '31' AND C_BANCO <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND (@servicio = 0
+                   OR (@servicio IN (98, 99)
+                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
+                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+    FROM periodos)
+SELECT CAST(mes AS INTEGER) AS Fecha, json_extract(cifras, '$[0]') AS Suma, json_extract(cifras, '$[1]') AS Tot_m,
+       CASE WHEN json_extract(cifras, '$[0]') > 0
+            THEN 100 * json_extract(cifras, '$[2]') / json_extract(cifras, '$[0]') ELSE 0 END AS Porcen,
+       json_extract(cifras, '$[2]') AS Totgan
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0 ORDER BY Fecha;
 
 WITH RECURSIVE codigos(codigo) AS (
     SELECT (SELECT min(C_PROVEEDOR) FROM MOVIMIENTOS)
@@ -39,7 +43,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
-              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -59,7 +63,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
-              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -85,7 +89,7 @@ grupos AS MATERIALIZED (
                    OR (@servicio IN (98, 99)
                        AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
                    OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
-    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('', '7777'))
+    FROM codigos WHERE codigo IS NOT NULL AND codigo <> '7777' AND trim(codigo) <> '')
 SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
 ORDER BY Suma DESC, Banco;
@@ -94,7 +98,7 @@ WITH dias AS MATERIALIZED (
     SELECT FECHA, total(recibido) AS suma
     FROM MOVIMIENTOS
     WHERE FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND tipo_operacion = 3
-      AND trim(C_BANCO) NOT IN ('', '7777')
+      AND C_BANCO <> '7777' AND trim(C_BANCO) <> ''
       AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
       AND (@servicio = 0
            OR (@servicio IN (98, 99)
@@ -113,7 +117,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE tipo_servicio = codigos.codigo
-              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
     FROM codigos
     WHERE codigo IS NOT NULL

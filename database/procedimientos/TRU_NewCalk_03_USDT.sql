@@ -11,19 +11,21 @@ WITH RECURSIVE meses(n) AS (SELECT 0 UNION ALL SELECT n + 1 FROM meses WHERE n <
 SELECT CAST(strftime('%Y%m', GETDATE(), 'start of month', '-' || (11 - n) || ' months') AS INTEGER) AS fech
 FROM meses ORDER BY n;
 
-WITH dias AS MATERIALIZED (
-    SELECT FECHA, total(enviado) AS suma, count(*) AS cuantos,
-           total(CASE WHEN trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS gan
-    FROM MOVIMIENTOS
-    WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-      AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
-      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-      AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
-    GROUP BY FECHA)
-SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(suma) AS Suma, sum(cuantos) AS Tot_m,
-       CASE WHEN total(suma) > 0 THEN 100 * total(gan) / total(suma) ELSE 0 END AS Porcen,
-       total(gan) AS Totgan
-FROM dias GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
+WITH RECURSIVE meses(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM meses WHERE n < 12),
+periodos AS MATERIALIZED (SELECT strftime('%Y%m', GETDATE(), 'start of month', '-' || (12 - n) || ' months') AS mes FROM meses),
+grupos AS MATERIALIZED (
+    SELECT mes,
+           (SELECT json_array(total(enviado), count(*), total(CASE WHEN C_BANCO = '' THEN 0 WHEN C_BANCO >= '!' OR trim(C_BANCO) <> '' THEN g2 ELSE 0 END))
+            FROM MOVIMIENTOS
+            WHERE FECHA >= periodos.mes || '01' AND FECHA <= periodos.mes || '31' AND C_BANCO <> '7777'
+              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
+              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+    FROM periodos)
+SELECT CAST(mes AS INTEGER) AS Fecha, json_extract(cifras, '$[0]') AS Suma, json_extract(cifras, '$[1]') AS Tot_m,
+       CASE WHEN json_extract(cifras, '$[0]') > 0
+            THEN 100 * json_extract(cifras, '$[2]') / json_extract(cifras, '$[0]') ELSE 0 END AS Porcen,
+       json_extract(cifras, '$[2]') AS Totgan
+FROM grupos WHERE json_extract(cifras, '$[1]') > 0 ORDER BY Fecha;
 
 WITH RECURSIVE codigos(codigo) AS (
     SELECT (SELECT min(C_PROVEEDOR) FROM MOVIMIENTOS)
@@ -35,7 +37,7 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
@@ -53,7 +55,7 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
@@ -74,7 +76,7 @@ grupos AS MATERIALIZED (
               AND FECHA <= strftime('%Y%m31', GETDATE())
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
-    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('', '7777'))
+    FROM codigos WHERE codigo IS NOT NULL AND codigo <> '7777' AND trim(codigo) <> '')
 SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
 ORDER BY Suma DESC, Banco;
@@ -84,7 +86,7 @@ WITH dias AS MATERIALIZED (
     FROM MOVIMIENTOS
     WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
       AND FECHA <= strftime('%Y%m31', GETDATE()) AND tipo_operacion = 3
-      AND trim(C_BANCO) NOT IN ('', '7777')
+      AND C_BANCO <> '7777' AND trim(C_BANCO) <> ''
       AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
       AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
     GROUP BY FECHA)
@@ -101,7 +103,7 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE tipo_servicio = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND C_BANCO <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
     FROM codigos
     WHERE codigo IS NOT NULL

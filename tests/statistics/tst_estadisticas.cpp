@@ -164,6 +164,24 @@ private slots:
         QCOMPARE(t.pies(p->GRID5, {0, 2}), QStringList({"", "1.195"}));
     }
 
+    void bancos_en_blanco_y_devoluciones()
+    {
+        // A bank of blanks is no payment; one that starts with a blank is;
+        // a return ('7777') counts nowhere, not even as a transaction.
+        Tablero<CALCULOS01> t("CALCULOS01", QString::fromUtf8(kDatos) + QStringLiteral(
+            "INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, C_BANCO, "
+            "operadora, tipo_operacion, tipo_servicio, g2) VALUES "
+            "('20250402', 1, 12, 10, 10, 1, '  ', '1', 3, 1, 5), "
+            "('20250402', 2, 12, 20, 20, 1, ' 0134', '1', 3, 1, 3), "
+            "('20250402', 3, 12, 40, 40, 1, '7777', '1', 3, 1, 9);"));
+        CALCULOS01* p = t.p;
+        t.cargar(QStringLiteral("2025"), QStringLiteral("04"));
+        // received, directs (paid ones only), transactions, %, gain
+        QCOMPARE(t.fila(p->Celdas, 1, {2, 3, 4, 5, 6}), QStringList({"30", "20", "2", "10,00", "3,00"}));
+        QCOMPARE(p->Celdas4.filas(), 1);
+        QCOMPARE(t.pies(p->GRID1, {0, 2}), QStringList({"1", "30"}));
+    }
+
     void meses_cortos_y_mes_sin_datos()
     {
         Tablero<CALCULOS01> t("CALCULOS01");
@@ -210,6 +228,8 @@ private slots:
 
         p->Option2[2]->click(); // second operator: 03/2 and 20/1
         QCOMPARE(recibido(), QStringLiteral("50"));
+        // The shared day counter ends as the load leaves it: the days of directs.
+        QCOMPARE(t.s.m->J.aTexto(), QStringLiteral("1"));
         p->Option2[0]->click();
         QCOMPARE(recibido(), QStringLiteral("1.195"));
 
@@ -317,6 +337,8 @@ private slots:
         t.cargar(QStringLiteral("2023"), QString());
         QCOMPARE(p->Celdas.filas(), 12);
         QCOMPARE(t.pies(p->GRID, {2, 3}), QStringList({"", ""}));
+        // Unlike the daily screen, the layout leaves the transactions' footer too.
+        QCOMPARE(t.pies(p->GRID, {4, 5, 6}), QStringList({"8", "-0,24", "-3"}));
         QCOMPARE(p->Celdas1.filas(), 0);
     }
 
