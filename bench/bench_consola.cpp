@@ -4,25 +4,15 @@
 // peak memory of the process.
 //
 //   bench_consola            builds the two databases and prints the figures
-#include "arranque.h"
 #include "consola.h"
 #include "embebido.h"
 #include "form2.h"
-#include "login.h"
-#include "mdiform1.h"
-#include "module1.h"
+#include "medicion.h"
 
 #include <QApplication>
 #include <QDateEdit>
-#include <QElapsedTimer>
 #include <QPushButton>
 #include <QTemporaryDir>
-#include <sqlite3.h>
-#include <sys/resource.h>
-
-#include <algorithm>
-#include <cstdio>
-#include <vector>
 
 namespace {
 
@@ -34,9 +24,7 @@ const int kDias = 50;
 void llenar(const QString& archivo, int total)
 {
     ServidorEmbebido::crearBase(archivo, true);
-    sqlite3* bd = nullptr;
-    sqlite3_open(archivo.toUtf8().constData(), &bd);
-    const QByteArray sql = QStringLiteral(
+    ejecutarEnArchivo(archivo, QStringLiteral(
         "DELETE FROM MOVIMIENTOS;"
         "WITH RECURSIVE n(k) AS (SELECT 0 UNION ALL SELECT k + 1 FROM n WHERE k < %1 - 1),"
         " f AS (SELECT k, strftime('%Y%m%d', date('%2', '+' || (k % %3) || ' days')) AS fecha, k / %3 + 1 AS sec,"
@@ -50,15 +38,10 @@ void llenar(const QString& archivo, int total)
         " CASE WHEN x % 37 = 0 THEN 'URGENTE' ELSE '' END, 1.25, 1.25, 0,"
         " CASE banco WHEN '0134' THEN fecha ELSE '' END, CASE banco WHEN '0134' THEN '10:20:30' ELSE '' END,"
         " 365.5, 372.8, '0' FROM g;")
-                               .arg(total)
-                               .arg(kPrimerDia.toString(QStringLiteral("yyyy-MM-dd")))
-                               .arg(kDias)
-                               .toUtf8();
-    char* error = nullptr;
-    if (sqlite3_exec(bd, sql.constData(), nullptr, nullptr, &error) != SQLITE_OK)
-        std::fprintf(stderr, "%s\n", error);
-    sqlite3_free(error);
-    sqlite3_close(bd);
+                                   .arg(total)
+                                   .arg(kPrimerDia.toString(QStringLiteral("yyyy-MM-dd")))
+                                   .arg(kDias)
+                                   .toUtf8());
 }
 
 // The same rows and columns read straight from the file, every value touched.
@@ -99,19 +82,6 @@ double lecturaDirecta(const QString& archivo, int& filas)
     return bytes ? ms : -1;
 }
 
-double picoDeMemoriaMB()
-{
-    rusage uso{};
-    getrusage(RUSAGE_SELF, &uso);
-    return uso.ru_maxrss / 1024.0;
-}
-
-double mediana(std::vector<double> v)
-{
-    std::sort(v.begin(), v.end());
-    return v[v.size() / 2];
-}
-
 void medir(int total)
 {
     QTemporaryDir dir;
@@ -126,43 +96,21 @@ void medir(int total)
     double consulta = 0, procedimiento = 0;
     int filas = 0;
     {
-        Despliegue d;
-        d.archivo = archivo;
-        Module1 m(d);
-        m.Conexion.ConnectionString = QStringLiteral("Provider=embebido;Data Source=") + archivo;
-        m.Conexion.Open();
-        LOGIN::Carga_Parametros(m);
-        MDIForm1 principal(m);
-        Registra_Pantallas(principal);
-        principal.resize(1600, 900);
-        principal.show();
-        auto* p = static_cast<Form2*>(principal.Mostrar(QStringLiteral("Form2")));
-        QCoreApplication::processEvents();
+        SesionDeMedicion s(archivo);
+        auto* p = s.mostrar<Form2>("Form2");
         p->Fecha1->setDate(kPrimerDia);
         p->Fecha2->setDate(kPrimerDia.addDays(kDias - 1));
-        std::vector<double> tiempos;
-        for (int i = 0; i < 5; ++i) {
-            QElapsedTimer t;
-            t.start();
+        consulta = medianaDe(5, [p] {
             p->SELECCIONA->click();
             QCoreApplication::processEvents(); // the grid shows its rows
-            tiempos.push_back(t.nsecsElapsed() / 1e6);
-        }
-        consulta = mediana(tiempos);
+        });
         filas = p->Celdas.UpperBound(1) + 1;
 
         // The server's part alone: the procedure with the same values, fully fetched.
-        std::vector<double> servidor;
         const std::vector<Parametro> valores{Valor(kPrimerDia.toString(QStringLiteral("yyyyMMdd"))),
                                              Valor(kPrimerDia.addDays(kDias - 1).toString(QStringLiteral("yyyyMMdd"))),
                                              Valor(0), Valor(0), Valor(QString()), Valor(QString()), Valor(0)};
-        for (int i = 0; i < 3; ++i) {
-            QElapsedTimer t;
-            t.start();
-            const Resultados r = m.Conexion.servidor().procedimiento(QStringLiteral("TRU_CONSULTA_1127"), valores);
-            servidor.push_back(t.nsecsElapsed() / 1e6);
-        }
-        procedimiento = mediana(servidor);
+        procedimiento = medianaDe(3, [&] { s.m.Conexion.servidor().procedimiento(QStringLiteral("TRU_CONSULTA_1127"), valores); });
     }
     const double directa = mediana(directas);
     std::printf("%7d transacciones (%d en la consola, %d leídas directas): CONSULTAR %.0f ms (el procedimiento solo %.0f ms),"

@@ -6,25 +6,15 @@
 //
 //   bench_estadisticas            builds the two databases and prints the figures
 //   bench_estadisticas 100000     one size only
-#include "arranque.h"
 #include "calculos01.h"
 #include "embebido.h"
-#include "login.h"
-#include "mdiform1.h"
-#include "module1.h"
+#include "medicion.h"
 #include "resumen_mensual.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
-#include <sqlite3.h>
-#include <sys/resource.h>
-
-#include <algorithm>
-#include <cstdio>
-#include <vector>
 
 namespace {
 
@@ -40,9 +30,7 @@ double llenar(const QString& archivo, int total)
     ServidorEmbebido::crearBase(archivo, true);
     QElapsedTimer t;
     t.start();
-    sqlite3* bd = nullptr;
-    sqlite3_open(archivo.toUtf8().constData(), &bd);
-    const QByteArray sql = QStringLiteral(
+    ejecutarEnArchivo(archivo, QStringLiteral(
         "BEGIN; DELETE FROM MOVIMIENTOS;"
         "WITH RECURSIVE n(k) AS (SELECT 0 UNION ALL SELECT k + 1 FROM n WHERE k < %1 - 1),"
         " f AS (SELECT k, strftime('%Y%m%d', date('%2', '+' || (k % %3) || ' days')) AS fecha, k / %3 + 1 AS sec,"
@@ -59,15 +47,10 @@ double llenar(const QString& archivo, int total)
         " CASE banco WHEN '' THEN 100 ELSE 5.5 END, '', 1.25, CASE banco WHEN '' THEN 18 + x * 0.9 ELSE 1.25 END, 0,"
         " CASE banco WHEN '' THEN '' ELSE fecha END, CASE banco WHEN '' THEN '' ELSE '10:20:30' END,"
         " 365.5, 372.8, '0' FROM g; COMMIT;")
-                               .arg(total)
-                               .arg(kPrimerDia.toString(QStringLiteral("yyyy-MM-dd")))
-                               .arg(kDias)
-                               .toUtf8();
-    char* error = nullptr;
-    if (sqlite3_exec(bd, sql.constData(), nullptr, nullptr, &error) != SQLITE_OK)
-        std::fprintf(stderr, "%s\n", error);
-    sqlite3_free(error);
-    sqlite3_close(bd);
+                                   .arg(total)
+                                   .arg(kPrimerDia.toString(QStringLiteral("yyyy-MM-dd")))
+                                   .arg(kDias)
+                                   .toUtf8());
     return t.nsecsElapsed() / 1e9;
 }
 
@@ -110,32 +93,6 @@ double lecturaDirecta(const QString& archivo, const QString& desde, const QStrin
     return suma != 0 ? ms : -1;
 }
 
-double picoDeMemoriaMB()
-{
-    rusage uso{};
-    getrusage(RUSAGE_SELF, &uso);
-    return uso.ru_maxrss / 1024.0;
-}
-
-double mediana(std::vector<double> v)
-{
-    std::sort(v.begin(), v.end());
-    return v[v.size() / 2];
-}
-
-template <class F>
-double medianaDe(int veces, F&& f)
-{
-    std::vector<double> tiempos;
-    for (int i = 0; i < veces; ++i) {
-        QElapsedTimer t;
-        t.start();
-        f();
-        tiempos.push_back(t.nsecsElapsed() / 1e6);
-    }
-    return mediana(tiempos);
-}
-
 void medir(int total)
 {
     QTemporaryDir dir;
@@ -149,19 +106,9 @@ void medir(int total)
                                        lecturaDirecta(archivo, "20250101", "20251231"),
                                        lecturaDirecta(archivo, "20250101", "20251231")});
 
-    Despliegue d;
-    d.archivo = archivo;
-    Module1 m(d);
-    m.Conexion.ConnectionString = QStringLiteral("Provider=embebido;Data Source=") + archivo;
-    m.Conexion.Open();
-    LOGIN::Carga_Parametros(m);
-    MDIForm1 principal(m);
-    Registra_Pantallas(principal);
-    principal.resize(1600, 900);
-    principal.show();
-
-    auto* mes = static_cast<CALCULOS01*>(principal.Mostrar(QStringLiteral("CALCULOS01")));
-    QCoreApplication::processEvents();
+    SesionDeMedicion s(archivo);
+    Module1& m = s.m;
+    auto* mes = s.mostrar<CALCULOS01>("CALCULOS01");
     mes->Text1[1]->setText(QStringLiteral("2025"));
     mes->Text1[3]->setText(QStringLiteral("06"));
     const double cargaMes = medianaDe(5, [mes] {
@@ -174,8 +121,7 @@ void medir(int total)
                                             {Valor(QStringLiteral("202506")), Valor(0), Valor(0)});
     });
 
-    auto* ano = static_cast<Resumen_mensual*>(principal.Mostrar(QStringLiteral("Resumen_mensual")));
-    QCoreApplication::processEvents();
+    auto* ano = s.mostrar<Resumen_mensual>("Resumen_mensual");
     ano->Text1[1]->setText(QStringLiteral("2025"));
     const double cargaAno = medianaDe(5, [ano] {
         ano->CARGA_DATOS->click();
