@@ -479,7 +479,7 @@ void CALCULOS01::Termina()
         Reloj_De_Arena(false);
 }
 
-void CALCULOS01::Carga_Estadistica()
+void CALCULOS01::Empieza()
 {
     if (Con_Reloj())
         Reloj_De_Arena(true);
@@ -488,7 +488,12 @@ void CALCULOS01::Carga_Estadistica()
     Total_Tot_M = 0;
     Porc_Gan = 0;
     Total_Gan = 0;
-    Text1[6]->clear(); // the average of Text1(5) stays until a month with data replaces it
+    Text1[6]->clear();
+}
+
+void CALCULOS01::Carga_Estadistica()
+{
+    Empieza();
     Prepara_Grid();
 
     Ejecuta({Text1[1]->text() + Text1[3]->text(), m.K, m.L});

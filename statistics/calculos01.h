@@ -127,6 +127,10 @@ protected:
     void Lee_Servicios(double total);
     // Cierra_Rs, every grid bound anew, the hourglass off.
     void Termina();
+    // The hourglass on and the totals of the last load back to zero, with the
+    // average of Text1(6); the average of Text1(5) stays until a month with
+    // data replaces it.
+    void Empieza();
     // (Suma x 100) / total when Suma > 0, else 0.
     static double Porcion(double suma, double total);
     // A division of the run-time: by zero it stops the load.

@@ -58,15 +58,7 @@ void Resumen_mensual::Porcentaje_Del_Ano() { Porc_Gan = 100 * Divide(Total_Gan, 
 
 void Resumen_mensual::Carga_Estadistica()
 {
-    if (Con_Reloj())
-        Reloj_De_Arena(true);
-    Suma_Grid = 0;
-    Total_Recibido = 0;
-    Total_Tot_M = 0;
-    Porc_Gan = 0;
-    Total_Gan = 0;
-    Text1[6]->clear();
-
+    Empieza();
     Ejecuta_Procedimiento();
     Prepara_Grid();
 
