@@ -1,7 +1,6 @@
 // The three console queries on crafted rows: which rows each filter lets
 // through, in which order, under which column names.
-#include "base_temporal.h"
-#include "conexion.h"
+#include "cliente.h"
 #include "prueba.h"
 
 namespace {
@@ -10,20 +9,19 @@ class PruebaConsultas : public QObject {
     Q_OBJECT
 
     BaseTemporal base_;
-    Conexion conexion_;
-    Comando comando_;
+    Cliente cliente_{base_};
 
     // A query with its seven values, as the consoles send them.
     std::unique_ptr<Recordset> consulta(const char* procedimiento, const QString& desde, const QString& hasta, int pago = 0,
                                         int operadora = 0, const QString& texto1 = {}, const QString& texto2 = {},
                                         int servicio = 0)
     {
-        comando_.CommandText = QString::fromLatin1(procedimiento);
+        cliente_.comando.CommandText = QString::fromLatin1(procedimiento);
         const Valor valores[] = {Valor(desde), Valor(hasta), Valor(pago), Valor(operadora), Valor(texto1), Valor(texto2),
                                  Valor(servicio)};
         for (int i = 0; i < 7; ++i)
-            comando_.Parameters(i + 1) = valores[i];
-        return comando_.Execute();
+            cliente_.comando.Parameters(i + 1) = valores[i];
+        return cliente_.comando.Execute();
     }
 
     // The rows of a query as "fecha/secuencia" keys, in the order they came.
@@ -52,9 +50,6 @@ private slots:
               ('20240302', 1, 1, 5, '2', '0102', 'x', '', '20240301', '08:00:00'),
               ('20221231', 1, 2, 1, '1', '', '', '', '', '');
         )");
-        conexion_.ConnectionString = base_.cadenaConexion();
-        conexion_.Open();
-        comando_.ActiveConnection = &conexion_;
     }
 
     void porFechaDeLaTransaccion()

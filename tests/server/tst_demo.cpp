@@ -1,8 +1,7 @@
 // The demo database that a first start creates: the parameters and the
 // reference cache answer the way the client reads them, the two reference
 // pictures are there, and three months of transactions hold together.
-#include "base_temporal.h"
-#include "conexion.h"
+#include "cliente.h"
 #include "prueba.h"
 
 #include <QDate>
@@ -11,24 +10,6 @@
 #include <algorithm>
 
 namespace {
-
-// An open session on a temporary database, calling procedures as the screens do.
-struct Sesion {
-    explicit Sesion(const BaseTemporal& base)
-    {
-        conexion.ConnectionString = QStringLiteral("Provider=embebido;Data Source=") + base.archivo();
-        conexion.Open();
-        comando.ActiveConnection = &conexion;
-    }
-    std::unique_ptr<Recordset> llamar(const char* procedimiento)
-    {
-        comando.CommandText = QString::fromLatin1(procedimiento);
-        comando.CommandTimeout = 60;
-        return comando.Execute();
-    }
-    Conexion conexion;
-    Comando comando;
-};
 
 // How many rows of the demo break a rule written as a WHERE clause.
 int infractores(const BaseTemporal& base, const QString& tabla, const QString& condicion)
@@ -51,7 +32,7 @@ private slots:
 
     void parametrosSiempreEnUnaFila()
     {
-        Sesion s(*base_);
+        Cliente s(*base_);
         auto rs = s.llamar("TRU_PARAMETROS");
         QVERIFY(!rs->Eof());
         QCOMPARE(rs->Fields("Clave").aTexto(), QStringLiteral("1234"));
@@ -71,7 +52,7 @@ private slots:
 
         // an empty table still answers one row without nulls
         BaseTemporal vacia;
-        Sesion v(vacia);
+        Cliente v(vacia);
         rs = v.llamar("TRU_PARAMETROS");
         QVERIFY(!rs->Eof());
         QCOMPARE(rs->Fields("Clave").aTexto(), QString());
@@ -81,7 +62,7 @@ private slots:
 
     void cacheEnNueveConjuntos()
     {
-        Sesion s(*base_);
+        Cliente s(*base_);
         auto rs = s.llamar("TRU_CARGA_TABLAS_03");
         // the columns that the cache load reads, set by set; set 5 is stepped over
         const QList<QStringList> columnas = {
@@ -158,10 +139,9 @@ private slots:
 
     void fotosDeReferencia()
     {
-        Sesion s(*base_);
+        Cliente s(*base_);
         for (const char* sql : {"select  * from fotos where cliente = 0", "select  * from fotos where cliente = 9999"}) {
-            Recordset rs;
-            rs.Open(QString::fromLatin1(sql), s.conexion);
+            Recordset rs = s.abrir(QString::fromLatin1(sql));
             QCOMPARE(rs.RecordCount(), 1L);
             const QImage imagen = QImage::fromData(rs.Fields("img").aBytes());
             QVERIFY2(!imagen.isNull(), sql);

@@ -1,8 +1,6 @@
 // The embedded server through the client's own access layer: procedures with
 // positional values, the raw statements of the client, and two clients on one file.
-#include "base_temporal.h"
-#include "conexion.h"
-#include "embebido.h"
+#include "cliente.h"
 #include "fallo.h"
 #include "prueba.h"
 
@@ -31,31 +29,6 @@ QString actualizarMovimiento(const QString& fecha, const QString& secuencia, con
                           " g3 =  '0', bancozelle =  'B', tipo_servicio =  '01' WHERE FECHA=  '%1' and SECUENCIA = '%2'")
         .arg(fecha, secuencia, obs, pago);
 }
-
-// An open client on a temporary database, with the raw select of the client at hand.
-struct Cliente {
-    explicit Cliente(const QString& cadena)
-    {
-        conexion.ConnectionString = cadena;
-        conexion.Open();
-        comando.ActiveConnection = &conexion;
-    }
-    Recordset abrir(const QString& sql)
-    {
-        Recordset rs;
-        rs.Open(sql, conexion);
-        return rs;
-    }
-    long contar(const QString& sql) { return abrir(sql).RecordCount(); }
-    ServidorEmbebido& servidor() { return dynamic_cast<ServidorEmbebido&>(conexion.servidor()); }
-    // A procedure given by its text, run the way the compiled-in ones are.
-    Recordset texto(const char* cuerpo, const std::vector<Parametro>& valores = {})
-    {
-        return Recordset(servidor().procedimientoDeTexto(QStringLiteral("PRUEBA"), cuerpo, valores));
-    }
-    Conexion conexion;
-    Comando comando;
-};
 
 #define ESPERAR_FALLO(expresion, esperado, parte)                                                  \
     do {                                                                                         \
@@ -295,8 +268,8 @@ private slots:
         QVERIFY(std::abs(servidor.secsTo(QDateTime::currentDateTime())) < 5);
 
         // Codes sent as padded text find the integer key.
-        QCOMPARE(c.contar("select top 1 * from fotos where cliente = '0000'"), 1L);
-        QCOMPARE(c.contar("select  * from fotos where cliente = 9999"), 1L);
+        QCOMPARE(c.abrir("select top 1 * from fotos where cliente = '0000'").RecordCount(), 1L);
+        QCOMPARE(c.abrir("select  * from fotos where cliente = 9999").RecordCount(), 1L);
         QVERIFY(!c.abrir("select  * from fotos where cliente = '09999'").Fields("img").aBytes().isEmpty());
 
         c.conexion.Execute(insertarMovimiento("20241225", "0012") + insertarMovimiento("20241225", "0013"), 2);
