@@ -3,32 +3,19 @@
 #include "dolar.h"
 #include "dolar_new.h"
 #include "escribir.h"
-#include "fallo.h"
 #include "form1.h"
+#include "por_menu.h"
 #include "prueba.h"
 #include "rejilla.h"
 #include "servicios_usdt.h"
 #include "sesion.h"
 
-#include <QAction>
 #include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <QTableView>
-
-namespace {
-
-template <class T>
-T* abrirPorMenu(SesionDePrueba& s, const char* entrada, const char* pantalla)
-{
-    s.principal->entrada(QString::fromLatin1(entrada))->trigger();
-    QCoreApplication::processEvents();
-    return static_cast<T*>(s.principal->Abierta(QString::fromLatin1(pantalla)));
-}
-
-} // namespace
 
 class PruebaDolares : public QObject {
     Q_OBJECT
@@ -185,24 +172,6 @@ private slots:
         // The lines start anew.
         QCOMPARE(p->Celdas.Value(0, 1).texto(), QString());
         QCOMPARE(p->Celdas.Value(2, 7).texto(), QStringLiteral("1"));
-    }
-
-    // A whole statement typed into a line never runs: the batch is refused
-    // with the run-time report and nothing is stored.
-    void lote_con_texto_hostil()
-    {
-        SesionDePrueba s(false);
-        s.base.sql(QStringLiteral("INSERT INTO servicios (C_SERVIcio, D_SERVIcio, letra) VALUES (1, 'TRUMIN', 'T');"
-                                  "INSERT INTO clientes VALUES (12, 'ANA ROJAS', '')"));
-        s.m->Carga_Tablas();
-        auto* p = s.abrir<Form1>(QStringLiteral("Form1"));
-        escribirEnCelda(*p->GRID, 0, 1, QStringLiteral("12"));
-        escribirEnCelda(*p->GRID, 0, 3, QStringLiteral("1','0','0','','','0','1',2,'1',0,'',0,0,'',100,'','0','0',0,'','',0,0,'0'); "
-                                                        "DELETE FROM clientes; --"));
-        escribirEnCelda(*p->GRID, 0, 4, QStringLiteral("90"));
-        QVERIFY_THROWS_EXCEPTION(FalloEjecucion, p->INCLUIR->click());
-        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from MOVIMIENTOS")), QStringLiteral("0"));
-        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from clientes")), QStringLiteral("1"));
     }
 };
 REGISTRAR_PRUEBA(PruebaDolares);

@@ -7,11 +7,11 @@
 #include "mensajes.h"
 #include "movimientos.h"
 #include "new_dolar.h"
+#include "por_menu.h"
 #include "prueba.h"
 #include "rejilla.h"
 #include "sesion.h"
 
-#include <QAction>
 #include <QDateEdit>
 #include <QFrame>
 #include <QLabel>
@@ -48,13 +48,8 @@ QString montos(const BaseTemporal& base)
     return base.valor(QStringLiteral("select group_concat(MONTO, ' ') from (select MONTO from servicios order by C_SERVIcio)"));
 }
 
-NEW_DOLAR* abrirPanel(SesionDePrueba& s)
-{
-    // F6, as the operator opens it.
-    s.principal->entrada(QStringLiteral("PRECIO_DOLAR"))->trigger();
-    QCoreApplication::processEvents();
-    return static_cast<NEW_DOLAR*>(s.principal->Abierta(QStringLiteral("NEW_DOLAR")));
-}
+// F6, as the operator opens it.
+NEW_DOLAR* abrirPanel(SesionDePrueba& s) { return abrirPorMenu<NEW_DOLAR>(s, "PRECIO_DOLAR", "NEW_DOLAR"); }
 
 } // namespace
 
@@ -145,11 +140,11 @@ private slots:
                  QStringLiteral("4000.0 1"));
         QCOMPARE(s.m->Compra_T(55), 4150.0); // the cache waits for the next load
 
-        p->CALCULOS->click();
+        QTest::keyClick(p->CALCULOS, Qt::Key_Return); // Enter works as a click on every button
         // 365,50 x 0,91 = 332,605, cut to 332,6000; the operator corrects it.
         QCOMPARE(p->Celdas.Value(0, 4).texto(), QStringLiteral("332,6000"));
         escribirEnCelda(*p->GRID, 0, 4, QStringLiteral("45.5"));
-        p->Procesar->click();
+        QTest::keyClick(p->Procesar, Qt::Key_Return);
         QCOMPARE(s.base.valor(QStringLiteral("select MONTO from servicios where C_SERVIcio = 1")), QStringLiteral("45.5"));
         QCOMPARE(s.base.valor(QStringLiteral("select MONTO from servicios where C_SERVIcio = 2")), QStringLiteral("343.57"));
         QCOMPARE(p->Celdas.Value(0, 2).texto(), QStringLiteral("45,5000"));
@@ -161,9 +156,7 @@ private slots:
         QCOMPARE(p->focusWidget(), p->Text1);
 
         // F5: the rate line and the estimate of the unpaid row use the new amount.
-        s.principal->entrada(QStringLiteral("CONSULTAR"))->trigger();
-        QCoreApplication::processEvents();
-        auto* c = static_cast<Form2*>(s.principal->Abierta(QStringLiteral("Form2")));
+        auto* c = abrirPorMenu<Form2>(s, "CONSULTAR", "Form2");
         QVERIFY(c->Label1->text().startsWith(QStringLiteral(" TRU = 45,50    ZEL = 343,57")));
         c->Fecha1->setDate(QDate::currentDate());
         c->Fecha2->setDate(QDate::currentDate());
@@ -177,9 +170,7 @@ private slots:
         QCOMPARE(c->Celdas.Value(fila, 8).texto(), QStringLiteral("4.550,00"));
 
         // F4: 40.000 pesos (letter M) arrive as dollars at the new price.
-        s.principal->entrada(QStringLiteral("AGREGAR"))->trigger();
-        QCoreApplication::processEvents();
-        auto* e = static_cast<Movimientos*>(s.principal->Abierta(QStringLiteral("Movimientos")));
+        auto* e = abrirPorMenu<Movimientos>(s, "AGREGAR", "Movimientos");
         e->Text2[11]->setText(QStringLiteral("M"));
         QTest::keyClick(e->Text2[11], Qt::Key_Return);
         e->Text2[4]->setText(QStringLiteral("40000"));
@@ -213,12 +204,15 @@ private slots:
         QCOMPARE(s.mensajes.size(), 0);
         QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios_usdt")), QStringLiteral("6"));
 
-        // 60.9 is the code 60, stored as such with the name in capitals.
-        QCOMPARE(pedir(QStringLiteral("usdt chile"), QStringLiteral("60.9")), QString());
+        // 60.9 is the code 60, stored as such with the name in capitals, quotes
+        // and all: the name travels as a value.
+        const QString servicios = s.base.valor(QStringLiteral("select count(*) from servicios"));
+        QCOMPARE(pedir(QStringLiteral("o'higgins'); DELETE FROM servicios; --"), QStringLiteral("60.9")), QString());
         QCOMPARE(s.base.valor(QStringLiteral("select C_SERVIcio || ' ' || D_SERVIcio || ' ' || equivalencia || ' ' || div "
                                              "from servicios_usdt where equivalencia = 60")),
-                 QStringLiteral("7 USDT CHILE 60 0"));
-        QCOMPARE(p->Celdas1.Value(6, 1).texto(), QStringLiteral("USDT CHILE"));
+                 QStringLiteral("7 O'HIGGINS'); DELETE FROM SERVICIOS; -- 60 0"));
+        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios")), servicios);
+        QCOMPARE(p->Celdas1.Value(6, 1).texto(), QStringLiteral("O'HIGGINS'); DELETE FROM SERVICIOS; --"));
         QCOMPARE(p->Text2->text(), QString());
 
         // Divide typed on a reference row is stored as 0; a row typed back to
@@ -235,45 +229,11 @@ private slots:
         // No price changed: the moment of the last price update stays.
         QCOMPARE(s.base.valor(QStringLiteral("select Fecha_Compraventas from parametros")), QStringLiteral("2020-01-01 00:00:00"));
         QVERIFY(s.m->Fecha_Compraventas.startsWith(QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))));
-    }
 
-    // Operator text travels as a value: a name with quotes is stored as
-    // typed, an amount that is no number stops the store with the run-time
-    // report and runs nothing of its own.
-    void texto_hostil()
-    {
-        SesionDePrueba s;
-        s.base.sql(QStringLiteral("INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra) "
-                                  "VALUES (60, 'PESOS CHILE', 5, 4, 2, 'H')"));
-        NEW_DOLAR* p = abrirPanel(s);
-        const QString servicios = s.base.valor(QStringLiteral("select count(*) from servicios"));
-        p->Text2->setText(QStringLiteral("o'higgins'); DELETE FROM servicios; --"));
-        p->Text3->setText(QStringLiteral("60"));
-        p->INGRESO->click();
-        QCOMPARE(s.base.valor(QStringLiteral("select D_SERVIcio from servicios_usdt where equivalencia = 60")),
-                 QStringLiteral("O'HIGGINS'); DELETE FROM SERVICIOS; --"));
-        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios")), servicios);
-
+        // An amount that is no number stops the store with the run-time report.
         escribirEnCelda(*p->GRID, 1, 4, QStringLiteral("1; DELETE FROM servicios"));
         QVERIFY_THROWS_EXCEPTION(FalloEjecucion, p->Procesar->click());
         QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios")), servicios);
-    }
-
-    // Each button takes Enter from the keyboard as a click.
-    void botones_con_enter()
-    {
-        SesionDePrueba s;
-        NEW_DOLAR* p = abrirPanel(s);
-        p->activateWindow();
-        QTest::keyClick(p->CALCULOS, Qt::Key_Return);
-        QVERIFY(!p->Celdas.Value(1, 4).texto().isEmpty());
-        QTest::keyClick(p->Notifica, Qt::Key_Enter);
-        QVERIFY(p->Frame1->isVisible());
-        QTest::keyClick(p->CIERRA_NOTI, Qt::Key_Return);
-        QVERIFY(!p->Frame1->isVisible());
-        QTest::keyClick(p->Procesar, Qt::Key_Return);
-        QCOMPARE(p->Celdas.Value(1, 4).texto(), QString()); // stored and loaded anew
-        QVERIFY(s.base.valor(QStringLiteral("select Fecha from parametros")).startsWith(QDate::currentDate().toString(Qt::ISODate)));
     }
 
     void notificaciones()
@@ -281,7 +241,7 @@ private slots:
         SesionDePrueba s;
         NEW_DOLAR* p = abrirPanel(s);
         QVERIFY(!p->Frame1->isVisible());
-        p->Notifica->click();
+        QTest::keyClick(p->Notifica, Qt::Key_Enter);
         QVERIFY(p->Frame1->isVisible());
         QCOMPARE(p->Celdas2.UpperBound(1), 3);
         QCOMPARE(p->Celdas2.UpperBound(2), 6);
@@ -295,7 +255,7 @@ private slots:
         // Each opening reads the server again.
         s.base.sql(QStringLiteral("INSERT INTO notificaciones (Codigo_proveedor, Nombre, titulo, mensaje, Fecha, tipo, leida) "
                                   "VALUES (5, 'MULTISERVICIOS ANDES', 'NUEVA CUENTA', 'x', datetime('now', 'localtime'), 'AVISO', 'NO')"));
-        p->CIERRA_NOTI->click();
+        QTest::keyClick(p->CIERRA_NOTI, Qt::Key_Return);
         QVERIFY(!p->Frame1->isVisible());
         p->Notifica->click();
         QCOMPARE(p->Celdas2.UpperBound(1), 4);
