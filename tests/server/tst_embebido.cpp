@@ -1,7 +1,7 @@
 // The embedded server through the client's own access layer: procedures with
 // positional values, the raw statements of the client, and two clients on one file.
 #include "cliente.h"
-#include "fallo.h"
+#include "fallo_esperado.h"
 #include "prueba.h"
 
 #include <QDir>
@@ -29,16 +29,6 @@ QString actualizarMovimiento(const QString& fecha, const QString& secuencia, con
                           " g3 =  '0', bancozelle =  'B', tipo_servicio =  '01' WHERE FECHA=  '%1' and SECUENCIA = '%2'")
         .arg(fecha, secuencia, obs, pago);
 }
-
-#define ESPERAR_FALLO(expresion, esperado, parte)                                                  \
-    do {                                                                                         \
-        try { expresion; QFAIL("no failure: " #expresion); } catch (const FalloEjecucion& f) {  \
-            QCOMPARE(f.numero(), long(esperado));                                                \
-            QVERIFY2(f.texto().contains(QLatin1String(parte)), qPrintable(f.texto()));           \
-        }                                                                                        \
-    } while (0)
-
-const long kServidor = FalloEjecucion::servidor({}).numero();
 
 } // namespace
 

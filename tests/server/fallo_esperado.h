@@ -1,0 +1,15 @@
+#pragma once
+// The failure a call must end in: its number and a part of its text ("" for any).
+#include "fallo.h"
+
+#include <QtTest>
+
+inline const long kServidor = FalloEjecucion::servidor({}).numero();
+
+#define ESPERAR_FALLO(expresion, esperado, parte)                                                  \
+    do {                                                                                         \
+        try { expresion; QFAIL("no failure: " #expresion); } catch (const FalloEjecucion& f) {  \
+            QCOMPARE(f.numero(), long(esperado));                                                \
+            QVERIFY2(f.texto().contains(QLatin1String(parte)), qPrintable(f.texto()));           \
+        }                                                                                        \
+    } while (0)
