@@ -1,7 +1,5 @@
-// The daily copies of the embedded database: one a day, consistent while
-// another client writes, the oldest removed at the count, a damaged copy not
-// taken for the day's, and a copy that cannot be written told once without
-// stopping the start.
+// The daily copies of the embedded database, from the copy itself to the start
+// of the program that takes it.
 #include "arranque.h"
 #include "base_temporal.h"
 #include "copias.h"
@@ -58,6 +56,23 @@ void escribirArchivo(const QString& ruta, const QByteArray& bytes)
     QVERIFY(f.open(QIODevice::WriteOnly));
     f.write(bytes);
 }
+
+// The program started on a deployment on kDia, the boxes it showed kept.
+struct Arranque {
+    explicit Arranque(const Despliegue& d) : m(d), principal(m)
+    {
+        Mensajes::Reemplazar([this](const QString& texto, int estilo, const QString&) {
+            avisos.append({texto, estilo});
+            return Mensajes::vbOK;
+        });
+        principal.show();
+        Arrancar(principal, d, kDia);
+        Mensajes::Reemplazar({});
+    }
+    Module1 m;
+    MDIForm1 principal;
+    QList<QPair<QString, int>> avisos;
+};
 
 } // namespace
 
@@ -223,32 +238,21 @@ private slots:
         Despliegue d;
         d.archivo = base.archivo();
         d.carpetaCopias = archivoEnMedio + QStringLiteral("/copias");
-
-        QList<QPair<QString, int>> avisos;
-        Mensajes::Reemplazar([&avisos](const QString& texto, int estilo, const QString&) {
-            avisos.append({texto, estilo});
-            return Mensajes::vbOK;
-        });
-        Module1 m(d);
-        MDIForm1 principal(m);
-        principal.show();
-        Arrancar(principal, d, kDia);
-        Mensajes::Reemplazar({});
-
+        Arranque a(d);
+        const auto& avisos = a.avisos;
         QCOMPARE(avisos.size(), 1);
         QCOMPARE(avisos[0].second, Mensajes::vbExclamation);
         QVERIFY(avisos[0].first.startsWith(QStringLiteral("No se pudo hacer la copia diaria de la base de datos")));
         QVERIFY(avisos[0].first.contains(QStringLiteral("El trabajo sigue normalmente")));
         // LOGIN waits for the code on an open connection
-        auto* login = static_cast<LOGIN*>(principal.Abierta(QStringLiteral("LOGIN")));
+        auto* login = static_cast<LOGIN*>(a.principal.Abierta(QStringLiteral("LOGIN")));
         QVERIFY(login);
-        QVERIFY(m.Conexion.Abierta());
-        QVERIFY(!m.Clave.isEmpty());
+        QVERIFY(a.m.Conexion.Abierta());
+        QVERIFY(!a.m.Clave.isEmpty());
         login->Text1->setText(QStringLiteral("3607"));
         QTest::keyClick(login->Text1, Qt::Key_Return);
         QCoreApplication::processEvents();
-        QCOMPARE(principal.Abierta(QStringLiteral("LOGIN")), nullptr);
-
+        QCOMPARE(a.principal.Abierta(QStringLiteral("LOGIN")), nullptr);
     }
 
     void elPrimerArranqueDejaUnaCopiaDeLaBaseNueva()
@@ -257,14 +261,8 @@ private slots:
         Despliegue d;
         d.archivo = dir.filePath(QStringLiteral("datos/ramil.db"));
         QDir().mkpath(dir.filePath(QStringLiteral("datos")));
-        int avisos = 0;
-        Mensajes::Reemplazar([&avisos](const QString&, int, const QString&) { return ++avisos, Mensajes::vbOK; });
-        Module1 m(d);
-        MDIForm1 principal(m);
-        principal.show();
-        Arrancar(principal, d, kDia);
-        Mensajes::Reemplazar({});
-        QCOMPARE(avisos, 0);
+        Arranque a(d);
+        QCOMPARE(a.avisos.size(), 0);
         const QString copia = dir.filePath(QStringLiteral("datos/copias/ramil-2026-03-14.db"));
         QVERIFY(Copias::Base_Sana(copia));
         QCOMPARE(leer(copia, "SELECT count(*) FROM MOVIMIENTOS"), leer(d.archivo, "SELECT count(*) FROM MOVIMIENTOS"));
@@ -279,8 +277,8 @@ private slots:
         otro.Conexion.ConnectionString = QStringLiteral("Provider=embebido;Data Source=") + restaurada.archivo;
         otro.Conexion.Open();
         LOGIN::Carga_Parametros(otro);
-        QCOMPARE(otro.Clave, m.Clave);
-        QCOMPARE(otro.N_Clientes, m.N_Clientes);
+        QCOMPARE(otro.Clave, a.m.Clave);
+        QCOMPARE(otro.N_Clientes, a.m.N_Clientes);
         QVERIFY(otro.N_Clientes > 100);
     }
 };
