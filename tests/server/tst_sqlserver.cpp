@@ -204,36 +204,34 @@ private slots:
         // as a server receives them in the login record.
         const QStringList claves = {QStringLiteral("sencilla"), QStringLiteral("a;b=c"), QStringLiteral("x}y;z"),
                                     QStringLiteral("{p}}q"), QStringLiteral(" con blancos "), QStringLiteral("fin}")};
-        for (const QString& clave : claves) {
-            Puerto escucha(true);
-            QVERIFY(escucha.numero() != 0);
-            DatosSqlServer d = datosDePrueba();
-            d.servidor = QStringLiteral("127.0.0.1");
-            d.puerto = escucha.numero();
-            d.clave = clave;
-            d.segundosConexion = 5;
-            Credenciales recibidas;
-            std::thread servidorTds([&] { recibidas = recibirLogin(escucha.fd()); });
-            ServidorSqlServer servidor(d);
-            const Intento r = intentar([&] { servidor.abrir(); });
-            servidorTds.join();
-            QCOMPARE(r.numero, numeroConexion); // the fake server hangs up after the login
-            QCOMPARE(recibidas.usuario, QStringLiteral("TRUMIN"));
-            QCOMPARE(recibidas.clave, clave);
-
-            // The same password through the connection string of the start-up, in braces.
-            Puerto otra(true);
-            QVERIFY(otra.numero() != 0);
-            Credenciales porCadena;
-            std::thread tds([&] { porCadena = recibirLogin(otra.fd()); });
-            std::unique_ptr<Servidor> porTexto = crearServidor(
-                QStringLiteral("Provider=sqlserver;Server=127.0.0.1,%1;Database=RAMIL;User=TRUMIN;Password={%2};Timeout=5")
-                    .arg(QString::number(otra.numero()), clave));
-            const Intento r2 = intentar([&] { porTexto->abrir(); });
-            tds.join();
-            QVERIFY(r2.fallo);
-            QCOMPARE(porCadena.clave, clave);
-        }
+        // The password given as such, and through the connection string of the start-up, in braces.
+        const std::function<std::unique_ptr<Servidor>(quint16, const QString&)> formas[] = {
+            [](quint16 puerto, const QString& clave) {
+                DatosSqlServer d = datosDePrueba();
+                d.servidor = QStringLiteral("127.0.0.1");
+                d.puerto = puerto;
+                d.clave = clave;
+                d.segundosConexion = 5;
+                return std::make_unique<ServidorSqlServer>(d);
+            },
+            [](quint16 puerto, const QString& clave) {
+                return crearServidor(QStringLiteral("Provider=sqlserver;Server=127.0.0.1,%1;Database=RAMIL;User=TRUMIN;"
+                                                    "Password={%2};Timeout=5")
+                                         .arg(QString::number(puerto), clave));
+            }};
+        for (const QString& clave : claves)
+            for (const auto& crear : formas) {
+                Puerto escucha(true);
+                QVERIFY(escucha.numero() != 0);
+                Credenciales recibidas;
+                std::thread servidorTds([&] { recibidas = recibirLogin(escucha.fd()); });
+                const std::unique_ptr<Servidor> servidor = crear(escucha.numero(), clave);
+                const Intento r = intentar([&] { servidor->abrir(); });
+                servidorTds.join();
+                QCOMPARE(r.numero, numeroConexion); // the fake server hangs up after the login
+                QCOMPARE(recibidas.usuario, QStringLiteral("TRUMIN"));
+                QCOMPARE(recibidas.clave, clave);
+            }
 
         // The one sequence that a braced value cannot carry is refused before any attempt.
         DatosSqlServer d = datosDePrueba();
@@ -281,28 +279,23 @@ private slots:
         QVERIFY(mudo.numero() != 0);
         d.puerto = mudo.numero();
         d.segundosConexion = 2;
-        {
-            ServidorSqlServer servidor(d);
-            const Intento r = intentar([&] { servidor.abrir(); });
+        // The same time-out given as such and through the connection string of the deployment settings.
+        std::unique_ptr<Servidor> mudos[] = {
+            std::make_unique<ServidorSqlServer>(d),
+            crearServidor(QStringLiteral("Provider=sqlserver;Server=127.0.0.1,%1;Database=RAMIL;User=TRUMIN;"
+                                         "Password=clave;Timeout=2")
+                              .arg(mudo.numero()))};
+        for (auto& servidor : mudos) {
+            QVERIFY(servidor && !servidor->esLocal());
+            const Intento r = intentar([&] { servidor->abrir(); });
             QCOMPARE(r.numero, numeroConexion);
             QVERIFY(!r.texto.isEmpty());
             // It waited for the server (so it got that far), and no longer than the
             // time-out with generous slack.
             QVERIFY2(r.milisegundos >= 1000 && r.milisegundos < 7000, qPrintable(QString::number(r.milisegundos)));
-            QVERIFY(!servidor.abierto());
+            QVERIFY(!servidor->abierto());
+            servidor.reset();
         }
-
-        // The same through the connection string of the deployment settings.
-        const QString cadena = QStringLiteral("Provider=sqlserver;Server=127.0.0.1,%1;Database=RAMIL;User=TRUMIN;"
-                                              "Password=clave;Timeout=2")
-                                   .arg(mudo.numero());
-        std::unique_ptr<Servidor> porCadena = crearServidor(cadena);
-        QVERIFY(porCadena);
-        QVERIFY(!porCadena->esLocal());
-        const Intento r2 = intentar([&] { porCadena->abrir(); });
-        QCOMPARE(r2.numero, numeroConexion);
-        QVERIFY2(r2.milisegundos >= 1000 && r2.milisegundos < 7000, qPrintable(QString::number(r2.milisegundos)));
-        porCadena.reset();
         QCOMPARE(QSqlDatabase::connectionNames().size(), conexionesAntes);
     }
 };
