@@ -1,7 +1,6 @@
 // The statement guard: the raw texts the program sends pass, anything else is
-// refused as the server refuses a broken statement, before it reaches either
-// server; the injections that once destroyed every transaction, typed into
-// the real screens, now end with the report and nothing written.
+// refused as a broken statement before it reaches either server, and text
+// typed into the real screens ends with the report and nothing written.
 #include "../consoles/mesa.h"
 #include "escribir.h"
 #include "fallo_esperado.h"
@@ -126,11 +125,8 @@ private slots:
         // The date is the quoted text the screens send, never a bare number.
         QVERIFY(rechazo(conValores(base, {{"FECHA=  '20250310'", "FECHA=  20250310"}}), false).startsWith("Incorrect syntax"));
 
-        // A quote typed into one value and another into a later one turn the
-        // statement's own joining text into a value and the typed text between
-        // into assignments. Here, in a save of the USDT console, the gain and
-        // the service assign the three gains that console never writes; the
-        // joining text lands in a number column and is refused.
+        // Quotes typed into two values of a USDT console's save assign the gains
+        // that console never writes; the joining text lands in a number column.
         const QString ganancia = QStringLiteral("100' , g1 = '1', g2 = '1', g3 = ");
         const QString servicio = QStringLiteral(" , tipo_servicio = '1");
         const QString tresGanancias = conValores(
@@ -276,10 +272,8 @@ private slots:
         }
     }
 
-    // The second entry screen's lines: a client code closing its line's
-    // statement and entering another on a date of its choice, and one quote
-    // typed in each of two lines, which turns the text between them inside
-    // out. Refused with the report, nothing written.
+    // The second entry screen's lines: a client code entering another statement,
+    // and one quote in each of two lines. Refused, nothing written.
     void inyeccionEnElLote()
     {
         const QString lineas[][2] = {
