@@ -164,22 +164,26 @@ private slots:
         QCOMPARE(t.pies(p->GRID5, {0, 2}), QStringList({"", "1.195"}));
     }
 
-    void bancos_en_blanco_y_devoluciones()
+    void bancos_en_blanco_devoluciones_y_dias_sin_dolares()
     {
-        // A bank of blanks is no payment; one that starts with a blank is;
-        // a return ('7777') counts nowhere, not even as a transaction.
+        // In April a bank of blanks is no payment; one that starts with a blank
+        // is; a return ('7777') counts nowhere, not even as a transaction. In
+        // May a day whose money adds up to nothing divides by zero.
         Tablero<CALCULOS01> t("CALCULOS01", QString::fromUtf8(kDatos) + QStringLiteral(
             "INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, C_BANCO, "
             "operadora, tipo_operacion, tipo_servicio, g2) VALUES "
             "('20250402', 1, 12, 10, 10, 1, '  ', '1', 3, 1, 5), "
             "('20250402', 2, 12, 20, 20, 1, ' 0134', '1', 3, 1, 3), "
-            "('20250402', 3, 12, 40, 40, 1, '7777', '1', 3, 1, 9);"));
+            "('20250402', 3, 12, 40, 40, 1, '7777', '1', 3, 1, 9), "
+            "('20250501', 1, 12, 0, 0, 0, '', '1', 2, 1, 0);"));
         CALCULOS01* p = t.p;
         t.cargar(QStringLiteral("2025"), QStringLiteral("04"));
         // received, directs (paid ones only), transactions, %, gain
         QCOMPARE(t.fila(p->Celdas, 1, {2, 3, 4, 5, 6}), QStringList({"30", "20", "2", "10,00", "3,00"}));
         QCOMPARE(p->Celdas4.filas(), 1);
         QCOMPARE(t.pies(p->GRID1, {0, 2}), QStringList({"1", "30"}));
+        p->Text1[3]->setText(QStringLiteral("05"));
+        QVERIFY_THROWS_EXCEPTION(FalloEjecucion, p->Carga_Estadistica());
     }
 
     void meses_cortos_y_mes_sin_datos()
@@ -294,17 +298,6 @@ private slots:
         // the grids of providers, banks and services keep the server's order
         emit p->GRID1->HeadClick(2);
         QCOMPARE(t.columna(p->Celdas1, 0).first(), QStringLiteral("0001"));
-    }
-
-    void dias_sin_dolares_detienen_la_carga()
-    {
-        // Days present whose money adds up to nothing: the percentage divides by zero.
-        Tablero<CALCULOS01> t("CALCULOS01", QString::fromUtf8(kDatos) + QStringLiteral(
-            "INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, recibido, C_BANCO, operadora, tipo_servicio) "
-            "VALUES ('20250501', 1, 12, 0, '', '1', 1);"));
-        t.p->Text1[1]->setText(QStringLiteral("2025"));
-        t.p->Text1[3]->setText(QStringLiteral("05"));
-        QVERIFY_THROWS_EXCEPTION(FalloEjecucion, t.p->Carga_Estadistica());
     }
 
     void resumen_del_ano()
