@@ -9,7 +9,6 @@
 #include "form2.h"
 #include "medicion.h"
 
-#include <QApplication>
 #include <QDateEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -121,12 +120,4 @@ void medir(int total)
 
 } // namespace
 
-int main(int argc, char** argv)
-{
-    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    medir(10000);
-    medir(100000);
-    return 0;
-}
+int main(int argc, char** argv) { return medirCon(argc, argv, {10000, 100000}, medir); }

@@ -11,7 +11,6 @@
 #include "medicion.h"
 #include "resumen_mensual.h"
 
-#include <QApplication>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -147,14 +146,7 @@ void medir(int total)
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    if (argc > 1) {
-        medir(QString::fromLatin1(argv[1]).toInt());
-        return 0;
-    }
-    medir(100000);
-    medir(1000000);
-    return 0;
+    if (argc > 1)
+        return medirCon(argc, argv, {QString::fromLatin1(argv[1]).toInt()}, medir);
+    return medirCon(argc, argv, {100000, 1000000}, medir);
 }

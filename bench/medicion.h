@@ -7,6 +7,7 @@
 #include "mdiform1.h"
 #include "module1.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
 #include <sqlite3.h>
 #include <sys/resource.h>
@@ -86,4 +87,16 @@ double medianaDe(int veces, F&& f)
         tiempos.push_back(t.nsecsElapsed() / 1e6);
     }
     return mediana(tiempos);
+}
+
+// The figures for each number of transactions, with no display needed.
+template <class F>
+int medirCon(int argc, char** argv, std::initializer_list<int> totales, F medir)
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    for (int total : totales)
+        medir(total);
+    return 0;
 }
