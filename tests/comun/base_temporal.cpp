@@ -28,10 +28,10 @@ void BaseTemporal::sql(const QString& texto) const
         throw std::runtime_error(("test SQL failed: " + mensaje + " in " + texto).toStdString());
 }
 
-QString BaseTemporal::valor(const QString& consulta) const
+QString BaseTemporal::valorDe(const QString& archivo, const QString& consulta)
 {
     sqlite3* bd = nullptr;
-    sqlite3_open(archivo_.toUtf8().constData(), &bd);
+    sqlite3_open_v2(archivo.toUtf8().constData(), &bd, SQLITE_OPEN_READONLY, nullptr);
     sqlite3_stmt* st = nullptr;
     QString r;
     if (sqlite3_prepare_v2(bd, consulta.toUtf8().constData(), -1, &st, nullptr) == SQLITE_OK && sqlite3_step(st) == SQLITE_ROW)

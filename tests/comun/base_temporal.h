@@ -14,7 +14,9 @@ public:
     // Runs SQL straight on the file, to lay out the rows a test needs.
     void sql(const QString& texto) const;
     // One value read straight from the file.
-    QString valor(const QString& consulta) const;
+    QString valor(const QString& consulta) const { return valorDe(archivo_, consulta); }
+    // The same from any database file, opened to read only.
+    static QString valorDe(const QString& archivo, const QString& consulta);
 
 private:
     QTemporaryDir dir_;

@@ -17,7 +17,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <sqlite3.h>
 #include <thread>
 #include <vector>
 
@@ -27,20 +26,6 @@ using Estado = Copias::Resultado::Estado;
 namespace {
 
 const QDate kDia(2026, 3, 14);
-
-// One value read from any database file.
-QString leer(const QString& archivo, const char* consulta)
-{
-    sqlite3* bd = nullptr;
-    sqlite3_open_v2(QFile::encodeName(archivo).constData(), &bd, SQLITE_OPEN_READONLY, nullptr);
-    sqlite3_stmt* st = nullptr;
-    QString r;
-    if (sqlite3_prepare_v2(bd, consulta, -1, &st, nullptr) == SQLITE_OK && sqlite3_step(st) == SQLITE_ROW)
-        r = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)));
-    sqlite3_finalize(st);
-    sqlite3_close(bd);
-    return r;
-}
 
 QStringList nombres(const QStringList& rutas)
 {
@@ -89,9 +74,9 @@ private slots:
         QCOMPARE(int(primera.estado), int(Estado::Hecha));
         QCOMPARE(primera.archivo, carpeta + QStringLiteral("/prueba-2026-03-14.db")); // beside the database
         QVERIFY(Copias::Base_Sana(primera.archivo));
-        QCOMPARE(leer(primera.archivo, "SELECT D_cliente FROM clientes WHERE C_cliente = 7"), QStringLiteral("ANA"));
+        QCOMPARE(BaseTemporal::valorDe(primera.archivo, "SELECT D_cliente FROM clientes WHERE C_cliente = 7"), QStringLiteral("ANA"));
         // one plain file, restorable on its own
-        QCOMPARE(leer(primera.archivo, "PRAGMA journal_mode"), QStringLiteral("delete"));
+        QCOMPARE(BaseTemporal::valorDe(primera.archivo, "PRAGMA journal_mode"), QStringLiteral("delete"));
         QCOMPARE(QDir(carpeta).entryList(QDir::Files), QStringList{QStringLiteral("prueba-2026-03-14.db")});
 
         // a later start the same day finds it and writes nothing
@@ -99,12 +84,12 @@ private slots:
         const Resultado otra = Copias::Copia_Diaria(base.archivo(), carpeta, 30, kDia);
         QCOMPARE(int(otra.estado), int(Estado::AlDia));
         QCOMPARE(otra.archivo, primera.archivo);
-        QCOMPARE(leer(primera.archivo, "SELECT count(*) FROM clientes WHERE C_cliente = 8"), QStringLiteral("0"));
+        QCOMPARE(BaseTemporal::valorDe(primera.archivo, "SELECT count(*) FROM clientes WHERE C_cliente = 8"), QStringLiteral("0"));
 
         // the next day has its own, with the new rows
         const Resultado siguiente = Copias::Copia_Diaria(base.archivo(), carpeta, 30, kDia.addDays(1));
         QCOMPARE(int(siguiente.estado), int(Estado::Hecha));
-        QCOMPARE(leer(siguiente.archivo, "SELECT D_cliente FROM clientes WHERE C_cliente = 8"), QStringLiteral("LUIS"));
+        QCOMPARE(BaseTemporal::valorDe(siguiente.archivo, "SELECT D_cliente FROM clientes WHERE C_cliente = 8"), QStringLiteral("LUIS"));
         QCOMPARE(nombres(Copias::Copias_En(base.archivo(), carpeta)),
                  (QStringList{QStringLiteral("prueba-2026-03-14.db"), QStringLiteral("prueba-2026-03-15.db")}));
 
@@ -133,10 +118,10 @@ private slots:
         QVERIFY2(r.estado == Estado::Hecha, qPrintable(r.error));
 
         QVERIFY(Copias::Base_Sana(r.archivo));
-        const int filas = leer(r.archivo, "SELECT count(*) FROM escritura").toInt();
+        const int filas = BaseTemporal::valorDe(r.archivo, "SELECT count(*) FROM escritura").toInt();
         QVERIFY(filas >= 1);
-        QCOMPARE(leer(r.archivo, "SELECT total FROM cuenta").toInt(), filas); // no half transaction
-        QCOMPARE(leer(r.archivo, "SELECT max(n) FROM escritura").toInt(), filas);
+        QCOMPARE(BaseTemporal::valorDe(r.archivo, "SELECT total FROM cuenta").toInt(), filas); // no half transaction
+        QCOMPARE(BaseTemporal::valorDe(r.archivo, "SELECT max(n) FROM escritura").toInt(), filas);
         QVERIFY2(despues > filas, "the writer went on while the copy was taken");
     }
 
@@ -265,8 +250,9 @@ private slots:
         QCOMPARE(a.avisos.size(), 0);
         const QString copia = dir.filePath(QStringLiteral("datos/copias/ramil-2026-03-14.db"));
         QVERIFY(Copias::Base_Sana(copia));
-        QCOMPARE(leer(copia, "SELECT count(*) FROM MOVIMIENTOS"), leer(d.archivo, "SELECT count(*) FROM MOVIMIENTOS"));
-        QVERIFY(leer(copia, "SELECT count(*) FROM MOVIMIENTOS").toInt() > 100);
+        const QString cuantas = QStringLiteral("SELECT count(*) FROM MOVIMIENTOS");
+        QCOMPARE(BaseTemporal::valorDe(copia, cuantas), BaseTemporal::valorDe(d.archivo, cuantas));
+        QVERIFY(BaseTemporal::valorDe(copia, cuantas).toInt() > 100);
 
         // put back as the README tells, the copy is a database the program works on
         Despliegue restaurada;
