@@ -6,6 +6,7 @@
 #include "escribir.h"
 #include "fallo.h"
 #include "form2.h"
+#include "f5_usdt.h"
 #include "form2_pago.h"
 #include "mesa.h"
 #include "prueba.h"
@@ -97,6 +98,33 @@ private slots:
                                                                              {5, "99.999,99"},
                                                                              {23, "9.999,99"}})
             QVERIFY2(medida.horizontalAdvance(monto) + 2 * margen < v->columnWidth(col), qPrintable(monto));
+    }
+
+    // A query that finds nothing leaves an empty grid on each console: every
+    // head sorts nothing, and saving, fixing, summing and printing a receipt
+    // run over no row without a failure.
+    void consolas_sin_filas()
+    {
+        const auto probar = [](Consola* p, SesionDePrueba& s) {
+            QVERIFY(p->Celdas.Vacia());
+            QCOMPARE(p->GRID->modelo()->rowCount(), 0);
+            for (int col = 0; col < p->GRID->columnas(); ++col)
+                emit p->GRID->HeadClick(col);
+            p->GRID->setBookmark(0);
+            QCOMPARE(p->GRID->Bookmark(), -1);
+            // ("Copiar Recibo" before any receipt fails by design: no file to copy.)
+            for (QPushButton* b : {p->ACTUALIZAR, p->FIJAR, p->Sumarizar, p->RECIBO_PDF, p->RECIBO_XPS})
+                if (b->isEnabled())
+                    b->click();
+            QVERIFY(p->Celdas.Vacia());
+            s.mensajes.clear(); // what a console says of an empty selection is its own matter
+        };
+        Mesa<Form2> a(QString::fromUtf8(kFilas), "Form2", QDate(2030, 1, 1), QDate(2030, 1, 1));
+        probar(a.p, a.s);
+        Mesa<Form2_Pago> b(QString::fromUtf8(kFilas), "Form2_Pago", QDate(2030, 1, 1), QDate(2030, 1, 1));
+        probar(b.p, b.s);
+        Mesa<F5_USDT> c(QString::fromUtf8(kFilas), "F5_USDT", QDate(2030, 1, 1), QDate(2030, 1, 1));
+        probar(c.p, c.s);
     }
 
     void busquedas_sin_mayusculas_ni_acentos()
