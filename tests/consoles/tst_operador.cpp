@@ -11,11 +11,13 @@
 #include "mesa.h"
 #include "prueba.h"
 
+#include <QComboBox>
 #include <QFontMetrics>
 #include <QLineEdit>
 #include <QStyle>
 #include <QTableView>
 #include <QPushButton>
+#include <QRadioButton>
 
 namespace {
 
@@ -125,6 +127,36 @@ private slots:
         probar(b.p, b.s);
         Mesa<F5_USDT> c(QString::fromUtf8(kFilas), "F5_USDT", QDate(2030, 1, 1), QDate(2030, 1, 1));
         probar(c.p, c.s);
+    }
+
+    // The filters answer the arrow keys as the mouse: each step queries anew.
+    void filtros_con_flechas()
+    {
+        Mesa<Form2> c(QString::fromUtf8(kFilas), "Form2", QDate(2025, 3, 10), QDate(2025, 3, 10));
+        Form2* p = c.p;
+        p->activateWindow();
+        QCOMPARE(p->Celdas.filas(), 3);
+        p->Option1[0]->setFocus();
+        QTest::keyClick(p->Option1[0], Qt::Key_Right); // "Pagados"
+        QVERIFY(p->Option1[1]->isChecked());
+        QCOMPARE(p->Celdas.filas(), 2);
+        QTest::keyClick(p->Option1[1], Qt::Key_Right); // "No Pagados"
+        QCOMPARE(p->Celdas.filas(), 1);
+        QCOMPARE(c.celda(0, 3), QStringLiteral("PEDRO PENTON"));
+        QTest::keyClick(p->Option1[2], Qt::Key_Left);
+        QTest::keyClick(p->Option1[1], Qt::Key_Left); // "Todos" again
+        QCOMPARE(p->Celdas.filas(), 3);
+        // The service list: the entry below "TODOS" is service 01, which all three rows have.
+        p->Combo1->setFocus();
+        const int antes = p->Combo1->currentIndex();
+        QTest::keyClick(p->Combo1, Qt::Key_Down);
+        QCOMPARE(p->Combo1->currentIndex(), antes + 1);
+        QCOMPARE(p->Combo1->currentText().left(2), QStringLiteral("01"));
+        QCOMPARE(p->Celdas.filas(), 3);
+        c.s.base.sql(QStringLiteral("UPDATE MOVIMIENTOS SET tipo_servicio = 2 WHERE SECUENCIA = 7"));
+        QTest::keyClick(p->Combo1, Qt::Key_Up);
+        QTest::keyClick(p->Combo1, Qt::Key_Down);
+        QCOMPARE(p->Celdas.filas(), 2);
     }
 
     void busquedas_sin_mayusculas_ni_acentos()
