@@ -107,6 +107,7 @@ void Form1::Prepara_Lineas()
             .setAlignment(kColumnas[n].alineacion)
             .setHeadAlignment(Alineacion::Centro)
             .setAllowFocus(kColumnas[n].editable);
+    GRID->Columns(7).setDataWidth(5); // the operator, as its column holds it
     Celdas.ReDim(-1, -1, 0, 0);
     Celdas.ReDim(0, kLineas - 1, 0, 8);
     for (int i = 0; i < kLineas; ++i) {

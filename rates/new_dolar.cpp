@@ -211,7 +211,7 @@ void NEW_DOLAR::Calcula_Valores()
 {
     GRID1->Update();
     // The prices are read with the decimal comma: a typed point works as one.
-    for (int i = Celdas1.LowerBound(1); i <= Celdas1.UpperBound(1); ++i)
+    for (int i : Celdas1.Filas())
         for (int col : {2, 3})
             Celdas1(i, col) = conComa(Celdas1(i, col).texto());
     GRID1->Array(Celdas1);
@@ -228,7 +228,7 @@ void NEW_DOLAR::Calcula_Montos()
     const double Base = Celdas1(1, 2).numero();
 
     // Services priced from the dollar, less their percentage, cut to their decimals.
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+    for (int i : Celdas.Filas()) {
         if (!(Celdas(i, 6) == 1))
             continue;
         const double Factor = (100 - Celdas(i, 3).numero()) / 100;
@@ -239,7 +239,7 @@ void NEW_DOLAR::Calcula_Montos()
     // Services tied to a USDT row (equivalence above 49): the base against
     // the row's price, less the service's percentage, each step at four
     // decimals. A later row with the same equivalence wins.
-    for (int i = Celdas1.LowerBound(1); i <= Celdas1.UpperBound(1); ++i) {
+    for (int i : Celdas1.Filas()) {
         if (!(Celdas1(i, 5).numero() > 49))
             continue;
         const int K = CInt(Celdas1(i, 5).numero());
@@ -251,7 +251,7 @@ void NEW_DOLAR::Calcula_Montos()
             Valor = Cuatro_Decimales(Divide(compra, Base));
         // The percentage travels in single precision.
         Valor = Cuatro_Decimales(double(m.Precios_T(K) / 100.0f) * Valor);
-        for (int j = Celdas.LowerBound(1); j <= Celdas.UpperBound(1); ++j)
+        for (int j : Celdas.Filas())
             if (Celdas(j, 0) == K)
                 Celdas(j, 4) = Valor;
     }
@@ -273,7 +273,7 @@ void NEW_DOLAR::Actualiza_Valores()
     // The second row's amount tells that the calculation was run.
     if (Celdas(1, 4).texto().trimmed().isEmpty())
         return;
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+    for (int i : Celdas.Filas()) {
         // The server reads the decimal comma; a typed point becomes one.
         Celdas(i, 4) = conComa(Celdas(i, 4).texto());
         m.Cierra_Rs();
@@ -351,7 +351,7 @@ void NEW_DOLAR::Modifica_USDT()
     GRID1->Update();
     GRID1->Array(Celdas1);
     GRID1->ReBind();
-    for (int i = Celdas1.LowerBound(1); i <= Celdas1.UpperBound(1); ++i) {
+    for (int i : Celdas1.Filas()) {
         if (!(Celdas1(i, 4) == -1))
             continue;
         m.Cierra_Rs();
@@ -388,7 +388,7 @@ void NEW_DOLAR::Valida_Equivalencia_Libre()
 {
     m.K = 0;
     const double pedida = Equivalencia_Pedida();
-    for (int i = Celdas1.LowerBound(1); i <= Celdas1.UpperBound(1); ++i) {
+    for (int i : Celdas1.Filas()) {
         if (Int(Celdas1(i, 5).numero()) == pedida) {
             Rechaza_Equivalencia(QStringLiteral(" ERROR : Código de equivalencia ya esta asignado"));
             return;
@@ -402,7 +402,7 @@ void NEW_DOLAR::Valida_Equivalencia_Existe()
     const double pedida = Equivalencia_Pedida();
     int J = 0;
     bool directo = false;
-    for (int i = Celdas.LowerBound(1); i <= Celdas.UpperBound(1); ++i) {
+    for (int i : Celdas.Filas()) {
         if (Int(Celdas(i, 0).numero()) != pedida)
             continue;
         ++J;

@@ -23,9 +23,9 @@ void Resumen_mensual::Retoca_Columnas()
 
 void Resumen_mensual::Busca_Fila(const QString& clave)
 {
-    for (m.Cuenta = Celdas.LowerBound(1); m.Cuenta <= Celdas.UpperBound(1); ++m.Cuenta)
-        if (Celdas(m.Cuenta, 1) == clave) {
-            Fila = int16_t(m.Cuenta);
+    for (const int i : Celdas.Filas())
+        if (Celdas(i, 1) == clave) {
+            Fila = int16_t(i);
             return;
         }
 }

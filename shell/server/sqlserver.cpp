@@ -262,7 +262,7 @@ void ServidorSqlServer::abrir()
     cerrar();
     // The one text that no braced value can carry (see entreLlaves).
     if (datos_.clave.contains(QStringLiteral("};")))
-        throw FalloEjecucion::conexion(QStringLiteral("The password cannot be passed to the ODBC driver: it contains \"};\"."));
+        throw FalloEjecucion::conexion(QStringLiteral("La contraseña no se puede pasar al controlador ODBC: contiene \"};\"."));
     QString fallo;
     {
         QSqlDatabase base = QSqlDatabase::addDatabase(QStringLiteral("QODBC"), nombreConexion_);
@@ -279,11 +279,11 @@ void ServidorSqlServer::abrir()
                 fallo = textoDe(base.lastError());
         }
         if (fallo.isNull() && !base.isOpen())
-            fallo = QStringLiteral("The connection could not be opened.");
+            fallo = QStringLiteral("No se ha podido abrir la conexión.");
     }
     if (!fallo.isNull()) {
         cerrar();
-        throw FalloEjecucion::conexion(fallo.isEmpty() ? QStringLiteral("The connection could not be opened.") : fallo);
+        throw FalloEjecucion::conexion(fallo.isEmpty() ? QStringLiteral("No se ha podido abrir la conexión.") : fallo);
     }
 }
 

@@ -21,12 +21,16 @@ private slots:
     {
         SesionDePrueba s;
         // Empty tables, as on a new SQL Server database.
-        s.base.sql(QStringLiteral("DELETE FROM conceptos; DELETE FROM proveedor; DELETE FROM bancos_zelle"));
-        for (const char* nombre : {"CONCEPTOS", "Proveedores", "BANCOS_ZELLE"}) {
+        s.base.sql(QStringLiteral("DELETE FROM conceptos; DELETE FROM proveedor; DELETE FROM bancos_zelle; "
+                                  "DELETE FROM servicios; DELETE FROM servicios_usdt"));
+        for (const char* nombre : {"CONCEPTOS", "Proveedores", "BANCOS_ZELLE", "Form_SERVICIOS", "SERVICIOS_USDT"}) {
             auto* c = static_cast<Catalogo*>(s.principal->Mostrar(QString::fromLatin1(nombre)));
             QVERIFY(c->Celdas.Vacia());
             QCOMPARE(c->GRID->vista()->model()->rowCount(), 0);
-            c->MODIFICAR->click(); // no row marked: no call, and the grid reloads
+            // no row marked: no call, and the grid reloads
+            auto* guardar = c->MODIFICAR ? c->MODIFICAR : c->findChild<QPushButton*>(QStringLiteral("ACTUALIZAR"));
+            QVERIFY2(guardar, nombre);
+            guardar->click();
             QVERIFY(c->Celdas.Vacia());
         }
 

@@ -6,15 +6,18 @@
 #include "escribir.h"
 #include "fallo.h"
 #include "form2.h"
+#include "f5_usdt.h"
 #include "form2_pago.h"
 #include "mesa.h"
 #include "prueba.h"
 
+#include <QComboBox>
 #include <QFontMetrics>
 #include <QLineEdit>
 #include <QStyle>
 #include <QTableView>
 #include <QPushButton>
+#include <QRadioButton>
 
 namespace {
 
@@ -97,6 +100,63 @@ private slots:
                                                                              {5, "99.999,99"},
                                                                              {23, "9.999,99"}})
             QVERIFY2(medida.horizontalAdvance(monto) + 2 * margen < v->columnWidth(col), qPrintable(monto));
+    }
+
+    // A query that finds nothing leaves an empty grid on each console: every
+    // head sorts nothing, and saving, fixing, summing and printing a receipt
+    // run over no row without a failure.
+    void consolas_sin_filas()
+    {
+        const auto probar = [](Consola* p, SesionDePrueba& s) {
+            QVERIFY(p->Celdas.Vacia());
+            QCOMPARE(p->GRID->modelo()->rowCount(), 0);
+            for (int col = 0; col < p->GRID->columnas(); ++col)
+                emit p->GRID->HeadClick(col);
+            p->GRID->setBookmark(0);
+            QCOMPARE(p->GRID->Bookmark(), -1);
+            // ("Copiar Recibo" before any receipt fails by design: no file to copy.)
+            for (QPushButton* b : {p->ACTUALIZAR, p->FIJAR, p->Sumarizar, p->RECIBO_PDF, p->RECIBO_XPS})
+                if (b->isEnabled())
+                    b->click();
+            QVERIFY(p->Celdas.Vacia());
+            s.mensajes.clear(); // what a console says of an empty selection is its own matter
+        };
+        Mesa<Form2> a(QString::fromUtf8(kFilas), "Form2", QDate(2030, 1, 1), QDate(2030, 1, 1));
+        probar(a.p, a.s);
+        Mesa<Form2_Pago> b(QString::fromUtf8(kFilas), "Form2_Pago", QDate(2030, 1, 1), QDate(2030, 1, 1));
+        probar(b.p, b.s);
+        Mesa<F5_USDT> c(QString::fromUtf8(kFilas), "F5_USDT", QDate(2030, 1, 1), QDate(2030, 1, 1));
+        probar(c.p, c.s);
+    }
+
+    // The filters answer the arrow keys as the mouse: each step queries anew.
+    void filtros_con_flechas()
+    {
+        Mesa<Form2> c(QString::fromUtf8(kFilas), "Form2", QDate(2025, 3, 10), QDate(2025, 3, 10));
+        Form2* p = c.p;
+        p->activateWindow();
+        QCOMPARE(p->Celdas.filas(), 3);
+        p->Option1[0]->setFocus();
+        QTest::keyClick(p->Option1[0], Qt::Key_Right); // "Pagados"
+        QVERIFY(p->Option1[1]->isChecked());
+        QCOMPARE(p->Celdas.filas(), 2);
+        QTest::keyClick(p->Option1[1], Qt::Key_Right); // "No Pagados"
+        QCOMPARE(p->Celdas.filas(), 1);
+        QCOMPARE(c.celda(0, 3), QStringLiteral("PEDRO PENTON"));
+        QTest::keyClick(p->Option1[2], Qt::Key_Left);
+        QTest::keyClick(p->Option1[1], Qt::Key_Left); // "Todos" again
+        QCOMPARE(p->Celdas.filas(), 3);
+        // The service list: the entry below "TODOS" is service 01, which all three rows have.
+        p->Combo1->setFocus();
+        const int antes = p->Combo1->currentIndex();
+        QTest::keyClick(p->Combo1, Qt::Key_Down);
+        QCOMPARE(p->Combo1->currentIndex(), antes + 1);
+        QCOMPARE(p->Combo1->currentText().left(2), QStringLiteral("01"));
+        QCOMPARE(p->Celdas.filas(), 3);
+        c.s.base.sql(QStringLiteral("UPDATE MOVIMIENTOS SET tipo_servicio = 2 WHERE SECUENCIA = 7"));
+        QTest::keyClick(p->Combo1, Qt::Key_Up);
+        QTest::keyClick(p->Combo1, Qt::Key_Down);
+        QCOMPARE(p->Celdas.filas(), 2);
     }
 
     void busquedas_sin_mayusculas_ni_acentos()

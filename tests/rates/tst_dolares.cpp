@@ -172,6 +172,13 @@ private slots:
         // The lines start anew.
         QCOMPARE(p->Celdas.Value(0, 1).texto(), QString());
         QCOMPARE(p->Celdas.Value(2, 7).texto(), QStringLiteral("1"));
+
+        // The operator's cell takes what its column holds, on both servers.
+        escribirEnCelda(*p->GRID, 0, 1, QStringLiteral("12"));
+        escribirEnCelda(*p->GRID, 0, 7, QStringLiteral("NOELINA"));
+        QCOMPARE(p->Celdas.Value(0, 7).texto(), QStringLiteral("NOELI"));
+        p->INCLUIR->click();
+        QCOMPARE(s.base.valor(QStringLiteral("select operadora from MOVIMIENTOS where SECUENCIA = 3")), QStringLiteral("NOELI"));
     }
 };
 REGISTRAR_PRUEBA(PruebaDolares);

@@ -236,6 +236,38 @@ private slots:
         QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios")), servicios);
     }
 
+    // A new database has no USDT row: the empty table saves without a call
+    // and takes its first row; with no service either, the code is refused.
+    void tabla_usdt_vacia()
+    {
+        SesionDePrueba s;
+        s.base.sql(QStringLiteral("DELETE FROM servicios_usdt; INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, "
+                                  "decimales, sw_calculos, letra) VALUES (60, 'PESOS CHILE', 5, 4, 2, 'H')"));
+        NEW_DOLAR* p = abrirPanel(s);
+        QCOMPARE(p->Celdas1.filas(), 0);
+        p->MODIFICAR_USDT->click();
+        QCOMPARE(p->Celdas1.filas(), 0);
+        p->Text2->setText(QStringLiteral("usdt chile"));
+        p->Text3->setText(QStringLiteral("60"));
+        p->INGRESO->click();
+        QVERIFY(s.mensajes.isEmpty());
+        QCOMPARE(s.base.valor(QStringLiteral("select D_SERVIcio || ' ' || equivalencia from servicios_usdt")),
+                 QStringLiteral("USDT CHILE 60"));
+        QCOMPARE(p->Celdas1.filas(), 1);
+
+        s.base.sql(QStringLiteral("DELETE FROM servicios_usdt; DELETE FROM servicios"));
+        p->Form_Activate(); // as when the operator comes back to the panel
+        p->activateWindow();
+        QCOMPARE(p->Celdas.filas() + p->Celdas1.filas(), 0);
+        p->Text2->setText(QStringLiteral("usdt peru"));
+        p->Text3->setText(QStringLiteral("61"));
+        QTest::keyClick(p->INGRESO, Qt::Key_Return);
+        QCOMPARE(s.mensajes.size(), 1);
+        QCOMPARE(s.mensajes.takeLast().texto, QStringLiteral(" ERROR : Codigo de servicio equivalente no existe"));
+        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios_usdt")), QStringLiteral("0"));
+    }
+    }
+
     void notificaciones()
     {
         SesionDePrueba s;

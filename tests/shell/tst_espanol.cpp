@@ -1,6 +1,8 @@
 // Qt's own dialogs speak Spanish once the program has loaded Qt's translations.
 #include "arranque.h"
+#include "fallo.h"
 #include "prueba.h"
+#include "servidor.h"
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -26,6 +28,22 @@ private slots:
         auto* botones = archivo.findChild<QDialogButtonBox*>();
         QVERIFY(botones);
         QCOMPARE(botones->button(QDialogButtonBox::Open)->text().remove(QLatin1Char('&')), QStringLiteral("Abrir"));
+    }
+
+    // The program's own words when a connection cannot be opened; a
+    // server's refusal would keep the server's.
+    void conexion_fallida_en_castellano()
+    {
+        const auto texto = [](const QString& cadena) {
+            try {
+                crearServidor(cadena)->abrir();
+            } catch (const FalloEjecucion& f) {
+                return f.texto();
+            }
+            return QString();
+        };
+        QCOMPARE(texto(QStringLiteral("Provider=oracle;Data Source=x")),
+                 QStringLiteral("No se puede encontrar el proveedor. Es posible que no esté instalado correctamente. (oracle)"));
     }
 };
 
