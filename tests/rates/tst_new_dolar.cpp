@@ -266,7 +266,6 @@ private slots:
         QCOMPARE(s.mensajes.takeLast().texto, QStringLiteral(" ERROR : Codigo de servicio equivalente no existe"));
         QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios_usdt")), QStringLiteral("0"));
     }
-    }
 
     void notificaciones()
     {
