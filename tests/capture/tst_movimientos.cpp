@@ -84,13 +84,18 @@ private slots:
         teclear(p->Text2[5], QStringLiteral(""));
         QCOMPARE(p->Text2[6]->text(), QStringLiteral("3.441")); // 94,30 x 36,5 cut to whole bolivars
         QCOMPARE(p->focusWidget(), p->Text2[10]);
-        teclear(p->Text2[10], QStringLiteral("pago urgente"));
+        // A note of 600 characters: the field takes what the column holds.
+        QString nota;
+        for (int i = 0; nota.size() < 600; ++i)
+            nota += QStringLiteral("pago urgente %1; ").arg(i);
+        teclear(p->Text2[10], nota);
+        QCOMPARE(p->Text2[10]->text(), nota.left(500));
         p->Combo2->setCurrentIndex(3);
         p->INCLUIR->click();
 
         QCOMPARE(filaGuardada(s.base, hoy, siguiente),
                  (QStringList{hoy, QString::number(siguiente), "12", "100.0", "94.3", "0", "0.0", "", "", "0.0", "1", "2",
-                              "1", "100.0", "pago urgente", "94.3", "94.3", "0.0", "", "", "0.0", "0.0", "3"}));
+                              "1", "100.0", nota.left(500), "94.3", "94.3", "0.0", "", "", "0.0", "0.0", "3"}));
 
         // Ready for the next one of the same day.
         QCOMPARE(p->Text2[0]->text(), QString::asprintf("%04d", siguiente + 1));
@@ -125,11 +130,20 @@ private slots:
         teclear(p->Text2[4], QStringLiteral("10129"));
         QCOMPARE(p->Text2[5]->text(), QStringLiteral("10,12")); // cut, not rounded to 10,13
 
-        // A click on the list writes the letter, and the letter picks the service.
-        p->List1->setCurrentRow(1);
-        emit p->List1->itemClicked(p->List1->item(1));
+        // The list, walked with the arrow keys, writes the letter and the name,
+        // and the letter picks the service.
+        p->List1->setCurrentRow(0);
+        p->List1->setFocus();
+        QTest::keyClick(p->List1, Qt::Key_Down);
         QCOMPARE(p->Text2[11]->text(), QStringLiteral("Z"));
         QCOMPARE(p->Cod_Servicio, int16_t(2));
+        QTest::keyClick(p->List1, Qt::Key_Down);
+        QTest::keyClick(p->List1, Qt::Key_Down);
+        const QListWidgetItem* elegido = p->List1->item(3);
+        QCOMPARE(p->List1->currentItem(), elegido);
+        QCOMPARE(p->Text2[11]->text(), elegido->text().mid(1, 1));
+        QCOMPARE(p->Text2[12]->text(), elegido->text().mid(5, 20));
+        QCOMPARE(int(p->Cod_Servicio), elegido->data(Qt::UserRole).toInt());
 
         // A letter no service has blocks the save.
         const QString antes = s.base.valor(QStringLiteral("select count(*) from MOVIMIENTOS"));

@@ -3,6 +3,7 @@
 // the cache.
 #include "bancos.h"
 #include "bancos_zelle.h"
+#include "clientes.h"
 #include "conceptos.h"
 #include "escribir.h"
 #include "form_servicios.h"
@@ -16,6 +17,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTableView>
 
 namespace {
 
@@ -248,6 +250,30 @@ private slots:
         QCOMPARE(s.base.valor(QStringLiteral("select letra || '/' || porcentaje || '/' || St_servicio from servicios where C_SERVIcio = 2")),
                  QStringLiteral("Q/7.25/I"));
         QCOMPARE(s.m->Servicios_T(2)[5], QStringLiteral("Q"));
+    }
+    // Empty tables, as on a new SQL Server database, and a search that finds
+    // nobody: the grids have no row, and saving and sorting them is no failure.
+    void rejillas_sin_filas()
+    {
+        SesionDePrueba s;
+        s.base.sql(QStringLiteral("DELETE FROM conceptos; DELETE FROM proveedor; DELETE FROM bancos_zelle; "
+                                  "DELETE FROM servicios; DELETE FROM servicios_usdt"));
+        for (const char* nombre : {"CONCEPTOS", "Proveedores", "BANCOS_ZELLE", "Form_SERVICIOS", "SERVICIOS_USDT"}) {
+            auto* c = static_cast<Catalogo*>(s.principal->Mostrar(QString::fromLatin1(nombre)));
+            QCOMPARE(c->GRID->vista()->model()->rowCount(), 0);
+            auto* guardar = c->MODIFICAR ? c->MODIFICAR : c->findChild<QPushButton*>(QStringLiteral("ACTUALIZAR"));
+            QVERIFY2(guardar, nombre);
+            guardar->click();
+            QVERIFY(c->Celdas.Vacia());
+        }
+        auto* p = s.abrir<Clientes>(QStringLiteral("Clientes"));
+        p->Text1[5]->setText(QStringLiteral("no hay nadie con este nombre"));
+        p->Busca->click();
+        QVERIFY(p->Celdas.Vacia());
+        emit p->GRID->HeadClick(1);
+        p->MODIFICAR->click(); // reloads the full list
+        QCOMPARE(p->N_Filas, int16_t(s.base.valor(QStringLiteral("select count(*) from clientes")).toInt()));
+        QVERIFY(s.mensajes.isEmpty());
     }
 };
 

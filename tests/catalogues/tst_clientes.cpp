@@ -8,6 +8,8 @@
 #include "sesion.h"
 
 #include <QAction>
+#include <QDir>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -40,12 +42,14 @@ private slots:
         QCOMPARE(p->List1->count(), 1 + cuenta(s.base, QStringLiteral("select count(*) from servicios where C_SERVIcio between 1 and 100")));
         QCOMPARE(p->List1->item(8)->text(), QStringLiteral("09 - PAYPAL")); // code 8 is a gap
 
-        // The filter waits for CONSULTAR.
-        p->List1->setCurrentRow(2);
-        emit p->List1->itemClicked(p->List1->item(2));
+        // The filter, chosen with the arrow keys, waits for CONSULTAR (Space on it).
+        p->List1->setFocus();
+        QTest::keyClick(p->List1, Qt::Key_Down);
+        QTest::keyClick(p->List1, Qt::Key_Down);
         QCOMPARE(p->Servicio_Filtro, int16_t(2));
         QCOMPARE(p->Celdas.UpperBound(1) + 1, todos);
-        p->CONSULTAR->click();
+        p->CONSULTAR->setFocus();
+        QTest::keyClick(p->CONSULTAR, Qt::Key_Space);
         const int deZelle = cuenta(s.base, QStringLiteral("select count(distinct C_CLIENTE) from MOVIMIENTOS where tipo_servicio = 2"));
         QVERIFY(deZelle > 0 && deZelle < todos);
         QCOMPARE(p->N_Filas, int16_t(deZelle));
@@ -66,6 +70,14 @@ private slots:
         emit p->GRID->HeadClick(1);
         for (int i = 1; i < hallados; ++i)
             QVERIFY(p->Celdas.Value(i - 1, 1).texto() <= p->Celdas.Value(i, 1).texto());
+
+        // Away and back: the list, the grid and the count show all the clients again.
+        s.abrir<Pantalla>(QStringLiteral("CONCEPTOS"));
+        QCOMPARE(s.abrir<Clientes>(QStringLiteral("Clientes")), p);
+        QCOMPARE(p->List1->currentItem()->text(), QStringLiteral("00 - TODOS"));
+        QCOMPARE(p->Servicio_Filtro, int16_t(0));
+        QCOMPARE(p->N_Filas, int16_t(todos));
+        QCOMPARE(p->Text1[6]->text(), QString::number(todos));
     }
 
     void alta_y_cambios()
@@ -104,6 +116,7 @@ private slots:
     void fotos_desde_memoria_y_archivo()
     {
         SesionDePrueba s;
+        s.base.sql(QStringLiteral("INSERT INTO clientes (C_CLIENTE, D_cliente) VALUES (10000, 'ZULAY ÑAÑEZ')"));
         auto* p = s.abrir<Clientes>(QStringLiteral("Clientes"));
         // A clock that moves a second at each look, noting whether the message is in view.
         QDateTime ahora(QDate(2024, 1, 1), QTime(8, 0));
@@ -141,8 +154,19 @@ private slots:
         QVERIFY(segundos >= 3);
         QVERIFY(p->Text2->isHidden());
 
-        // A JPEG chosen is shown, then stored; the same bytes come back.
-        const QString ruta = s.base.carpeta() + QStringLiteral("/cara.jpg");
+        // A client of five digits, found without capitals or accents; a JPEG
+        // chosen by a path of 80 characters is shown, then stored.
+        p->Text1[5]->setText(QStringLiteral("zulay nañez"));
+        p->Busca->click();
+        QCOMPARE(p->Celdas.UpperBound(1), 0);
+        QCOMPARE(p->Celdas.Value(0, 1).texto(), QStringLiteral("ZULAY ÑAÑEZ"));
+        clicEnFila(p, 0);
+        QCOMPARE(p->Text1[9]->text(), QStringLiteral("10000"));
+        QString carpeta = s.base.carpeta() + QStringLiteral("/fotos de clientes/");
+        carpeta += QString(80 - carpeta.size() - 9, QLatin1Char('x'));
+        QVERIFY(QDir().mkpath(carpeta));
+        const QString ruta = carpeta + QStringLiteral("/cara.jpg");
+        QCOMPARE(ruta.size(), 80);
         const QByteArray jpeg = imagen("JPEG", Qt::blue);
         {
             QFile f(ruta);
@@ -153,11 +177,11 @@ private slots:
         p->FOTO->click();
         QCOMPARE(p->Text1[7]->text(), ruta);
         QCOMPARE(imagenDe(p->Imagen), comoSeMuestra(jpeg, p->Imagen));
-        QVERIFY(s.base.valor(QStringLiteral("select count(*) from fotos where cliente = 12")) == QStringLiteral("0"));
+        QVERIFY(s.base.valor(QStringLiteral("select count(*) from fotos where cliente = 10000")) == QStringLiteral("0"));
         vistos.clear();
         p->GRABAR_IMAGEN->click();
         QCOMPARE(vistos, QStringList{"Foto Grabada"});
-        QCOMPARE(Foto::Lee(*s.m, QStringLiteral("0012"), false), jpeg);
+        QCOMPARE(Foto::Lee(*s.m, QStringLiteral("10000"), false), jpeg);
         QCOMPARE(p->Text1[7]->text(), ruta); // a second click would store it again
 
         // A PNG replaces it; the click shows it and leaves nothing to store.
@@ -168,8 +192,8 @@ private slots:
             f.write(png);
         }
         p->GRABAR_IMAGEN->click();
-        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from fotos where cliente = 12")), QStringLiteral("1"));
-        clicEnFila(p, 11);
+        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from fotos where cliente = 10000")), QStringLiteral("1"));
+        clicEnFila(p, 0);
         QCOMPARE(imagenDe(p->Imagen), comoSeMuestra(png, p->Imagen));
         QCOMPARE(imagenDe(p->Image1), comoSeMuestra(png, p->Image1));
         QCOMPARE(p->Text1[7]->text(), QString());

@@ -122,6 +122,12 @@ private slots:
         p->ACTUALIZAR->click();
         QCOMPARE(c.bd(QStringLiteral("C_BANCO || '|' || pago || '|' || fecha_pago"), 5, "20250310"),
                  QStringLiteral("|0.0|20250311"));
+        // Unpaid, it leaves this console, and the next save goes on without it.
+        QCOMPARE(p->Celdas.UpperBound(1), 0);
+        QCOMPARE(c.celda(0, 1), QStringLiteral("0006"));
+        p->ACTUALIZAR->click();
+        QCOMPARE(c.bd(QStringLiteral("pago || '|' || bancozelle"), 6, "20250310"), QStringLiteral("3000.0|1"));
+        QVERIFY(c.s.mensajes.isEmpty());
     }
 
     void usdt_carga_pago_y_grabar()
