@@ -170,13 +170,10 @@ private slots:
         p->INCLUIR->click();
         p->Text2[4]->setText(QStringLiteral("7"));
         p->INCLUIR->click();
-        QStringList textos;
         QList<int> estilos;
-        for (const auto& msg : s.mensajes) {
-            textos << msg.texto;
+        for (const auto& msg : s.mensajes)
             estilos << msg.estilo;
-        }
-        QCOMPARE(textos, (QStringList{"Indique Numero del Cliente", "Indique Monto Enviado", "Indique Monto Recibido",
+        QCOMPARE(s.textos(), (QStringList{"Indique Numero del Cliente", "Indique Monto Enviado", "Indique Monto Recibido",
                                       "Indique Código de Cliente", "Indique Monto Enviado", "Indique Monto Recibido"}));
         QCOMPARE(estilos, (QList<int>{16, 16, 16, 64, 64, 64}));
         QCOMPARE(p->focusWidget(), p->Text2[5]);

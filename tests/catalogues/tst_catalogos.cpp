@@ -37,14 +37,6 @@ QStringList llamadas(const BaseTemporal& base)
         .split(QLatin1Char('|'), Qt::SkipEmptyParts);
 }
 
-QStringList textos(const QList<SesionDePrueba::Mensaje>& mensajes)
-{
-    QStringList r;
-    for (const auto& m : mensajes)
-        r << m.texto;
-    return r;
-}
-
 } // namespace
 
 class PruebaCatalogos : public QObject {
@@ -210,7 +202,7 @@ private slots:
         p->Option1[2]->click();
         QVERIFY(!p->Option1[1]->isChecked());
         procesar();
-        QCOMPARE(textos(s.mensajes),
+        QCOMPARE(s.textos(),
                  (QStringList{"Indique la Descripcipón del Servicio", "Indique Porcentaje de descuento del Servicio",
                               "Indique Numero de decimales del Servicio", "Indique tipo de calculo del Servicio (Sw-calculo)",
                               "Indique Letra del Servicio"}));
@@ -221,7 +213,7 @@ private slots:
         s.mensajes.clear();
         p->Text1[6]->setText(QStringLiteral("t"));
         p->Procesar->click();
-        QCOMPARE(textos(s.mensajes), QStringList{"Error : la letra ya esta asignada al servicio = 1"});
+        QCOMPARE(s.textos(), QStringList{"Error : la letra ya esta asignada al servicio = 1"});
         QCOMPARE(s.mensajes.last().estilo, 0);
         QCOMPARE(s.base.valor(QStringLiteral("select D_SERVIcio || '/' || porcentaje || '/' || decimales || '/' || sw_calculos || '/' || letra"
                                              " from servicios where C_SERVIcio = 59")),
@@ -238,7 +230,7 @@ private slots:
         p->Option1[1]->click();
         p->Text1[6]->setText(QStringLiteral("T"));
         p->Procesar->click();
-        QCOMPARE(textos(s.mensajes), (QStringList{"Error : la letra ya esta asignada al servicio = 1",
+        QCOMPARE(s.textos(), (QStringList{"Error : la letra ya esta asignada al servicio = 1",
                                                   "Error : la letra ya esta asignada al servicio = 59"}));
 
         // Changes in the grid: the letter in capitals, the percentage with a comma.

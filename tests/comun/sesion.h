@@ -38,6 +38,13 @@ public:
         return static_cast<T*>(abrirPantalla(nombre));
     }
     QString ultimoMensaje() const { return mensajes.isEmpty() ? QString() : mensajes.last().texto; }
+    QStringList textos() const
+    {
+        QStringList r;
+        for (const Mensaje& m : mensajes)
+            r << m.texto;
+        return r;
+    }
 
 private:
     Pantalla* abrirPantalla(const QString& nombre);

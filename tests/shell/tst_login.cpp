@@ -1,5 +1,6 @@
 // Start-up and the main window: the connection, the parameters, the access
-// code and what the menus allow before and after it.
+// code and what the menus allow before and after it; Qt's dialogs and the
+// connection's failures in Spanish.
 #include "arranque.h"
 #include "base_temporal.h"
 #include "fallo.h"
@@ -8,8 +9,13 @@
 #include "mensajes.h"
 #include "module1.h"
 #include "prueba.h"
+#include "servidor.h"
 
 #include <QAction>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMdiArea>
@@ -246,6 +252,41 @@ private slots:
         QVERIFY(vistos[0].startsWith(QStringLiteral("16|")));
         QVERIFY(vistos[0].contains(QStringLiteral("'13'")));
         QVERIFY(vistos[0].contains(QStringLiteral("No coinciden los tipos")));
+    }
+
+    // Qt's own dialogs speak Spanish once the program has loaded its translations.
+    void dialogos_de_qt_en_castellano()
+    {
+        QVERIFY(Carga_Traducciones());
+        QMessageBox caja;
+        caja.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        QCOMPARE(caja.button(QMessageBox::Yes)->text().remove(QLatin1Char('&')), QStringLiteral("Sí"));
+        QCOMPARE(caja.button(QMessageBox::No)->text().remove(QLatin1Char('&')), QStringLiteral("No"));
+        QCOMPARE(caja.button(QMessageBox::Cancel)->text().remove(QLatin1Char('&')), QStringLiteral("Cancelar"));
+
+        // The photo's file dialog, as Qt draws it.
+        QFileDialog archivo;
+        archivo.setOption(QFileDialog::DontUseNativeDialog);
+        archivo.setAcceptMode(QFileDialog::AcceptOpen);
+        auto* botones = archivo.findChild<QDialogButtonBox*>();
+        QVERIFY(botones);
+        QCOMPARE(botones->button(QDialogButtonBox::Open)->text().remove(QLatin1Char('&')), QStringLiteral("Abrir"));
+    }
+
+    // The program's own words when a connection cannot be opened; a
+    // server's refusal would keep the server's.
+    void conexion_fallida_en_castellano()
+    {
+        const auto texto = [](const QString& cadena) {
+            try {
+                crearServidor(cadena)->abrir();
+            } catch (const FalloEjecucion& f) {
+                return f.texto();
+            }
+            return QString();
+        };
+        QCOMPARE(texto(QStringLiteral("Provider=oracle;Data Source=x")),
+                 QStringLiteral("No se puede encontrar el proveedor. Es posible que no esté instalado correctamente. (oracle)"));
     }
 };
 
