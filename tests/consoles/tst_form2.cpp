@@ -104,9 +104,16 @@ private slots:
         emit p->GRID->HeadClick(8);
         QCOMPARE(c.celda(5, 8), QStringLiteral("34.325,00"));
 
-        // Only the unpaid ones; a name typed with the box ticked searches since 2023.
-        p->Option1[2]->click();
-        QCOMPARE(p->Celdas.UpperBound(1), 2);
+        // The filters, chosen with the arrow keys: the paid ones, then only the
+        // unpaid ones; a name typed with the box ticked searches since 2023.
+        p->activateWindow();
+        p->Option1[0]->setFocus();
+        QTest::keyClick(p->Option1[0], Qt::Key_Right);
+        QVERIFY(p->Option1[1]->isChecked());
+        QCOMPARE(c.celda(0, 1) + c.celda(1, 1) + c.celda(2, 1), QStringLiteral("000400050006"));
+        QTest::keyClick(p->Option1[1], Qt::Key_Right);
+        QCOMPARE(c.celda(0, 1) + c.celda(1, 1) + c.celda(2, 1), QStringLiteral("000100020003"));
+        QCOMPARE(p->Celdas.filas(), 3);
         p->Text2->setText(QStringLiteral("MARIA"));
         QTest::keyClick(p->Text2, Qt::Key_Return);
         QCOMPARE(c.celda(0, 0), QStringLiteral("05/01/2024"));
