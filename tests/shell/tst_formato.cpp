@@ -19,11 +19,9 @@ private slots:
 
         // Amounts with thousands marks and decimal comma.
         QTest::newRow("miles") << 1234.5 << "###,##0.00" << "1.234,50";
-        QTest::newRow("millones") << 1234567.891 << "###,##0.00" << "1.234.567,89";
         QTest::newRow("grupos mas alla de los lugares") << 1234567890.0 << "#,##0.00" << "1.234.567.890,00";
         QTest::newRow("pie de recibido") << 0.0 << "#,###,##0.00" << "0,00";
         QTest::newRow("sin miles") << 1234.5 << "###0.00" << "1234,50";
-        QTest::newRow("tasa") << 36.12345 << "#,##0.0000" << "36,1235";
         QTest::newRow("tasa con miles") << 1234.56789 << "#,##0.0000" << "1.234,5679";
         // Whole figures: "###,###" writes nothing for zero, "###0" a zero.
         QTest::newRow("###,### de cero") << 0.0 << "###,###" << "";
@@ -35,7 +33,6 @@ private slots:
         // Codes padded with zeros, and more digits than places.
         QTest::newRow("0000") << 12.0 << "0000" << "0012";
         QTest::newRow("0000 desborda") << 123456.0 << "0000" << "123456";
-        QTest::newRow("00") << 5.0 << "00" << "05";
         QTest::newRow("000 de cero") << 0.0 << "000" << "000";
         // Literals stand at their places; extra digits go to the leftmost place.
         QTest::newRow("000-00") << 12345.0 << "000-00" << "123-45";
@@ -64,7 +61,6 @@ private slots:
         QTest::newRow("negativo bajo uno") << -0.5 << "###.00" << "-,50";
         QTest::newRow("negativo que redondea a cero") << -0.001 << "0.00" << "0,00";
         // Large and small magnitudes.
-        QTest::newRow("grande") << 123456789012.0 << "#,##0" << "123.456.789.012";
         QTest::newRow("mas de quince digitos") << 1e20 << "0" << "100000000000000000000";
         QTest::newRow("muy pequeno") << 1e-9 << "0.00" << "0,00";
     }
