@@ -40,13 +40,6 @@ QString punto(const Celda& c) { return c.texto().trimmed().replace(QLatin1Char('
 Form1::Form1(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral("Form1"))
 {
     setWindowTitle(QStringLiteral("Ingreso de transacciones por lote"));
-    auto boton = [this](const QString& nombre, const QString& titulo, int x, int y, int w) {
-        auto* b = new QPushButton(titulo, this);
-        b->setGeometry(x, y, w, 30);
-        b->setAutoDefault(true); // Enter on the focused button presses it
-        Controles::Nombrar(b, nombre, titulo);
-        return b;
-    };
 
     (new QLabel(QStringLiteral("Fecha Transacción ="), this))->setGeometry(10, 12, 150, 24);
     Fecha1 = new QDateEdit(this);
@@ -63,16 +56,16 @@ Form1::Form1(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral(
     Text1->setGeometry(xl, 12, 345, 26);
     Controles::Nombrar(Text1, QStringLiteral("Text1"), QStringLiteral("Buscar cliente"));
     Controles::AlPulsarEnter(Text1, [this] { Busca_Cliente(); });
-    Busca = boton(QStringLiteral("Busca"), QStringLiteral("Buscar"), xl + 355, 10, 100);
+    Busca = Controles::Boton(this, QStringLiteral("Busca"), QStringLiteral("Buscar"), xl + 355, 10, 100);
     grid1 = new Rejilla(QStringLiteral("grid1"), this);
     grid1->setGeometry(xl, 48, 455, 300);
-    REFRESCA_C = boton(QStringLiteral("REFRESCA_C"), QStringLiteral("Refrescar Clientes"), xl, 352, 455);
+    REFRESCA_C = Controles::Boton(this, QStringLiteral("REFRESCA_C"), QStringLiteral("Refrescar Clientes"), xl, 352, 455);
     grid2 = new Rejilla(QStringLiteral("grid2"), this);
     grid2->setGeometry(xl, 392, 455, 160);
-    Command1 = boton(QStringLiteral("Command1"), QStringLiteral("Refrescar Proveedores"), xl, 558, 455);
+    Command1 = Controles::Boton(this, QStringLiteral("Command1"), QStringLiteral("Refrescar Proveedores"), xl, 558, 455);
 
-    INCLUIR = boton(QStringLiteral("INCLUIR"), QStringLiteral("Procesar Ingresos"), 10, 598, 220);
-    SALIR = boton(QStringLiteral("SALIR"), QStringLiteral("Salir"), 635, 598, 220);
+    INCLUIR = Controles::Boton(this, QStringLiteral("INCLUIR"), QStringLiteral("Procesar Ingresos"), 10, 598, 220);
+    SALIR = Controles::Boton(this, QStringLiteral("SALIR"), QStringLiteral("Salir"), 635, 598, 220);
 
     connect(GRID, &Rejilla::AfterColEdit, this, [this](int col) { GRID_AfterColEdit(col); });
     connect(grid1, &Rejilla::DblClick, this, [this] { Elige(Celdas1, grid1, 1); });

@@ -68,13 +68,6 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
         Text2[indice] = t;
         return t;
     };
-    auto boton = [this](const QString& nombre, const QString& titulo, int x, int y, int w) {
-        auto* b = new QPushButton(titulo, this);
-        b->setGeometry(x, y, w, 30);
-        b->setAutoDefault(true); // Enter on the focused button presses it
-        Controles::Nombrar(b, nombre, titulo);
-        return b;
-    };
 
     // ---- the transaction, left
     etiqueta(QStringLiteral("Fecha Transacción ="), 10, 12, 160);
@@ -148,9 +141,9 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
     Controles::Nombrar(List2, QStringLiteral("List2"), QStringLiteral("Servicios del cliente"));
 
     const int yb = y + 186;
-    INCLUIR = boton(QStringLiteral("INCLUIR"), QStringLiteral("Agregar Transacción"), 10, yb, 180);
-    Ver_T = boton(QStringLiteral("Ver_T"), QStringLiteral("Ver transacciones del dia"), 200, yb, 200);
-    SALIR = boton(QStringLiteral("SALIR"), QStringLiteral("Salir"), 410, yb, 145);
+    INCLUIR = Controles::Boton(this, QStringLiteral("INCLUIR"), QStringLiteral("Agregar Transacción"), 10, yb, 180);
+    Ver_T = Controles::Boton(this, QStringLiteral("Ver_T"), QStringLiteral("Ver transacciones del dia"), 200, yb, 200);
+    SALIR = Controles::Boton(this, QStringLiteral("SALIR"), QStringLiteral("Salir"), 410, yb, 145);
 
     // ---- look-ups, middle
     const int xm = 575;
@@ -160,9 +153,9 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
     Text1_4->setMaxLength(40);
     Controles::Nombrar(Text1_4, QStringLiteral("Text1"), 4, QStringLiteral("Buscar o crear cliente"));
     Controles::AlPulsarEnter(Text1_4, [this] { Busca_Cliente(); });
-    Busca = boton(QStringLiteral("Busca"), QStringLiteral("Buscar"), xm + 258, 10, 95);
-    Procesar = boton(QStringLiteral("Procesar"), QStringLiteral("Crear Cliente"), xm, 44, 170);
-    REFRESCA_C = boton(QStringLiteral("REFRESCA_C"), QStringLiteral("Refrescar Clientes"), xm + 180, 44, 173);
+    Busca = Controles::Boton(this, QStringLiteral("Busca"), QStringLiteral("Buscar"), xm + 258, 10, 95);
+    Procesar = Controles::Boton(this, QStringLiteral("Procesar"), QStringLiteral("Crear Cliente"), xm, 44, 170);
+    REFRESCA_C = Controles::Boton(this, QStringLiteral("REFRESCA_C"), QStringLiteral("Refrescar Clientes"), xm + 180, 44, 173);
     GRID1 = new Rejilla(QStringLiteral("GRID1"), this);
     GRID1->setGeometry(xm, 82, 353, 330);
     GRID2 = new Rejilla(QStringLiteral("GRID2"), this);

@@ -41,10 +41,7 @@ QLineEdit* Catalogo::campo(int indice, const QString& nombre, int x, int y, int 
 
 QPushButton* Catalogo::boton(const QString& nombre, const QString& titulo, int x, int y, int w, int h)
 {
-    auto* b = new QPushButton(titulo, this);
-    b->setGeometry(x, y, w, h);
-    Controles::Nombrar(b, nombre, titulo);
-    return b;
+    return Controles::Boton(this, nombre, titulo, x, y, w, h);
 }
 
 void Catalogo::rejilla(int x, int y, int w, int h)

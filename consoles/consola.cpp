@@ -95,13 +95,6 @@ Consola::Consola(Module1& modulo, MDIForm1& p, const QString& nombre, const QStr
         Controles::Nombrar(t, nombreCampo, accesible);
         return t;
     };
-    auto boton = [this](const QString& nombreBoton, const QString& texto, int x, int y, int w) {
-        auto* b = new QPushButton(texto, this);
-        b->setGeometry(x, y, w, 30);
-        b->setAutoDefault(true);
-        Controles::Nombrar(b, nombreBoton, texto);
-        return b;
-    };
     auto fecha = [this](const QString& nombreFecha, const QString& accesible, int x) {
         auto* f = new QDateEdit(QDate::currentDate(), this);
         f->setGeometry(x, 6, 118, 26);
@@ -138,7 +131,7 @@ Consola::Consola(Module1& modulo, MDIForm1& p, const QString& nombre, const QStr
     Text2 = campo(QStringLiteral("Text2"), QStringLiteral("Buscar"), 370, 6, 170);
     Text2->setPlaceholderText(QStringLiteral("Cliente, referencia o nota"));
     Text3 = campo(QStringLiteral("Text3"), QStringLiteral("Buscar también"), 546, 6, 170);
-    SELECCIONA = boton(QStringLiteral("SELECCIONA"), QStringLiteral("RUN"), 722, 4, 60);
+    SELECCIONA = Controles::Boton(this, QStringLiteral("SELECCIONA"), QStringLiteral("RUN"), 722, 4, 60);
     Combo1 = new QComboBox(this);
     Combo1->setGeometry(790, 6, 320, 26);
     Controles::Nombrar(Combo1, QStringLiteral("Combo1"), QStringLiteral("Servicio"));
@@ -170,14 +163,14 @@ Consola::Consola(Module1& modulo, MDIForm1& p, const QString& nombre, const QStr
 
     // ---- the day's work, bottom
     const int yb = 592;
-    ACTUALIZAR = boton(QStringLiteral("ACTUALIZAR"), QStringLiteral("Actualizar "), 8, yb, 110);
+    ACTUALIZAR = Controles::Boton(this, QStringLiteral("ACTUALIZAR"), QStringLiteral("Actualizar "), 8, yb, 110);
     Text4 = campo(QStringLiteral("Text4"), QStringLiteral("Precio a fijar"), 126, yb + 2, 80);
     Text4->setAlignment(Qt::AlignRight);
-    FIJAR = boton(QStringLiteral("FIJAR"), QStringLiteral("Fijar $"), 210, yb, 80);
+    FIJAR = Controles::Boton(this, QStringLiteral("FIJAR"), QStringLiteral("Fijar $"), 210, yb, 80);
     Text5 = campo(QStringLiteral("Text5"), QStringLiteral("Suma seleccionados"), 298, yb + 2, 120);
     Text5->setReadOnly(true);
     Text5->setAlignment(Qt::AlignRight);
-    Sumarizar = boton(QStringLiteral("Sumarizar"), QStringLiteral("Sumarizar Seleccionados"), 424, yb, 200);
+    Sumarizar = Controles::Boton(this, QStringLiteral("Sumarizar"), QStringLiteral("Sumarizar Seleccionados"), 424, yb, 200);
     Check1 = new QCheckBox(QStringLiteral("Tabla"), this);
     Check1->setGeometry(636, yb + 4, 70, 22);
     Controles::Nombrar(Check1, QStringLiteral("Check1"), QStringLiteral("Tabla"));
@@ -186,10 +179,10 @@ Consola::Consola(Module1& modulo, MDIForm1& p, const QString& nombre, const QStr
     Text7 = campo(QStringLiteral("Text7"), QStringLiteral("Aviso"), 840, yb + 2, 156);
     Text7->setReadOnly(true);
     Text7->hide();
-    RECIBO_PDF = boton(QStringLiteral("RECIBO_PDF"), QStringLiteral("PDF"), 1004, yb, 56);
-    RECIBO_XPS = boton(QStringLiteral("RECIBO_XPS"), QStringLiteral("XPS"), 1064, yb, 56);
-    COPIAR = boton(QStringLiteral("COPIAR"), QStringLiteral("Copiar Recibo"), 1124, yb, 116);
-    SALIR = boton(QStringLiteral("SALIR"), QStringLiteral("Salir"), 1254, yb, 90);
+    RECIBO_PDF = Controles::Boton(this, QStringLiteral("RECIBO_PDF"), QStringLiteral("PDF"), 1004, yb, 56);
+    RECIBO_XPS = Controles::Boton(this, QStringLiteral("RECIBO_XPS"), QStringLiteral("XPS"), 1064, yb, 56);
+    COPIAR = Controles::Boton(this, QStringLiteral("COPIAR"), QStringLiteral("Copiar Recibo"), 1124, yb, 116);
+    SALIR = Controles::Boton(this, QStringLiteral("SALIR"), QStringLiteral("Salir"), 1254, yb, 90);
 
     // ---- events
     connect(Combo1, &QComboBox::activated, this, [this] { CONSULTAR(); });

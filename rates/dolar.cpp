@@ -26,7 +26,6 @@ Dolar::Dolar(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral(
     Controles::SeleccionarAlEnfocar(Text2[1]);
     Actualizar = new QPushButton(QStringLiteral("Actualizar"), this);
     Actualizar->setGeometry(300, 105, 110, 30);
-    Actualizar->setAutoDefault(true); // Enter on the focused button presses it
     Controles::Nombrar(Actualizar, QStringLiteral("Actualizar"), QStringLiteral("Actualizar"));
     // Enter in the new price moves on to the button.
     Controles::AlPulsarEnter(Text2[1], [this] { Actualizar->setFocus(); });

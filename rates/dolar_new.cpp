@@ -74,8 +74,6 @@ DOLAR_NEW::DOLAR_NEW(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QString
     Actualizar->setGeometry(145, 215, 150, 30);
     SALIR = new QPushButton(QStringLiteral("Salir"), this);
     SALIR->setGeometry(520, 215, 150, 30);
-    for (QPushButton* b : {Actualizar, SALIR})
-        b->setAutoDefault(true); // Enter on the focused button presses it
     Controles::Nombrar(Actualizar, QStringLiteral("Actualizar"), QStringLiteral("Actualizar"));
     Controles::Nombrar(SALIR, QStringLiteral("SALIR"), QStringLiteral("Salir"));
     connect(Actualizar, &QPushButton::clicked, this, [this] { Actualizar_Click(); });

@@ -69,13 +69,6 @@ NEW_DOLAR::NEW_DOLAR(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QString
         Controles::SeleccionarAlEnfocar(t);
         return t;
     };
-    auto boton = [this](QWidget* padre, const QString& nombre, const QString& titulo, int x, int y, int w, int h = 30) {
-        auto* b = new QPushButton(titulo, padre);
-        b->setGeometry(x, y, w, h);
-        b->setAutoDefault(true); // Enter on the focused button presses it
-        Controles::Nombrar(b, nombre, titulo);
-        return b;
-    };
     auto rejilla = [this](QWidget* padre, const QString& nombre, int x, int y, int w, int h) {
         auto* g = new Rejilla(nombre, padre);
         g->setGeometry(x, y, w, h);
@@ -93,21 +86,21 @@ NEW_DOLAR::NEW_DOLAR(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QString
     GRID = rejilla(this, QStringLiteral("GRID"), 10, 60, 600, 420);
     GRID1 = rejilla(this, QStringLiteral("GRID1"), 625, 60, 530, 420);
 
-    CALCULOS = boton(this, QStringLiteral("CALCULOS"), QStringLiteral("Calcular Valores"), 10, 490, 190);
-    Procesar = boton(this, QStringLiteral("Procesar"), QStringLiteral("Actualizar Valores"), 210, 490, 190);
-    INCLUIR = boton(this, QStringLiteral("INCLUIR"), QStringLiteral("Incluir Concepto"), 410, 490, 190);
-    ACTUALIZAR = boton(this, QStringLiteral("ACTUALIZAR"), QStringLiteral("Actualizar Montos"), 410, 530, 190);
+    CALCULOS = Controles::Boton(this, QStringLiteral("CALCULOS"), QStringLiteral("Calcular Valores"), 10, 490, 190);
+    Procesar = Controles::Boton(this, QStringLiteral("Procesar"), QStringLiteral("Actualizar Valores"), 210, 490, 190);
+    INCLUIR = Controles::Boton(this, QStringLiteral("INCLUIR"), QStringLiteral("Incluir Concepto"), 410, 490, 190);
+    ACTUALIZAR = Controles::Boton(this, QStringLiteral("ACTUALIZAR"), QStringLiteral("Actualizar Montos"), 410, 530, 190);
 
-    MODIFICAR_USDT = boton(this, QStringLiteral("MODIFICAR_USDT"), QStringLiteral("Modificar Tabla USDT"), 625, 490, 220);
+    MODIFICAR_USDT = Controles::Boton(this, QStringLiteral("MODIFICAR_USDT"), QStringLiteral("Modificar Tabla USDT"), 625, 490, 220);
     etiqueta(uev, QStringLiteral("uev"), 2, QStringLiteral("Nuevo Servicio USDT"), 625, 528, 250);
     Text2 = campo(QStringLiteral("Text2"), QStringLiteral("Nuevo Servicio USDT"), 625, 550, 250);
     Text2->setMaxLength(60);
     etiqueta(uev, QStringLiteral("uev"), 0, QStringLiteral("Equivalencia"), 885, 528, 90);
     Text3 = campo(QStringLiteral("Text3"), QStringLiteral("Equivalencia"), 885, 550, 80);
-    INGRESO = boton(this, QStringLiteral("INGRESO"), QStringLiteral("Procesar Ingreso"), 975, 547, 180);
+    INGRESO = Controles::Boton(this, QStringLiteral("INGRESO"), QStringLiteral("Procesar Ingreso"), 975, 547, 180);
 
-    Notifica = boton(this, QStringLiteral("Notifica"), QStringLiteral("Ver Notificaciones"), 1170, 60, 150);
-    SALIR = boton(this, QStringLiteral("SALIR"), QStringLiteral("Salir"), 1170, 547, 150);
+    Notifica = Controles::Boton(this, QStringLiteral("Notifica"), QStringLiteral("Ver Notificaciones"), 1170, 60, 150);
+    SALIR = Controles::Boton(this, QStringLiteral("SALIR"), QStringLiteral("Salir"), 1170, 547, 150);
 
     // ---- the notifications, over the grids
     Frame1 = new QFrame(this);
@@ -115,7 +108,7 @@ NEW_DOLAR::NEW_DOLAR(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QString
     Frame1->setFrameShape(QFrame::Box);
     Frame1->setAutoFillBackground(true);
     Controles::Nombrar(Frame1, QStringLiteral("Frame1"), QStringLiteral("Notificaciones"));
-    CIERRA_NOTI = boton(Frame1, QStringLiteral("CIERRA_NOTI"), QStringLiteral("X"), 1110, 4, 34, 26);
+    CIERRA_NOTI = Controles::Boton(Frame1, QStringLiteral("CIERRA_NOTI"), QStringLiteral("X"), 1110, 4, 34, 26);
     GRID2 = rejilla(Frame1, QStringLiteral("GRID2"), 6, 34, 1138, 380);
     QFont fija(QStringLiteral("Courier New"));
     fija.setStyleHint(QFont::Monospace);

@@ -43,8 +43,6 @@ SERVICIOS_USDT::SERVICIOS_USDT(Module1& modulo, MDIForm1& p)
     ACTUALIZAR = boton(QStringLiteral("ACTUALIZAR"), QStringLiteral("Actualizar Información"), 10, 540, 200);
     INCLUIR = boton(QStringLiteral("INCLUIR"), QStringLiteral("Incluir Concepto"), 220, 540, 200);
     SALIR = boton(QStringLiteral("SALIR"), QStringLiteral("Salir"), 450, 540, 200);
-    for (QPushButton* b : {Procesar, ACTUALIZAR, INCLUIR, SALIR})
-        b->setAutoDefault(true); // Enter on the focused button presses it
 
     connect(Procesar, &QPushButton::clicked, this, [this] { Procesar_Click(); });
     connect(ACTUALIZAR, &QPushButton::clicked, this, [this] { ACTUALIZAR_Click(); });

@@ -100,4 +100,12 @@ void Nombrar(QWidget* control, const QString& arreglo, int indice, const QString
     Nombrar(control, QStringLiteral("%1(%2)").arg(arreglo).arg(indice), accesible);
 }
 
+QPushButton* Boton(QWidget* padre, const QString& nombre, const QString& titulo, int x, int y, int w, int h)
+{
+    auto* b = new QPushButton(titulo, padre);
+    b->setGeometry(x, y, w, h);
+    Nombrar(b, nombre, titulo);
+    return b;
+}
+
 } // namespace Controles

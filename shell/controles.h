@@ -7,6 +7,7 @@
 
 class QWidget;
 class QLineEdit;
+class QPushButton;
 
 namespace Controles {
 
@@ -25,5 +26,9 @@ void SeleccionarAlEnfocar(QLineEdit* campo);
 // UI automation announce: its caption or its label.
 void Nombrar(QWidget* control, const QString& nombre, const QString& accesible);
 void Nombrar(QWidget* control, const QString& arreglo, int indice, const QString& accesible);
+
+// A button of a screen at its place, named by its design name and caption.
+// Enter presses it through EnterComoEspacio, as on every other screen.
+QPushButton* Boton(QWidget* padre, const QString& nombre, const QString& titulo, int x, int y, int w, int h = 30);
 
 } // namespace Controles

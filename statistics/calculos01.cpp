@@ -56,13 +56,6 @@ CALCULOS01::CALCULOS01(Module1& modulo, MDIForm1& p, const QString& nombre) : Pa
         }
         Text1[size_t(i)] = t;
     };
-    auto boton = [this](const QString& nombreBoton, const QString& caption, int x, int y, int w) {
-        auto* b = new QPushButton(caption, this);
-        b->setGeometry(x, y, w, 28);
-        b->setAutoDefault(true);
-        Controles::Nombrar(b, nombreBoton, caption);
-        return b;
-    };
     auto marco = [this](const QString& titulo, int x, int w, std::initializer_list<const char*> opciones,
                         QRadioButton** botones, const QString& arreglo) {
         auto* g = new QGroupBox(titulo, this);
@@ -94,7 +87,7 @@ CALCULOS01::CALCULOS01(Module1& modulo, MDIForm1& p, const QString& nombre) : Pa
         Text1[size_t(i)]->setAlignment(Qt::AlignRight);
     Text1[5]->setReadOnly(true);
     Text1[6]->setReadOnly(true);
-    CARGA_DATOS = boton(QStringLiteral("CARGA_DATOS"), QStringLiteral("Carga Info"), 192, 2, 100);
+    CARGA_DATOS = Controles::Boton(this, QStringLiteral("CARGA_DATOS"), QStringLiteral("Carga Info"), 192, 2, 100, 28);
 
     // ---- filters
     Frame2 = marco(QStringLiteral("Operadora"), 364, 230, {"Todas", "Ramil", "Noelina"}, Option2.data(),
@@ -107,7 +100,7 @@ CALCULOS01::CALCULOS01(Module1& modulo, MDIForm1& p, const QString& nombre) : Pa
     Combo1->setGeometry(994, 4, 250, 26);
     Combo1->setFont(QFont(QStringLiteral("Courier New"), 9));
     Controles::Nombrar(Combo1, QStringLiteral("Combo1"), QStringLiteral("Servicios"));
-    SALIR = boton(QStringLiteral("SALIR"), QStringLiteral("Salir"), 1252, 2, 72);
+    SALIR = Controles::Boton(this, QStringLiteral("SALIR"), QStringLiteral("Salir"), 1252, 2, 72, 28);
 
     // ---- the tab strip: every grid on its first tab, the two others empty
     SSTab1 = new QTabWidget(this);
