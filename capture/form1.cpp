@@ -1,6 +1,7 @@
 #include "form1.h"
 #include "controles.h"
 #include "formato.h"
+#include "listas.h"
 #include "mensajes.h"
 #include "module1.h"
 #include "numeros.h"
@@ -114,23 +115,13 @@ void Form1::Prepara_Lineas()
 void Form1::Carga_Lista(Rejilla* grid, ::Celdas& celdas, const QString& titulo, const QString& procedimiento,
                         const QString& campoCodigo, const QString& campoNombre, const QString& busqueda)
 {
-    grid->setAllowUpdate(false);
-    grid->Columns(0).setWidth(800).setCaption(QStringLiteral("Código")).setAlignment(Alineacion::Centro);
-    grid->Columns(1).setWidth(5000).setCaption(titulo);
-    celdas.ReDim(-1, -1, 0, 0);
+    Listas::Prepara(grid, celdas, titulo, 5000);
     m.Cierra_Rs();
     m.Prepara_Comando(procedimiento);
     if (!busqueda.isNull())
         m.Comando.Parameters(1) = Valor(busqueda);
     m.Ejecuta_Comando();
-    for (int fila = 0; !m.Rs->Eof(); ++fila, m.Rs->MoveNext()) {
-        celdas.ReDim(0, fila, 0, 1);
-        celdas(fila, 0) = Format(m.Rs->Fields(campoCodigo), QStringLiteral("0000"));
-        celdas(fila, 1) = Format(m.Rs->Fields(campoNombre), QStringLiteral("&"));
-    }
-    m.Cierra_Rs();
-    grid->Array(celdas);
-    grid->ReBind();
+    Listas::Llena(m, grid, celdas, campoCodigo, campoNombre);
 }
 
 void Form1::Carga_Clientes()

@@ -3,6 +3,7 @@
 #include "fallo.h"
 #include "formato.h"
 #include "foto.h"
+#include "listas.h"
 #include "mdiform1.h"
 #include "mensajes.h"
 #include "module1.h"
@@ -431,57 +432,32 @@ void Movimientos::Carga_Zelle()
     Combo2->setCurrentIndex(0);
 }
 
-void Movimientos::Prepara_Grid(Rejilla* grid, Celdas& celdas, const QString& titulo)
-{
-    grid->setAllowUpdate(false);
-    grid->Columns(0).setWidth(800).setCaption(QStringLiteral("Código")).setAlignment(Alineacion::Centro);
-    grid->Columns(1).setWidth(3900).setCaption(titulo);
-    celdas.ReDim(-1, -1, 0, 0);
-    grid->Array(celdas);
-    grid->ReBind();
-}
-
-void Movimientos::Llena_Grid(Rejilla* grid, Celdas& celdas, const QString& campoCodigo, const QString& campoNombre)
-{
-    int fila = -1;
-    while (!m.Rs->Eof()) {
-        ++fila;
-        celdas.ReDim(0, fila, 0, 1);
-        celdas.Value(fila, 0) = Format(m.Rs->Fields(campoCodigo), QStringLiteral("0000"));
-        celdas.Value(fila, 1) = Format(m.Rs->Fields(campoNombre), QStringLiteral("&"));
-        m.Rs->MoveNext();
-    }
-    m.Cierra_Rs();
-    grid->Array(celdas);
-    grid->ReBind();
-}
-
 void Movimientos::Carga_Clientes()
 {
-    Prepara_Grid(GRID1, Celdas1, QStringLiteral("Cliente"));
+    Listas::Prepara(GRID1, Celdas1, QStringLiteral("Cliente"), 3900);
     m.Cierra_Rs();
     m.Prepara_Comando(QStringLiteral("TRU_CLIENTES"));
     m.Ejecuta_Comando();
-    Llena_Grid(GRID1, Celdas1, QStringLiteral("C_CLIENTE"), QStringLiteral("D_cliente"));
+    Listas::Llena(m, GRID1, Celdas1, QStringLiteral("C_CLIENTE"), QStringLiteral("D_cliente"));
 }
 
 void Movimientos::Carga_Proveedores()
 {
-    Prepara_Grid(GRID2, Celdas2, QStringLiteral("Proveedor"));
+    Listas::Prepara(GRID2, Celdas2, QStringLiteral("Proveedor"), 3900);
     m.Cierra_Rs();
     m.Prepara_Comando(QStringLiteral("TRU_proveedor"));
     m.Ejecuta_Comando();
-    Llena_Grid(GRID2, Celdas2, QStringLiteral("C_proveedor"), QStringLiteral("D_proveedor"));
+    Listas::Llena(m, GRID2, Celdas2, QStringLiteral("C_proveedor"), QStringLiteral("D_proveedor"));
 }
 
 void Movimientos::Busca_Cliente()
 {
-    Prepara_Grid(GRID1, Celdas1, QStringLiteral("Cliente"));
+    Listas::Prepara(GRID1, Celdas1, QStringLiteral("Cliente"), 3900);
     m.Cierra_Rs();
     m.Prepara_Comando(QStringLiteral("TRU_Busca_CLIENTES"));
     m.Comando.Parameters(1) = Valor(Text1_4->text().trimmed());
     m.Ejecuta_Comando();
-    Llena_Grid(GRID1, Celdas1, QStringLiteral("C_CLIENTE"), QStringLiteral("D_cliente"));
+    Listas::Llena(m, GRID1, Celdas1, QStringLiteral("C_CLIENTE"), QStringLiteral("D_cliente"));
     Text1_4->clear();
 }
 

@@ -76,7 +76,5 @@ private:
     void Text2_Enter(int indice);
     void Letra_Cambiada();
     void List1_Click();
-    void Prepara_Grid(Rejilla* grid, Celdas& celdas, const QString& titulo);
-    void Llena_Grid(Rejilla* grid, Celdas& celdas, const QString& campoCodigo, const QString& campoNombre);
     int indiceDe(QObject* campo) const;
 };
