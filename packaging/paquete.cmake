@@ -27,6 +27,8 @@ endforeach()
 install(FILES ${documentos}/changelog.gz ${carpeta_paquete}/copyright
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/control-pagos)
 install(FILES ${documentos}/control-pagos.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+# The administrator's script that makes or brings up to date the SQL Server database.
+install(FILES ${DESPLIEGUE_SQL} DESTINATION ${CMAKE_INSTALL_DATADIR}/control-pagos)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME control-pagos)

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Parses the SQL Server deployment script batch by batch with a full T-SQL
+# Makes the SQL Server deployment script from database/sqlserver and parses it batch by batch with a full T-SQL
 # grammar and checks that every procedure, function and trigger stands alone
 # at the head of its batch. Needs the checker beside the repository
 # (../shared/tools/tsql); without it there is nothing to run and the step is
@@ -17,4 +17,7 @@ if ! command -v antlr4 >/dev/null || ! command -v javac >/dev/null; then
     $como apt-get update -qq
     DEBIAN_FRONTEND=noninteractive $como apt-get install -y -qq antlr4 default-jdk-headless >/dev/null
 fi
-"$comprobador" --quiet database/sqlserver/despliegue.sql
+script=$(mktemp --suffix=.sql)
+trap 'rm -f "$script"' EXIT
+database/sqlserver/despliegue.sh > "$script"
+"$comprobador" --quiet "$script"

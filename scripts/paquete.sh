@@ -39,7 +39,8 @@ contenido=$(dpkg-deb --contents "$deb" | awk '{print $6}')
 for ruta in ./usr/bin/control-pagos ./usr/share/applications/control-pagos.desktop \
             ./usr/share/icons/hicolor/scalable/apps/control-pagos.svg \
             ./usr/share/icons/hicolor/48x48/apps/control-pagos.png \
-            ./usr/share/doc/control-pagos/copyright ./usr/share/doc/control-pagos/changelog.gz; do
+            ./usr/share/doc/control-pagos/copyright ./usr/share/doc/control-pagos/changelog.gz \
+            ./usr/share/control-pagos/despliegue.sql; do
   grep -qxF "$ruta" <<< "$contenido" || { echo "ERROR: falta $ruta en el paquete"; exit 1; }
 done
 if grep -E '\.(h|a|cmake|o)$|/include/|/test|/bench|capturas' <<< "$contenido"; then

@@ -530,6 +530,19 @@ QStringList diferencias(const Contrato& e, const Contrato& s)
     return r;
 }
 
+// The SQL Server side as the deployment script puts it together: the tables,
+// then each function, trigger and procedure from its own file.
+QString scriptSqlServer()
+{
+    QStringList partes{leer(QStringLiteral(CARPETA_BD "/sqlserver/esquema.sql"))};
+    for (const char* clase : {"funciones", "disparadores", "procedimientos"}) {
+        const QDir carpeta(QStringLiteral(CARPETA_BD "/sqlserver/") + QLatin1String(clase));
+        for (const QString& archivo : carpeta.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name))
+            partes << leer(carpeta.filePath(archivo));
+    }
+    return partes.join(QStringLiteral("\ngo\n"));
+}
+
 QMap<QString, QString> archivosEmbebidos()
 {
     QMap<QString, QString> r;
@@ -547,7 +560,7 @@ private slots:
     void losDosServidoresDicenLoMismo()
     {
         const Contrato e = embebido(archivosEmbebidos(), leer(QStringLiteral(CARPETA_BD "/esquema.sql")));
-        const Contrato s = sqlServer(leer(QStringLiteral(CARPETA_BD "/sqlserver/despliegue.sql")));
+        const Contrato s = sqlServer(scriptSqlServer());
         QVERIFY(e.procedimientos.size() > 20 && e.tablas.size() > 10);
         QCOMPARE(e.procedimientos.value("tru_carga_tablas_03").conjuntos.size(), size_t(9));
         const QStringList todas = diferencias(e, s);
@@ -564,7 +577,7 @@ private slots:
     {
         const QMap<QString, QString> archivos = archivosEmbebidos();
         const QString esquema = leer(QStringLiteral(CARPETA_BD "/esquema.sql"));
-        const QString script = leer(QStringLiteral(CARPETA_BD "/sqlserver/despliegue.sql"));
+        const QString script = scriptSqlServer();
         const Contrato e = embebido(archivos, esquema);
         const QStringList antes = diferencias(e, sqlServer(script));
         const auto nuevas = [&](const Contrato& otroE, const QString& otroScript) {

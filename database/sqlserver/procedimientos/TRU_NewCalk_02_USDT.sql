@@ -1,0 +1,29 @@
+-- The same month of the USDT services: the money sent, no count by client.
+CREATE PROCEDURE dbo.TRU_NewCalk_02_USDT
+    @mes varchar(10) = '', @operadora smallint = 0, @servicio int = 0
+AS
+BEGIN
+    SET NOCOUNT ON;
+    DECLARE @desde varchar(12) = @mes + '01', @hasta varchar(12) = @mes + '31';
+    SELECT CAST(SUBSTRING(FECHA, 7, 2) AS int) AS dia, SUM(monto) AS Suma, COUNT(*) AS Tot_m,
+           CASE WHEN SUM(monto) > 0 THEN 100 * SUM(gan) / SUM(monto) ELSE 0 END AS Porcen, SUM(gan) AS Totgan
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    GROUP BY FECHA ORDER BY FECHA;
+    SELECT C_PROVEEDOR AS prov, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    GROUP BY C_PROVEEDOR ORDER BY Suma DESC, prov;
+    SELECT C_CLIENTE AS Cliente, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    GROUP BY C_CLIENTE ORDER BY Suma DESC, Cliente;
+    SELECT C_BANCO AS Banco, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    WHERE LTRIM(RTRIM(C_BANCO)) <> ''
+    GROUP BY C_BANCO ORDER BY Suma DESC, Banco;
+    SELECT CAST(SUBSTRING(FECHA, 7, 2) AS int) AS dia, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    WHERE tipo_operacion = 3 AND LTRIM(RTRIM(C_BANCO)) <> ''
+    GROUP BY FECHA ORDER BY FECHA;
+    SELECT tipo_servicio AS servi, SUM(monto) AS Suma
+    FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
+    GROUP BY tipo_servicio ORDER BY Suma DESC, servi;
+END
