@@ -3,14 +3,6 @@
 #include <QApplication>
 #include <memory>
 
-namespace Pruebas {
-std::vector<Fabrica>& registro()
-{
-    static std::vector<Fabrica> r;
-    return r;
-}
-} // namespace Pruebas
-
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);

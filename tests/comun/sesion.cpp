@@ -6,13 +6,23 @@
 
 #include <QCoreApplication>
 
-SesionDePrueba::SesionDePrueba(bool conDemo) : base(conDemo), respuesta(Mensajes::vbOK)
+SesionDePrueba::SesionDePrueba(bool conDemo) : SesionDePrueba(conDemo, QString())
+{
+}
+
+SesionDePrueba::SesionDePrueba(const QString& cadenaConexion) : SesionDePrueba(false, cadenaConexion)
+{
+}
+
+SesionDePrueba::SesionDePrueba(bool conDemo, const QString& cadenaConexion) : base(conDemo), respuesta(Mensajes::vbOK)
 {
     Despliegue d;
     d.archivo = base.archivo();
     d.carpetaRecibos = base.carpeta() + QStringLiteral("/RECIBOS");
+    if (!cadenaConexion.isEmpty())
+        d.tipo = Despliegue::Tipo::SqlServer;
     m = std::make_unique<Module1>(d);
-    m->Conexion.ConnectionString = base.cadenaConexion();
+    m->Conexion.ConnectionString = cadenaConexion.isEmpty() ? base.cadenaConexion() : cadenaConexion;
     m->Conexion.Open();
     LOGIN::Carga_Parametros(*m);
     principal = std::make_unique<MDIForm1>(*m);

@@ -15,6 +15,9 @@ class Pantalla;
 class SesionDePrueba {
 public:
     explicit SesionDePrueba(bool conDemo = true);
+    // The same session on another server, by the connection string of the
+    // program (a SQL Server's, say); the temporary folder keeps the receipts.
+    explicit SesionDePrueba(const QString& cadenaConexion);
     ~SesionDePrueba();
 
     BaseTemporal base;
@@ -47,5 +50,6 @@ public:
     }
 
 private:
+    SesionDePrueba(bool conDemo, const QString& cadenaConexion);
     Pantalla* abrirPantalla(const QString& nombre);
 };
