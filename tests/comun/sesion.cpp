@@ -19,7 +19,7 @@ SesionDePrueba::SesionDePrueba(bool conDemo, const QString& cadenaConexion) : ba
     Despliegue d;
     d.archivo = base.archivo();
     d.carpetaRecibos = base.carpeta() + QStringLiteral("/RECIBOS");
-    if (!cadenaConexion.isEmpty())
+    if (cadenaConexion.startsWith(QLatin1String("Provider=sqlserver"), Qt::CaseInsensitive))
         d.tipo = Despliegue::Tipo::SqlServer;
     m = std::make_unique<Module1>(d);
     m->Conexion.ConnectionString = cadenaConexion.isEmpty() ? base.cadenaConexion() : cadenaConexion;
