@@ -7,7 +7,9 @@
 --     dollars);
 --   2 by provider (prov), 3 by client (Cliente, with the transactions,
 --     cuantos), 4 by paying bank (Banco, the paid rows, the code as stored),
---     6 by service (servi): dollars received, the largest first;
+--     6 by service (servi): dollars received, the largest first; sums equal
+--     to four decimals by code, since each server adds its floats in an
+--     order of its own and may part in the last digit;
 --   5 by day: the dollars of the rows paid by direct transfer (type of
 --     operation 3).
 -- Rows returned to the client count nowhere: their bank is '7777', exactly as
@@ -60,7 +62,7 @@ grupos AS MATERIALIZED (
     FROM codigos WHERE codigo IS NOT NULL)
 SELECT codigo AS prov, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY Suma DESC, prov;
+ORDER BY round(Suma, 4) DESC, prov;
 
 WITH RECURSIVE codigos(codigo) AS (
     SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS)
@@ -80,7 +82,7 @@ grupos AS MATERIALIZED (
     FROM codigos WHERE codigo IS NOT NULL)
 SELECT codigo AS Cliente, json_extract(cifras, '$[0]') AS Suma, json_extract(cifras, '$[1]') AS cuantos
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY Suma DESC, Cliente;
+ORDER BY round(Suma, 4) DESC, Cliente;
 
 WITH RECURSIVE codigos(codigo) AS (
     SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS)
@@ -100,7 +102,7 @@ grupos AS MATERIALIZED (
     FROM codigos WHERE codigo IS NOT NULL AND codigo <> '7777' AND trim(codigo) <> '')
 SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY Suma DESC, Banco;
+ORDER BY round(Suma, 4) DESC, Banco;
 
 SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(recibido) AS Suma
 FROM MOVIMIENTOS
@@ -132,4 +134,4 @@ grupos AS MATERIALIZED (
            OR (@servicio NOT IN (98, 99) AND codigo = @servicio)))
 SELECT codigo AS servi, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY Suma DESC, servi;
+ORDER BY round(Suma, 4) DESC, servi;

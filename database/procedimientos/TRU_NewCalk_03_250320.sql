@@ -52,7 +52,7 @@ grupos AS MATERIALIZED (
     FROM codigos WHERE codigo IS NOT NULL)
 SELECT codigo AS prov, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY Suma DESC, prov;
+ORDER BY round(Suma, 4) DESC, prov;
 
 WITH RECURSIVE codigos(codigo) AS (
     SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS)
@@ -72,7 +72,7 @@ grupos AS MATERIALIZED (
     FROM codigos WHERE codigo IS NOT NULL)
 SELECT codigo AS Cliente, json_extract(cifras, '$[0]') AS Suma, json_extract(cifras, '$[1]') AS cuantos
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY Suma DESC, Cliente;
+ORDER BY round(Suma, 4) DESC, Cliente;
 
 WITH RECURSIVE codigos(codigo) AS (
     SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS)
@@ -92,7 +92,7 @@ grupos AS MATERIALIZED (
     FROM codigos WHERE codigo IS NOT NULL AND codigo <> '7777' AND trim(codigo) <> '')
 SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY Suma DESC, Banco;
+ORDER BY round(Suma, 4) DESC, Banco;
 
 WITH dias AS MATERIALIZED (
     SELECT FECHA, total(recibido) AS suma
@@ -127,4 +127,4 @@ grupos AS MATERIALIZED (
            OR (@servicio NOT IN (98, 99) AND codigo = @servicio)))
 SELECT codigo AS servi, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY Suma DESC, servi;
+ORDER BY round(Suma, 4) DESC, servi;

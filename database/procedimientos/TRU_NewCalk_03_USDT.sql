@@ -43,7 +43,7 @@ grupos AS MATERIALIZED (
     FROM codigos WHERE codigo IS NOT NULL)
 SELECT codigo AS prov, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY Suma DESC, prov;
+ORDER BY round(Suma, 4) DESC, prov;
 
 WITH RECURSIVE codigos(codigo) AS (
     SELECT (SELECT min(C_CLIENTE) FROM MOVIMIENTOS)
@@ -61,7 +61,7 @@ grupos AS MATERIALIZED (
     FROM codigos WHERE codigo IS NOT NULL)
 SELECT codigo AS Cliente, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY Suma DESC, Cliente;
+ORDER BY round(Suma, 4) DESC, Cliente;
 
 WITH RECURSIVE codigos(codigo) AS (
     SELECT (SELECT min(C_BANCO) FROM MOVIMIENTOS)
@@ -79,7 +79,7 @@ grupos AS MATERIALIZED (
     FROM codigos WHERE codigo IS NOT NULL AND codigo <> '7777' AND trim(codigo) <> '')
 SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY Suma DESC, Banco;
+ORDER BY round(Suma, 4) DESC, Banco;
 
 WITH dias AS MATERIALIZED (
     SELECT FECHA, total(enviado) AS suma
@@ -110,4 +110,4 @@ grupos AS MATERIALIZED (
       AND codigo >= 50 AND (@servicio = 0 OR codigo = @servicio))
 SELECT codigo AS servi, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY Suma DESC, servi;
+ORDER BY round(Suma, 4) DESC, servi;

@@ -139,6 +139,8 @@ void prepararConexion(sqlite3* bd)
                                        nullptr, funcionNumComa, nullptr, nullptr, nullptr);
     if (r == SQLITE_OK)
         r = Registra_Pliega(bd); // searches ignore capitals and accents
+    if (r == SQLITE_OK)
+        r = Registra_Espanol(bd); // names come in the order of SQL Server's Spanish collation
     if (r != SQLITE_OK)
         throw FalloEjecucion::servidor(mensaje(bd));
 }

@@ -409,12 +409,23 @@ QString comparable(const Valor& v)
         return v.aTexto();
     // A moment kept as text in the embedded file reads as the datetime of SQL Server.
     const QString t = v.aTexto();
-    if (t.size() == 19 && t[4] == QLatin1Char('-') && t[10] == QLatin1Char(' ')) {
-        const QDateTime m = QDateTime::fromString(t, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    if (t.size() >= 19 && t[4] == QLatin1Char('-') && t[10] == QLatin1Char(' ')) {
+        const QDateTime m = QDateTime::fromString(t.left(19), QStringLiteral("yyyy-MM-dd HH:mm:ss"));
         if (m.isValid())
             return m.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss"));
     }
     return t;
+}
+
+// Two values read alike. Moments that each server's clock stamped (the last
+// store of the rates, the clock itself) may part by a few seconds.
+static bool iguales(const QString& x, const QString& y)
+{
+    if (x == y)
+        return true;
+    const QString forma = QStringLiteral("dd/MM/yyyy HH:mm:ss");
+    const QDateTime a = QDateTime::fromString(x, forma), b = QDateTime::fromString(y, forma);
+    return a.isValid() && b.isValid() && std::abs(a.secsTo(b)) <= 5;
 }
 
 QStringList diferencias(const Resultados& e, const Resultados& s)
@@ -437,7 +448,10 @@ QStringList diferencias(const Resultados& e, const Resultados& s)
                 x << comparable(v);
             for (const Valor& v : b.filas[f])
                 y << comparable(v);
-            if (x != y) {
+            bool igual = x.size() == y.size();
+            for (qsizetype i = 0; igual && i < x.size(); ++i)
+                igual = iguales(x[i], y[i]);
+            if (!igual) {
                 r << conjunto + QStringLiteral("row %1 [%2] embedded, [%3] on SQL Server")
                                     .arg(f + 1)
                                     .arg(x.join(QLatin1Char('|')), y.join(QLatin1Char('|')));

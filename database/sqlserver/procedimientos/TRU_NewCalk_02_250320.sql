@@ -2,7 +2,8 @@
 -- when empty: 1 by day, received, transactions, percentage and amount of the
 -- gain; 2 by provider; 3 by client, with the transactions; 4 by paying bank;
 -- 5 by day, the rows paid by direct transfer (type of operation 3); 6 by
--- service. The sets by code come with the largest amount first.
+-- service. The sets by code come with the largest amount first, sums equal to
+-- four decimals by code (floats added in another order part in the last digit).
 CREATE PROCEDURE dbo.TRU_NewCalk_02_250320
     @mes varchar(10) = '', @operadora smallint = 0, @servicio int = 0
 AS
@@ -15,19 +16,19 @@ BEGIN
     GROUP BY FECHA ORDER BY FECHA;
     SELECT C_PROVEEDOR AS prov, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
-    GROUP BY C_PROVEEDOR ORDER BY Suma DESC, prov;
+    GROUP BY C_PROVEEDOR ORDER BY ROUND(SUM(monto), 4) DESC, prov;
     SELECT C_CLIENTE AS Cliente, SUM(monto) AS Suma, COUNT(*) AS cuantos
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
-    GROUP BY C_CLIENTE ORDER BY Suma DESC, Cliente;
+    GROUP BY C_CLIENTE ORDER BY ROUND(SUM(monto), 4) DESC, Cliente;
     SELECT C_BANCO AS Banco, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
     WHERE LTRIM(RTRIM(C_BANCO)) <> ''
-    GROUP BY C_BANCO ORDER BY Suma DESC, Banco;
+    GROUP BY C_BANCO ORDER BY ROUND(SUM(monto), 4) DESC, Banco;
     SELECT CAST(SUBSTRING(FECHA, 7, 2) AS int) AS dia, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
     WHERE tipo_operacion = 3 AND LTRIM(RTRIM(C_BANCO)) <> ''
     GROUP BY FECHA ORDER BY FECHA;
     SELECT tipo_servicio AS servi, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
-    GROUP BY tipo_servicio ORDER BY Suma DESC, servi;
+    GROUP BY tipo_servicio ORDER BY ROUND(SUM(monto), 4) DESC, servi;
 END

@@ -15,19 +15,19 @@ BEGIN
     GROUP BY LEFT(FECHA, 6) ORDER BY LEFT(FECHA, 6);
     SELECT C_PROVEEDOR AS prov, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
-    GROUP BY C_PROVEEDOR ORDER BY Suma DESC, prov;
+    GROUP BY C_PROVEEDOR ORDER BY ROUND(SUM(monto), 4) DESC, prov;
     SELECT C_CLIENTE AS Cliente, SUM(monto) AS Suma, COUNT(*) AS cuantos
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
-    GROUP BY C_CLIENTE ORDER BY Suma DESC, Cliente;
+    GROUP BY C_CLIENTE ORDER BY ROUND(SUM(monto), 4) DESC, Cliente;
     SELECT C_BANCO AS Banco, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
     WHERE LTRIM(RTRIM(C_BANCO)) <> ''
-    GROUP BY C_BANCO ORDER BY Suma DESC, Banco;
+    GROUP BY C_BANCO ORDER BY ROUND(SUM(monto), 4) DESC, Banco;
     SELECT CAST(LEFT(FECHA, 6) AS int) AS Fecha, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
     WHERE tipo_operacion = 3 AND LTRIM(RTRIM(C_BANCO)) <> ''
     GROUP BY LEFT(FECHA, 6) ORDER BY LEFT(FECHA, 6);
     SELECT tipo_servicio AS servi, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
-    GROUP BY tipo_servicio ORDER BY Suma DESC, servi;
+    GROUP BY tipo_servicio ORDER BY ROUND(SUM(monto), 4) DESC, servi;
 END
