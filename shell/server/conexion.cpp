@@ -1,5 +1,6 @@
 #include "conexion.h"
 #include "fallo.h"
+#include "guardia.h"
 
 #include <algorithm>
 
@@ -185,7 +186,12 @@ std::unique_ptr<Recordset> Comando::Execute(int)
     parametrosDelProcedimiento();
     std::vector<Parametro> valores;
     valores.reserve(valores_.size());
-    for (const Parametro& p : valores_)
+    for (const Parametro& p : valores_) {
         valores.push_back(sinControles(p));
+        // Both servers' procedures are reached only here: a text that SQL
+        // Server would keep as '?' is refused on either one before the call.
+        if (valores.back() && valores.back()->esTexto())
+            Guardia::guardable(valores.back()->aTexto());
+    }
     return std::make_unique<Recordset>(ActiveConnection->servidor().procedimiento(CommandText, valores));
 }

@@ -406,6 +406,22 @@ Clase cambio(const std::vector<Pieza>& piezas, size_t desde, size_t hasta)
 
 namespace Guardia {
 
+void guardable(const QString& texto)
+{
+    // Beyond ASCII and Latin-1's letters and signs, Windows-1252 holds these
+    // in the places where Latin-1 has its control codes.
+    static const std::set<char32_t> deWindows = {
+        0x20AC, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x017D, 0x2018,
+        0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x017E, 0x0178};
+    for (const char32_t c : texto.toUcs4()) {
+        if (c < 0x80 || (c >= 0xA0 && c <= 0xFF) || deWindows.count(c))
+            continue;
+        throw FalloEjecucion::servidor(
+            QStringLiteral("El texto \"%1\" tiene el carácter '%2', que la base de datos no puede guardar.")
+                .arg(texto, QString::fromUcs4(&c, 1)));
+    }
+}
+
 void consulta(const QString& sql)
 {
     const std::vector<Pieza> piezas = trocear(sql);
@@ -464,6 +480,9 @@ void cambios(const QString& sql, int sentencias)
     }
     if (sentencias != 1)
         throw sintaxis(piezas.back().texto);
+    for (const Pieza& p : piezas)
+        if (p.clase == Pieza::Cadena)
+            guardable(p.texto);
 }
 
 } // namespace Guardia

@@ -39,6 +39,13 @@ bool reservada(const Pieza& p);
 // The server's refusal of a text that does not parse there.
 FalloEjecucion sintaxis(const QString& cerca);
 
+// A text that the database is to keep: every character must be one of
+// Windows-1252, the code page of SQL Server's text columns, which would
+// otherwise keep any other one as '?' without a word (the embedded server
+// would keep it, and the two books would differ). Refused before anything is
+// written, as a refusal of the server, naming the first such character.
+void guardable(const QString& texto);
+
 // A raw select: the server's clock ("SELECT FECHA=GETDATE()"), a client's
 // photo ("select [top 1] * from fotos where cliente = <literal>") and the
 // two rate tables ("select * from dolar", "select * from dolar_NEW").
@@ -53,7 +60,8 @@ void consulta(const QString& sql);
 // that a quote typed into two values cannot turn the statement's own joining
 // text into values. The screen says how many
 // statements it built: a quote typed in a value can close one statement and
-// start a whole new one of the same kind, and only the count shows it.
+// start a whole new one of the same kind, and only the count shows it. Every
+// quoted value must also be guardable.
 void cambios(const QString& sql, int sentencias = 1);
 
 } // namespace Guardia

@@ -15,6 +15,7 @@
 #include <QSqlDatabase>
 #include <QSqlDriver>
 #include <QSqlError>
+#include <QSqlField>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QSqlResult>
@@ -43,12 +44,14 @@ struct Odbc {
     using AtributoSentencia = SQLRETURN (*)(SQLHSTMT, SQLINTEGER, SQLPOINTER, SQLINTEGER);
     using Controladores = SQLRETURN (*)(SQLHENV, SQLUSMALLINT, SQLCHAR*, SQLSMALLINT, SQLSMALLINT*, SQLCHAR*,
                                         SQLSMALLINT, SQLSMALLINT*);
+    using LeerDato = SQLRETURN (*)(SQLHSTMT, SQLUSMALLINT, SQLSMALLINT, SQLPOINTER, SQLLEN, SQLLEN*);
 
     AsignarHandle asignar = nullptr;
     LiberarHandle liberar = nullptr;
     AtributoEntorno atributoEntorno = nullptr;
     AtributoSentencia atributoSentencia = nullptr;
     Controladores controladores = nullptr;
+    LeerDato leerDato = nullptr;
 
     static const Odbc& instancia()
     {
@@ -62,6 +65,7 @@ struct Odbc {
             o.atributoEntorno = reinterpret_cast<AtributoEntorno>(biblioteca.resolve("SQLSetEnvAttr"));
             o.atributoSentencia = reinterpret_cast<AtributoSentencia>(biblioteca.resolve("SQLSetStmtAttr"));
             o.controladores = reinterpret_cast<Controladores>(biblioteca.resolve("SQLDrivers"));
+            o.leerDato = reinterpret_cast<LeerDato>(biblioteca.resolve("SQLGetData"));
             return o; // the library stays loaded: QLibrary does not unload on destruction
         }();
         return odbc;
@@ -193,6 +197,47 @@ Valor aValor(const QVariant& v)
     }
 }
 
+// The statement's ODBC handle, once it is prepared.
+SQLHSTMT sentenciaDe(const QSqlQuery& consulta)
+{
+    const QVariant handle = consulta.result()->handle();
+    if (handle.isValid() && handle.metaType().sizeOf() == int(sizeof(SQLHSTMT)))
+        return *static_cast<const SQLHSTMT*>(handle.constData());
+    return nullptr;
+}
+
+// A text column of the current row, read in UTF-16 pieces until the driver
+// has given it all. Qt's own reading takes the driver's text as UTF-8 in a
+// buffer of the column's declared length, and drops the value when the
+// driver cannot tell its length ahead: an accented text near its column's
+// length (a note of 500 characters with some ñ) would come back empty, and
+// the console's next save of the row would write it so.
+Valor leerTexto(SQLHSTMT sentencia, int columna)
+{
+    const Odbc& odbc = Odbc::instancia();
+    QString texto;
+    SQLWCHAR trozo[2048];
+    for (;;) {
+        SQLLEN largo = 0;
+        const SQLRETURN r = odbc.leerDato(sentencia, SQLUSMALLINT(columna + 1), SQL_C_WCHAR, trozo, sizeof trozo, &largo);
+        if (r == SQL_NO_DATA)
+            break;
+        if (!SQL_SUCCEEDED(r))
+            throw FalloEjecucion::servidor(QStringLiteral("No se ha podido leer la columna %1 del resultado.").arg(columna + 1));
+        if (largo == SQL_NULL_DATA)
+            return texto.isEmpty() ? Valor() : Valor(texto);
+        // A piece that filled the buffer holds all but the final zero; the last one, its length.
+        const qsizetype unidades = (largo == SQL_NO_TOTAL || largo >= SQLLEN(sizeof trozo))
+            ? qsizetype(std::size(trozo) - 1)
+            : qsizetype(largo / SQLLEN(sizeof(SQLWCHAR)));
+        static_assert(sizeof(SQLWCHAR) == sizeof(char16_t));
+        texto += QString::fromUtf16(reinterpret_cast<const char16_t*>(trozo), unidades);
+        if (r == SQL_SUCCESS)
+            break;
+    }
+    return Valor(texto);
+}
+
 // Reads every set that the statement left, in order, to the end.
 Resultados leerConjuntos(QSqlQuery& consulta)
 {
@@ -203,13 +248,19 @@ Resultados leerConjuntos(QSqlQuery& consulta)
         ConjuntoResultados conjunto;
         const QSqlRecord registro = consulta.record();
         const int columnas = registro.count();
-        for (int i = 0; i < columnas; ++i)
+        std::vector<bool> esTexto(size_t(columnas), false);
+        const SQLHSTMT sentencia = Odbc::instancia().leerDato ? sentenciaDe(consulta) : nullptr;
+        for (int i = 0; i < columnas; ++i) {
             conjunto.columnas << registro.fieldName(i);
+            esTexto[size_t(i)] = sentencia && registro.field(i).metaType().id() == QMetaType::QString;
+        }
         while (consulta.next()) {
             std::vector<Valor> fila;
             fila.reserve(size_t(columnas));
+            // Columns are read in their order: a text column read here is
+            // then passed over by Qt's reading of a later one.
             for (int i = 0; i < columnas; ++i)
-                fila.push_back(aValor(consulta.value(i)));
+                fila.push_back(esTexto[size_t(i)] ? leerTexto(sentencia, i) : aValor(consulta.value(i)));
             conjunto.filas.push_back(std::move(fila));
         }
         // A failure in the middle of the rows (a conversion, a lost link) ends the read.
@@ -226,14 +277,10 @@ Resultados leerConjuntos(QSqlQuery& consulta)
 // The statement exists once prepared: it gets the time limit of every call.
 void darLimite(QSqlQuery& consulta)
 {
-    const QVariant handle = consulta.result()->handle();
     const Odbc& odbc = Odbc::instancia();
-    if (odbc.atributoSentencia && handle.isValid() && handle.metaType().sizeOf() == int(sizeof(SQLHSTMT))) {
-        const SQLHSTMT sentencia = *static_cast<const SQLHSTMT*>(handle.constData());
-        if (sentencia)
-            odbc.atributoSentencia(sentencia, SQL_ATTR_QUERY_TIMEOUT, reinterpret_cast<SQLPOINTER>(segundosDeLimite),
-                                   SQL_IS_UINTEGER);
-    }
+    if (const SQLHSTMT sentencia = sentenciaDe(consulta); odbc.atributoSentencia && sentencia)
+        odbc.atributoSentencia(sentencia, SQL_ATTR_QUERY_TIMEOUT, reinterpret_cast<SQLPOINTER>(segundosDeLimite),
+                               SQL_IS_UINTEGER);
 }
 
 std::atomic<int> conexiones{0};
@@ -360,9 +407,26 @@ void ServidorSqlServer::ejecutar(const QString& sql, int sentencias)
     Guardia::cambios(sql, sentencias);
     if (!abierto())
         throw FalloEjecucion::objetoCerrado();
+    // A batch is all or nothing, as on the embedded server: a statement that
+    // fails (a text too long, the time limit) takes back the ones before it,
+    // and a save that failed on the time limit is not written afterwards,
+    // when the row it waited for comes free.
     // The sets of a batch are read and dropped, so that an error raised by a
     // later statement of the batch still comes up.
-    correrTexto(sql);
+    QSqlDatabase base = QSqlDatabase::database(nombreConexion_, false);
+    if (!base.transaction())
+        throw FalloEjecucion::servidor(textoDe(base.lastError()));
+    try {
+        correrTexto(sql); // its statement is closed before the transaction ends
+    } catch (const FalloEjecucion&) {
+        base.rollback();
+        throw;
+    }
+    if (!base.commit()) {
+        const QString fallo = textoDe(base.lastError());
+        base.rollback(); // also puts the connection back to one transaction per statement
+        throw FalloEjecucion::servidor(fallo);
+    }
 }
 
 Resultados ServidorSqlServer::correrTexto(const QString& sql)

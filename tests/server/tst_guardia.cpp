@@ -301,6 +301,53 @@ private slots:
         }
     }
 
+    // A text that SQL Server's code page cannot hold is refused on either
+    // server before anything is written, naming the character; the letters
+    // and signs of Windows-1252 pass, in a raw value and in a procedure's.
+    void textosQueLaBaseNoPuedeGuardar()
+    {
+        const QString windows = QStringLiteral("áéíóúüñÑ¿¡ºª°±×÷ÿ €‚ƒ„…†‡ˆ‰Š‹ŒŽ‘’“”•–—˜™š›œžŸ");
+        QCOMPARE(rechazo(guardado("0001", kGanancias + kZelle, windows), false), QString());
+        QCOMPARE(rechazo(alta("0001", windows), false), QString());
+        const auto nombra = [](const QString& caracter) {
+            return QStringLiteral("tiene el carácter '%1', que la base de datos no puede guardar.").arg(caracter);
+        };
+        // Turkish and Chinese letters, a sign beyond the plane (two UTF-16
+        // units, named as one), Latin Extended, and a C1 control code that
+        // Windows-1252 leaves undefined.
+        for (const QString& caracter : {QStringLiteral("ğ"), QStringLiteral("漢"), QStringLiteral("😀"), QStringLiteral("Ā"),
+                                        QString(QChar(0x81))}) {
+            const QString nota = QStringLiteral("Öz") + caracter + QStringLiteral("ür");
+            QCOMPARE(rechazo(guardado("0001", kGanancias + kZelle, nota), false),
+                     QStringLiteral("El texto \"%1\" ").arg(nota) + nombra(caracter));
+            QVERIFY(rechazo(alta("0001") + alta("0002", nota), false, 2).endsWith(nombra(caracter)));
+        }
+
+        // The entry screen's note: the report, nothing written.
+        {
+            SesionDePrueba s;
+            auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
+            const QString todas = QStringLiteral("select count(*) from MOVIMIENTOS");
+            const QString antes = s.base.valor(todas);
+            p->Text2[2]->setText(QStringLiteral("0012"));
+            p->Text2[4]->setText(QStringLiteral("10"));
+            p->Text2[5]->setText(QStringLiteral("9,5"));
+            p->Text2[10]->setText(QStringLiteral("pagado a Ayşe"));
+            ESPERAR_FALLO(p->Incluir_Click(), kServidor, "no puede guardar");
+            QCOMPARE(s.base.valor(todas), antes);
+        }
+
+        // A procedure's text: refused before the call; a Windows-1252 one is kept.
+        SesionDePrueba s(false);
+        s.m->Prepara_Comando(QStringLiteral("TRU_IN_CLIENTES_01"));
+        s.m->Comando.Parameters(1) = Valor(QStringLiteral("LI 漢"));
+        ESPERAR_FALLO(s.m->Ejecuta_Comando(), kServidor, "no puede guardar");
+        QCOMPARE(s.base.valor("select count(*) from clientes"), QStringLiteral("0"));
+        s.m->Comando.Parameters(1) = Valor(QStringLiteral("PEÑA “EL GÜERO” €"));
+        s.m->Ejecuta_Comando();
+        QCOMPARE(s.base.valor("select D_cliente from clientes"), QStringLiteral("PEÑA “EL GÜERO” €"));
+    }
+
     // A text bound to a procedure loses its control characters: a NUL no
     // longer cuts a client's name.
     void textosSinControles()
