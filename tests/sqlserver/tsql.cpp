@@ -27,14 +27,6 @@ bool intentado = false;
 const QString kAdmin = QStringLiteral("babelfish_user");
 const QString kClaveAdmin = QStringLiteral("BabelfishPass1");
 
-// The tables of RAMIL with the columns that order their rows.
-const std::pair<const char*, const char*> kTablas[] = {
-    {"MOVIMIENTOS", "FECHA, SECUENCIA"}, {"bancos", "C_Banco"},         {"bancos_zelle", "C_Banco"},
-    {"clientes", "C_CLIENTE"},           {"fotos", "cliente"},          {"proveedor", "C_proveedor"},
-    {"conceptos", "C_CONCEPTO"},         {"servicios", "C_SERVIcio"},   {"servicios_usdt", "C_SERVIcio"},
-    {"parametros", "Clave"},             {"dolar", "valor"},            {"dolar_NEW", "TRUMIN"},
-    {"notificaciones", "Fecha, Codigo_proveedor, titulo"}};
-
 // A loopback port that nothing holds at this moment.
 quint16 puertoLibre()
 {
@@ -136,6 +128,17 @@ QString literal(sqlite3_stmt* st, int i, const QString& tipo)
 }
 
 } // namespace
+
+const std::vector<std::pair<QString, QString>>& ServidorTsql::tablas()
+{
+    static const std::vector<std::pair<QString, QString>> todas = {
+        {"MOVIMIENTOS", "FECHA, SECUENCIA"}, {"bancos", "C_Banco"},         {"bancos_zelle", "C_Banco"},
+        {"clientes", "C_CLIENTE"},           {"fotos", "cliente"},          {"proveedor", "C_proveedor"},
+        {"conceptos", "C_CONCEPTO"},         {"servicios", "C_SERVIcio"},   {"servicios_usdt", "C_SERVIcio"},
+        {"parametros", "Clave"},             {"dolar", "valor"},            {"dolar_NEW", "TRUMIN"},
+        {"notificaciones", "Fecha, Codigo_proveedor, titulo"}};
+    return todas;
+}
 
 ServidorTsql* ServidorTsql::instancia()
 {
@@ -313,29 +316,29 @@ void ServidorTsql::copiarDe(const QString& archivo) const
     sqlite3* bd = nullptr;
     sqlite3_open_v2(archivo.toUtf8().constData(), &bd, SQLITE_OPEN_READONLY, nullptr);
     admin(QStringLiteral("USE RAMIL"));
-    for (const auto& [tabla, orden] : kTablas) {
-        Q_UNUSED(orden);
+    for (const auto& par : tablas()) {
+        const QString& tabla = par.first;
         QHash<QString, QString> tipos;
         for (const QStringList& c : filas(QStringLiteral("SELECT COLUMN_NAME, DATA_TYPE FROM INFORMATION_SCHEMA.COLUMNS "
-                                                         "WHERE TABLE_NAME = '%1'").arg(QLatin1String(tabla))))
+                                                         "WHERE TABLE_NAME = '%1'").arg(tabla)))
             tipos.insert(c[0].toLower(), c[1].toLower());
-        const QString error = admin(QStringLiteral("DELETE FROM dbo.%1").arg(QLatin1String(tabla)));
+        const QString error = admin(QStringLiteral("DELETE FROM dbo.%1").arg(tabla));
         if (!error.isEmpty())
             qFatal("%s", qPrintable(error));
         sqlite3_stmt* st = nullptr;
-        sqlite3_prepare_v2(bd, QStringLiteral("SELECT * FROM %1").arg(QLatin1String(tabla)).toUtf8().constData(), -1, &st,
+        sqlite3_prepare_v2(bd, QStringLiteral("SELECT * FROM %1").arg(tabla).toUtf8().constData(), -1, &st,
                            nullptr);
         QStringList columnas;
         for (int i = 0; i < sqlite3_column_count(st); ++i)
             columnas << QString::fromUtf8(sqlite3_column_name(st, i));
-        const QString cabeza = QStringLiteral("INSERT INTO dbo.%1 (%2) VALUES ").arg(QLatin1String(tabla), columnas.join(QLatin1Char(',')));
+        const QString cabeza = QStringLiteral("INSERT INTO dbo.%1 (%2) VALUES ").arg(tabla, columnas.join(QLatin1Char(',')));
         QStringList filasSql;
         const auto enviar = [&] {
             if (filasSql.isEmpty())
                 return;
             const QString e = admin(cabeza + filasSql.join(QLatin1Char(',')));
             if (!e.isEmpty())
-                qFatal("copy of %s: %s", tabla, qPrintable(e));
+                qFatal("copy of %s: %s", qPrintable(tabla), qPrintable(e));
             filasSql.clear();
         };
         while (sqlite3_step(st) == SQLITE_ROW) {

@@ -10,6 +10,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 #include <memory>
+#include <utility>
+#include <vector>
 
 class ServidorTsql {
 public:
@@ -53,6 +55,9 @@ public:
     // columns: numbers to 12 significant digits, moments as dd/mm/yyyy hh:mm:ss.
     QStringList tablaSqlServer(const QString& tabla, const QString& orden) const;
     static QStringList tablaEmbebida(const QString& archivo, const QString& tabla, const QString& orden);
+
+    // Every table of RAMIL with the columns that order its rows.
+    static const std::vector<std::pair<QString, QString>>& tablas();
 
     // Seconds the start, the two deployments and the copy of the demo took.
     double segundosDePreparacion() const { return segundos_; }

@@ -14,16 +14,11 @@
 
 namespace {
 
-const char* const kTablas[][2] = {
-    {"MOVIMIENTOS", "FECHA, SECUENCIA"}, {"clientes", "C_CLIENTE"}, {"proveedor", "C_proveedor"},
-    {"servicios", "C_SERVIcio"},         {"servicios_usdt", "C_SERVIcio"}, {"fotos", "cliente"},
-    {"parametros", "Clave"},             {"bancos", "C_Banco"},      {"notificaciones", "Fecha, titulo"}};
-
 QMap<QString, QStringList> todasLasTablas(const ServidorTsql& s)
 {
     QMap<QString, QStringList> r;
-    for (const auto& t : kTablas)
-        r.insert(QLatin1String(t[0]), s.tablaSqlServer(QLatin1String(t[0]), QLatin1String(t[1])));
+    for (const auto& [tabla, orden] : ServidorTsql::tablas())
+        r.insert(tabla, s.tablaSqlServer(tabla, orden));
     return r;
 }
 
