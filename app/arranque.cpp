@@ -1,4 +1,5 @@
 #include "arranque.h"
+#include "libros.h"
 #include "calculos01.h"
 #include "calculos01_usdt.h"
 #include "bancos.h"
@@ -33,11 +34,16 @@
 #include <QMdiSubWindow>
 #include <QPointer>
 #include <QSettings>
+#include <QSocketNotifier>
 #include <QStandardPaths>
 #include <QTimer>
 #include <QTranslator>
 
 #include <new>
+
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
 
 Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv)
 {
@@ -97,7 +103,10 @@ Despliegue Lee_Despliegue()
     d.tipo = s.value(QStringLiteral("servidor/tipo")).toString().compare(QLatin1String("sqlserver"), Qt::CaseInsensitive) == 0
                  ? Despliegue::Tipo::SqlServer
                  : Despliegue::Tipo::Embebido;
+    d.archivoPorDefecto = !s.contains(QStringLiteral("servidor/archivo"));
     d.archivo = s.value(QStringLiteral("servidor/archivo"), datos + QStringLiteral("/ramil.db")).toString();
+    d.archivoAjustes = s.fileName();
+    d.archivoAvisos = datos + QStringLiteral("/avisos-permisos");
     d.servidor = s.value(QStringLiteral("servidor/host")).toString();
     d.puerto = s.value(QStringLiteral("servidor/puerto"), 1433).toInt();
     d.clave = s.value(QStringLiteral("servidor/clave")).toString();
@@ -106,8 +115,6 @@ Despliegue Lee_Despliegue()
     d.web = s.value(QStringLiteral("recibos/web")).toString();
     d.carpetaCopias = s.value(QStringLiteral("copias/carpeta")).toString();
     d.copiasGuardadas = s.value(QStringLiteral("copias/cuantas"), 30).toInt();
-    if (d.tipo == Despliegue::Tipo::Embebido)
-        QDir().mkpath(QFileInfo(d.archivo).absolutePath());
     return d;
 }
 
@@ -136,8 +143,43 @@ void Registra_Pantallas(MDIForm1& p)
                 [](Module1& m, MDIForm1& p) { return new RESUMEN_MENSUAL_USDT(m, p); });
 }
 
+namespace {
+
+int tuboDeSenales[2] = {-1, -1};
+
+void alRecibirSenal(int)
+{
+    const char c = 1;
+    [[maybe_unused]] const auto escrito = ::write(tuboDeSenales[1], &c, 1);
+}
+
+} // namespace
+
+void Termina_Con_Senales(QObject* dueno)
+{
+    // A logout or a shutdown sends SIGTERM (a terminal, SIGHUP or SIGINT). The
+    // handler only writes a byte; the event loop then ends the program the
+    // ordinary way, so that the database is closed and its log folded in.
+    if (tuboDeSenales[0] < 0 && ::pipe2(tuboDeSenales, O_CLOEXEC | O_NONBLOCK) != 0)
+        return;
+    auto* aviso = new QSocketNotifier(tuboDeSenales[0], QSocketNotifier::Read, dueno);
+    QObject::connect(aviso, &QSocketNotifier::activated, dueno, [] {
+        char c;
+        while (::read(tuboDeSenales[0], &c, 1) > 0) {
+        }
+        QCoreApplication::quit();
+    });
+    struct sigaction accion {};
+    accion.sa_handler = alRecibirSenal;
+    sigemptyset(&accion.sa_mask);
+    accion.sa_flags = SA_RESTART;
+    for (int senal : {SIGTERM, SIGHUP, SIGINT})
+        ::sigaction(senal, &accion, nullptr);
+}
+
 int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue)
 {
+    Termina_Con_Senales(&app);
     Module1 m(despliegue);
     MDIForm1 principal(m);
     Registra_Pantallas(principal);
@@ -152,6 +194,11 @@ int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue)
 
 void Arrancar(MDIForm1& principal, const Despliegue& despliegue, const QDate& hoy)
 {
+    // The books are checked, and made or brought up to date, before anyone types.
+    if (!Prepara_Base(despliegue, hoy)) {
+        QCoreApplication::exit(1);
+        return;
+    }
     // The copy follows LOGIN's first activation, which opens (and on the first
     // start creates) the database: the main window's own handler of the
     // activation was connected first and runs before this one.

@@ -41,5 +41,9 @@ void Arrancar(MDIForm1& principal, const Despliegue& despliegue, const QDate& ho
 // settings). A copy that cannot be made is told once, and the work goes on.
 void Copia_Del_Dia(const Despliegue& despliegue, const QDate& hoy);
 
+// Ends the program the ordinary way (the database closed) on SIGTERM, SIGHUP
+// or SIGINT, as a logout or a shutdown sends them.
+void Termina_Con_Senales(QObject* dueno);
+
 // Brings up the main window with LOGIN and runs until the program ends.
 int Ejecutar_Programa(Aplicacion& app, const Despliegue& despliegue);

@@ -1,4 +1,5 @@
 #include "recibo.h"
+#include "permisos.h"
 #include "fallo.h"
 #include "formato.h"
 #include "mensajes.h"
@@ -92,7 +93,8 @@ void Recibo::EMITIR_RECIBO()
     const QString origenPdf = carpeta() + (m.Nivel ? QStringLiteral("TRUMIN.pdf") : QStringLiteral("Trabajo de Impresion.pdf"));
     if (Impresora.isEmpty() || Impresora == ImpresoraIntegrada) {
         // The program's own printer leaves the job where a virtual printer would.
-        QDir().mkpath(carpeta());
+        Permisos::Crear_Carpeta(carpeta());
+        Permisos::Crear_Archivo(origenPdf); // the receipt names a client: for this account only
         QPdfWriter hoja(origenPdf);
         hoja.setCreator(Mensajes::TituloPrograma);
         hoja.setTitle(QStringLiteral("Recibo de Cobro ") + Numero());

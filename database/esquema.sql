@@ -182,3 +182,8 @@ CREATE TABLE notificaciones (
     tipo             TEXT    NOT NULL DEFAULT '' CHECK (length(tipo) <= 30),
     leida            TEXT    NOT NULL DEFAULT 'NO' CHECK (length(leida) <= 5)
 ) STRICT;
+
+-- The version of this schema: raised with every change of this file. At start
+-- the program brings a database of an older version up to it (a table whose
+-- text changed is made anew with its rows), and refuses one of a newer version.
+PRAGMA user_version = 1;

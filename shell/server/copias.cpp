@@ -1,4 +1,5 @@
 #include "copias.h"
+#include "permisos.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -147,16 +148,66 @@ bool Base_Sana(const QString& archivo, bool rapida)
     return sana;
 }
 
+QString Carpeta_De_Copias(const QString& base, const QString& carpeta)
+{
+    return carpeta.isEmpty() ? QFileInfo(base).absolutePath() + QStringLiteral("/copias") : carpeta;
+}
+
+QString Copia_Sana_Mas_Reciente(const QString& base, const QString& carpeta)
+{
+    const QStringList copias = Copias_En(base, Carpeta_De_Copias(base, carpeta));
+    for (auto it = copias.crbegin(); it != copias.crend(); ++it)
+        if (Base_Sana(*it, true))
+            return *it;
+    return {};
+}
+
+namespace {
+
+// Writes a sound copy of 'base' as 'destino': under a name of its own first,
+// so that two clients starting at once both end with the one sound copy, and
+// put in place with rename() only once it passed the check. Empty, or why not.
+QString escribirCopia(const QString& base, const QString& destino)
+{
+    // What a copy cut off by a crash left behind goes a day later.
+    const QDir dir(QFileInfo(destino).absolutePath());
+    for (const QFileInfo& resto : dir.entryInfoList({QFileInfo(base).completeBaseName() + QStringLiteral("-*.parcial-*")}, QDir::Files))
+        if (resto.lastModified().daysTo(QDateTime::currentDateTime()) >= 1)
+            QFile::remove(resto.filePath());
+    const QString parcial = destino + QStringLiteral(".parcial-%1-%2")
+                                          .arg(QCoreApplication::applicationPid())
+                                          .arg(QRandomGenerator::global()->generate(), 8, 16, QLatin1Char('0'));
+    borrar(parcial);
+    // A copy holds the whole books: readable by this account only, as the database.
+    if (!Permisos::Crear_Archivo(parcial))
+        return QStringLiteral("no se puede crear el archivo");
+    if (const QString error = respaldar(base, parcial); !error.isEmpty()) {
+        borrar(parcial);
+        return error;
+    }
+    if (!Base_Sana(parcial)) {
+        borrar(parcial);
+        return QStringLiteral("la copia escrita no pasó la revisión de integridad");
+    }
+    // rename() puts it in place in one step, over a damaged copy of the day if any.
+    if (std::rename(QFile::encodeName(parcial).constData(), QFile::encodeName(destino).constData()) != 0) {
+        borrar(parcial);
+        return QStringLiteral("no se pudo dar su nombre a la copia");
+    }
+    return {};
+}
+
+} // namespace
+
 Resultado Copia_Diaria(const QString& base, const QString& carpetaDada, int cuantas, const QDate& hoy)
 {
-    const QString carpeta =
-        carpetaDada.isEmpty() ? QFileInfo(base).absolutePath() + QStringLiteral("/copias") : carpetaDada;
+    const QString carpeta = Carpeta_De_Copias(base, carpetaDada);
     const QString destino = QDir(carpeta).filePath(Nombre_Copia(base, hoy));
     if (cuantas <= 0)
         return {Resultado::Estado::Apagada, QString(), QString()};
     if (!QFileInfo(base).isFile())
         return fallida(destino, QStringLiteral("no se encuentra la base de datos %1").arg(base));
-    if (!QDir().mkpath(carpeta) || !QFileInfo(carpeta).isDir())
+    if (!Permisos::Crear_Carpeta(carpeta))
         return fallida(destino, QStringLiteral("no se puede crear la carpeta de copias"));
 
     // The newest copy of this day (or later, should the clock have gone back)
@@ -170,36 +221,27 @@ Resultado Copia_Diaria(const QString& base, const QString& carpetaDada, int cuan
         if (Base_Sana(*it, true))
             return {Resultado::Estado::AlDia, *it, QString()};
     }
-
-    // Each copy is written under a name of its own: two operators starting at
-    // once on one machine both end with the one sound copy of the day. What a
-    // copy cut off by a crash left behind goes a day later.
-    const QDir dir(carpeta);
-    for (const QFileInfo& resto : dir.entryInfoList({QFileInfo(base).completeBaseName() + QStringLiteral("-*.parcial-*")}, QDir::Files))
-        if (resto.lastModified().daysTo(QDateTime::currentDateTime()) >= 1)
-            QFile::remove(resto.filePath());
-    const QString parcial = destino + QStringLiteral(".parcial-%1-%2")
-                                          .arg(QCoreApplication::applicationPid())
-                                          .arg(QRandomGenerator::global()->generate(), 8, 16, QLatin1Char('0'));
-    borrar(parcial);
-    if (const QString error = respaldar(base, parcial); !error.isEmpty()) {
-        borrar(parcial);
+    if (const QString error = escribirCopia(base, destino); !error.isEmpty())
         return fallida(destino, error);
-    }
-    if (!Base_Sana(parcial)) {
-        borrar(parcial);
-        return fallida(destino, QStringLiteral("la copia escrita no pasó la revisión de integridad"));
-    }
-    // rename() puts it in place in one step, over a damaged copy of the day if any.
-    if (std::rename(QFile::encodeName(parcial).constData(), QFile::encodeName(destino).constData()) != 0) {
-        borrar(parcial);
-        return fallida(destino, QStringLiteral("no se pudo dar su nombre a la copia"));
-    }
 
     // Only now, with a sound copy of today in place, do the oldest go.
     QStringList todas = Copias_En(base, carpeta);
     while (todas.size() > cuantas)
         borrar(todas.takeFirst());
+    return {Resultado::Estado::Hecha, destino, QString()};
+}
+
+Resultado Copia_Previa(const QString& base, const QString& carpetaDada, const QString& motivo, const QDate& hoy)
+{
+    const QString carpeta = Carpeta_De_Copias(base, carpetaDada);
+    const QFileInfo f(base);
+    const QString sufijo = f.suffix().isEmpty() ? QString() : QLatin1Char('.') + f.suffix();
+    const QString destino = QDir(carpeta).filePath(f.completeBaseName() + QLatin1Char('-') +
+                                                   hoy.toString(QStringLiteral("yyyy-MM-dd")) + QLatin1Char('-') + motivo + sufijo);
+    if (!Permisos::Crear_Carpeta(carpeta))
+        return fallida(destino, QStringLiteral("no se puede crear la carpeta de copias"));
+    if (const QString error = escribirCopia(base, destino); !error.isEmpty())
+        return fallida(destino, error);
     return {Resultado::Estado::Hecha, destino, QString()};
 }
 

@@ -26,6 +26,17 @@ struct Resultado {
 // (created when missing; empty: the folder 'copias' beside the database), keeping the newest 'cuantas' copies. Never throws.
 Resultado Copia_Diaria(const QString& base, const QString& carpeta, int cuantas, const QDate& hoy);
 
+// A sound copy of the database taken before a change of its schema, kept
+// beside the daily copies under its own name (ramil-2026-11-24-<motivo>.db),
+// never removed by the count. The message of a failure is the daily copy's.
+Resultado Copia_Previa(const QString& base, const QString& carpeta, const QString& motivo, const QDate& hoy);
+
+// The folder of the copies: the one given, or 'copias' beside the database.
+QString Carpeta_De_Copias(const QString& base, const QString& carpeta);
+
+// The newest daily copy that passes the quick check; empty when none does.
+QString Copia_Sana_Mas_Reciente(const QString& base, const QString& carpeta);
+
 // The name of the day's copy of a database file: ramil.db -> ramil-2026-11-23.db.
 QString Nombre_Copia(const QString& base, const QDate& dia);
 

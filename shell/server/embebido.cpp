@@ -3,6 +3,8 @@
 #include "guardia.h"
 #include "pliegue.h"
 #include "recursos_bd.h"
+#include "permisos.h"
+#include "revision.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -264,7 +266,7 @@ void correr(sqlite3* bd, sqlite3_stmt* s, Resultados& resultados)
 // One transaction around a run: all of it or nothing of it.
 class Transaccion {
 public:
-    Transaccion(sqlite3* bd, bool escribe) : bd_(bd)
+    Transaccion(sqlite3* bd, bool escribe) : bd_(bd), escribe_(escribe)
     {
         ejecutarDirecto(bd_, escribe ? "BEGIN IMMEDIATE" : "BEGIN");
     }
@@ -275,12 +277,22 @@ public:
     }
     void confirmar()
     {
+        // A write goes only into the file that stands at the database's path:
+        // into a file deleted or replaced meanwhile it would be acknowledged
+        // and lost. Refused, it is rolled back with the transaction.
+        if (escribe_ && Revision::Archivo_Movido(bd_))
+            throw FalloEjecucion::conexion(
+                QStringLiteral("La base de datos ya no es el archivo %1: fue borrada, movida o reemplazada "
+                               "mientras el programa trabajaba. Este cambio no se grabó. Cierre el programa y "
+                               "vuelva a abrirlo.")
+                    .arg(QString::fromUtf8(sqlite3_db_filename(bd_, "main"))));
         ejecutarDirecto(bd_, "COMMIT");
         cerrada_ = true;
     }
 
 private:
     sqlite3* bd_;
+    bool escribe_;
     bool cerrada_ = false;
 };
 
@@ -1042,7 +1054,8 @@ void ServidorEmbebido::crearBase(const QString& archivo, bool conDemo)
 {
     if (QFileInfo::exists(archivo))
         throw FalloEjecucion::conexion(QStringLiteral("The database file already exists. (%1)").arg(archivo));
-    QDir().mkpath(QFileInfo(archivo).absolutePath());
+    Permisos::Crear_Carpeta(QFileInfo(archivo).absolutePath());
+    borrarCreacionesMuertas(archivo);
     // Built under a name of its own and moved into place when complete, so that
     // no client ever opens a half-made database.
     const QString temporal = QStringLiteral("%1.creando-%2").arg(archivo).arg(QCoreApplication::applicationPid());
@@ -1051,6 +1064,10 @@ void ServidorEmbebido::crearBase(const QString& archivo, bool conDemo)
             QFile::remove(temporal + QLatin1String(sufijo));
     };
     borrarTemporal();
+    // The books are the office's alone: readable by this account only (the
+    // engine gives its log files the rights of the database file).
+    if (!Permisos::Crear_Archivo(temporal))
+        throw FalloEjecucion::conexion(QStringLiteral("No se puede crear el archivo %1").arg(temporal));
     sqlite3* bd = abrirArchivo(temporal, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     try {
         prepararConexion(bd);
@@ -1091,15 +1108,17 @@ void ServidorEmbebido::crearBase(const QString& archivo, bool conDemo)
 void ServidorEmbebido::abrir()
 {
     cerrar();
-    borrarCreacionesMuertas(archivo_);
-    if (!QFileInfo::exists(archivo_)) {
-        try {
-            crearBase(archivo_, true);
-        } catch (const FalloEjecucion&) {
-            if (!QFileInfo::exists(archivo_)) // another client may have made it meanwhile
-                throw;
-        }
-    }
+    // The database is made at the start-up, never here: a mistyped path must
+    // not turn into a new, empty book that the operators take for theirs.
+    if (!QFileInfo(archivo_).isFile())
+        throw FalloEjecucion::conexion(QStringLiteral("No se encuentra la base de datos %1").arg(archivo_));
+    if (const int version = Revision::Version_De(archivo_); version > Revision::Version_Programa())
+        throw FalloEjecucion::conexion(
+            QStringLiteral("La base de datos %1 es de una versión más nueva del programa (esquema %2; este "
+                           "programa trabaja con el %3). Instale la versión actual del programa.")
+                .arg(archivo_)
+                .arg(version)
+                .arg(Revision::Version_Programa()));
     sqlite3* bd = abrirArchivo(archivo_, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX);
     try {
         prepararConexion(bd);

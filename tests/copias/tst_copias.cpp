@@ -245,7 +245,7 @@ private slots:
         QTemporaryDir dir;
         Despliegue d;
         d.archivo = dir.filePath(QStringLiteral("datos/ramil.db"));
-        QDir().mkpath(dir.filePath(QStringLiteral("datos")));
+        d.archivoPorDefecto = true; // a new installation
         Arranque a(d);
         QCOMPARE(a.avisos.size(), 0);
         const QString copia = dir.filePath(QStringLiteral("datos/copias/ramil-2026-03-14.db"));

@@ -307,8 +307,14 @@ private slots:
     {
         QTemporaryDir dir;
         const QString archivo = dir.filePath("datos/pagos.db");
+        // A missing file is never made by an open: a mistyped path must not become new books.
+        ESPERAR_FALLO(Cliente("Provider=embebido;Data Source=" + archivo), FalloEjecucion::conexion({}).numero(),
+                      "No se encuentra la base de datos");
+        QVERIFY(!QFileInfo::exists(dir.filePath("datos")));
+        ServidorEmbebido::crearBase(archivo, true);
         {
-            // The first open of a missing file makes it, with the demo data and the two pictures.
+            // Made, it has the demo data and the two pictures, readable by this account only.
+            QCOMPARE(QFileInfo(archivo).permissions() & 0x0077, QFileDevice::Permissions());
             Cliente c("Provider=embebido;Data Source=" + archivo);
             QVERIFY(!c.abrir("select  * from fotos where cliente = 0").Fields("img").aBytes().isEmpty());
             QVERIFY(c.conexion.EsLocal());
@@ -347,9 +353,7 @@ private slots:
             QFile escrito(f);
             QVERIFY(escrito.open(QIODevice::WriteOnly));
         }
-        {
-            Cliente c("Provider=embebido;Data Source=" + archivo);
-        }
+        ServidorEmbebido::crearBase(archivo, false);
         QDir carpeta(dir.path());
         QCOMPARE(carpeta.entryList({"*creando*"}, QDir::Files),
                  (QStringList{QFileInfo(deVivo).fileName(), QFileInfo(deVivo).fileName() + "-wal"}));
