@@ -550,6 +550,8 @@ void Consola::CONSULTAR()
     m.Comando.Parameters(6) = Valor(Text3->text().trimmed());
     m.Comando.Parameters(7) = Valor(int(m.Cuenta));
     m.Ejecuta_Comando();
+    // What this screen saw of each row: its saves and deletes are checked against it.
+    Versiones_Cargadas = m.Conexion.VersionesDeLaCarga();
 
     const int ultima = Celdas.UpperBound(2);
     int fila = -1;
@@ -992,13 +994,34 @@ void Consola::GRABAR_MOVIMIENTOS()
             Prov_Pago = CInt(Num(i, 6));
         }
     }
-    if (m.SQL.length() > 5)
-        m.Conexion.Execute(m.SQL, filas);
+    if (m.SQL.length() > 5) {
+        try {
+            m.Conexion.Execute(m.SQL, filas, Versiones_Cargadas);
+        } catch (const FalloFilasCambiadas& f) {
+            // Nothing of the batch was written: no gift for a payment run either.
+            m.SQL.clear();
+            Modo_Grabar = 0;
+            Filas_Cambiadas(f);
+            return;
+        }
+    }
     m.SQL.clear();
     if (Modo_Grabar == 1)
         Actualiza_Regalo();
     CONSULTAR();
     Modo_Grabar = 0;
+}
+
+void Consola::Filas_Cambiadas(const FalloFilasCambiadas& f)
+{
+    QString texto = QStringLiteral("Otro operador modificó o eliminó estas transacciones después de cargarlas en esta "
+                                   "pantalla:\n");
+    for (const auto& [fecha, secuencia] : f.claves())
+        texto += fecha.mid(6, 2) + QLatin1Char('/') + fecha.mid(4, 2) + QLatin1Char('/') + fecha.left(4) +
+                 QStringLiteral("  ") + QStringLiteral("%1").arg(secuencia, 4, 10, QLatin1Char('0')) + QLatin1Char('\n');
+    texto += QStringLiteral("No se grabó ningún cambio. Se vuelven a cargar los datos actuales.");
+    MsgBox(texto, Mensajes::vbExclamation);
+    CONSULTAR();
 }
 
 void Consola::Actualiza_Regalo()
@@ -1040,7 +1063,12 @@ void Consola::BORRAR_MOVIMIENTO()
 {
     m.SQL = QStringLiteral("delete movimientos where ") + QStringLiteral(" fecha = '") + Module1::Fecha_AMD(m.Rec_Fecha) +
             QStringLiteral("'") + QStringLiteral(" and secuencia =  ") + m.K.aTexto();
-    m.Conexion.Execute(m.SQL);
+    try {
+        m.Conexion.Execute(m.SQL, 1, Versiones_Cargadas);
+    } catch (const FalloFilasCambiadas& f) {
+        Filas_Cambiadas(f);
+        return;
+    }
     CONSULTAR();
 }
 

@@ -21,6 +21,7 @@
 // A bank code "7777" marks a row returned to the client; "8888" typed in the
 // bank takes a paid row back to unpaid.
 #include "celdas.h"
+#include "conexion.h"
 #include "formato.h"
 #include "pantalla.h"
 #include "recibo.h"
@@ -33,6 +34,7 @@
 #include <cstdint>
 #include <vector>
 
+class FalloFilasCambiadas;
 class QCheckBox;
 class QComboBox;
 class QDateEdit;
@@ -245,4 +247,10 @@ private:
     void Rechaza_Seleccion(const QString& texto);
     // Text7 shows the text for two seconds, the screen held still meanwhile.
     void Aviso(const QString& texto);
+    // The versions of the rows as this screen loaded them: its saves and
+    // deletes are refused on rows that changed since.
+    Versiones Versiones_Cargadas;
+    // A save or delete refused on rows changed since the load: the operator
+    // is told which, and the screen loads them as they are now.
+    void Filas_Cambiadas(const FalloFilasCambiadas& f);
 };

@@ -9,6 +9,8 @@
 --     name, the bank reference or the note; an empty text filters nothing;
 --   service: 0 all, 98 every service priced from the day's dollar
 --     (sw_calculos 1), 99 every one with sw_calculos 2, else that service.
+-- version_fila, last, is the row's version (0 for a row stored before
+-- versions existed): the console keeps it to check its saves against.
 -- Rows come by date, then sequence.
 --@param @desde TEXT = ''
 --@param @hasta TEXT = ''
@@ -21,8 +23,9 @@ SELECT m.FECHA AS Fecha, m.SECUENCIA AS secuenciA, m.C_CLIENTE, COALESCE(c.D_cli
        m.enviado AS Enviado, m.recibido, m.C_PROVEEDOR AS C_proveedor, m.bancozelle, m.tipo_servicio,
        m.C_BANCO AS C_Banco, m.confirmacion, m.pago AS Pago, m.REFERENCIA AS referencia, m.operadora,
        m.tipo_operacion, m.obs AS OBS, m.ganancia AS Ganancia, m.g1 AS G1, m.g2 AS G2, m.g3 AS G3,
-       m.fecha_pago, m.hora_pago, m.dolar1, m.dolar2
+       m.fecha_pago, m.hora_pago, m.dolar1, m.dolar2, COALESCE(v.version, 0) AS version_fila
 FROM MOVIMIENTOS m
+LEFT JOIN MOVIMIENTOS_VERSION v ON v.FECHA = m.FECHA AND v.SECUENCIA = m.SECUENCIA
 LEFT JOIN clientes c ON c.C_CLIENTE = m.C_CLIENTE
 WHERE m.FECHA >= @desde AND m.FECHA <= @hasta
   AND (@pago = 0 OR (@pago = 1 AND trim(m.C_BANCO) <> '') OR (@pago = 2 AND trim(m.C_BANCO) = ''))

@@ -18,3 +18,6 @@ IF NOT EXISTS (SELECT 1 FROM dbo.servicios)
     INSERT INTO dbo.servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra, St_servicio, MONTO) VALUES
         (1, 'TRUMIN', 9, 2, 1, 'T', 'A', 0), (2, 'ZELLE', 6, 2, 1, 'Z', 'A', 0),
         (3, 'ZINLI', 4, 2, 1, 'I', 'A', 0), (4, 'AMAZON', 15, 2, 1, 'A', 'A', 0);
+-- The counter of the transactions' versions starts at 0, and is never put back.
+IF NOT EXISTS (SELECT 1 FROM dbo.MOVIMIENTOS_CONTADOR)
+    INSERT INTO dbo.MOVIMIENTOS_CONTADOR (ultima) VALUES (0);

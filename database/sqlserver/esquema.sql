@@ -143,6 +143,24 @@ IF OBJECT_ID(N'dbo.notificaciones', N'U') IS NULL
         tipo             varchar(30) NOT NULL DEFAULT '',
         leida            varchar(5) NOT NULL DEFAULT 'NO'
     );
+-- The version of each transaction, beside it by its key (MOVIMIENTOS takes no
+-- column of its own): a console's save of a row that changed, or was deleted
+-- and entered again, after the console loaded it is refused. The trigger
+-- TRU_MOVIMIENTOS_Version gives every inserted or updated row the next value
+-- of the counter, which only grows. Rows stored before the versions existed
+-- have no version row and are version 0.
+IF OBJECT_ID(N'dbo.MOVIMIENTOS_VERSION', N'U') IS NULL
+    CREATE TABLE dbo.MOVIMIENTOS_VERSION (
+        FECHA     varchar(8) NOT NULL,
+        SECUENCIA int        NOT NULL,
+        version   bigint     NOT NULL,
+        CONSTRAINT PK_MOVIMIENTOS_VERSION PRIMARY KEY (FECHA, SECUENCIA)
+    );
+-- One row (datos.sql): the last version given.
+IF OBJECT_ID(N'dbo.MOVIMIENTOS_CONTADOR', N'U') IS NULL
+    CREATE TABLE dbo.MOVIMIENTOS_CONTADOR (
+        ultima bigint NOT NULL DEFAULT 0
+    );
 go
 
 -- The indexes. An index exists when sys.indexes names it; a server that keeps

@@ -2,7 +2,11 @@
 #include "fallo.h"
 #include "guardia.h"
 
+#include <QSet>
+
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 Recordset::Recordset(Resultados conjuntos) : conjuntos_(std::move(conjuntos)), abierto_(true) {}
 
@@ -137,7 +141,102 @@ Servidor& Conexion::servidor()
     return *servidor_;
 }
 
-void Conexion::Execute(const QString& sql, int sentencias) { servidor().ejecutar(sql, sentencias); }
+namespace {
+
+// The date of a key as the consoles send it, yyyymmdd; 0 for any other text.
+int fechaAmd(const QString& texto)
+{
+    if (texto.size() != 8)
+        return 0;
+    int r = 0;
+    for (QChar c : texto) {
+        if (c < QLatin1Char('0') || c > QLatin1Char('9'))
+            return 0;
+        r = r * 10 + (c.unicode() - '0');
+    }
+    return r;
+}
+
+// The sequence of a key as a number, as the servers convert it; false when
+// the text holds no whole number.
+bool secuenciaDe(const QString& texto, int& secuencia)
+{
+    const QString t = texto.trimmed();
+    bool bien = t.isEmpty();
+    const double v = bien ? 0 : t.toDouble(&bien);
+    if (!bien || v != std::floor(v) || v < std::numeric_limits<int>::min() || v > std::numeric_limits<int>::max())
+        return false;
+    secuencia = int(v);
+    return true;
+}
+
+} // namespace
+
+void VersionesCargadas::poner(const Valor& fecha, const Valor& secuencia, const Valor& version)
+{
+    const int amd = fechaAmd(fecha.aTexto());
+    if (amd == 0 || secuencia.esNulo() || version.esNulo())
+        return;
+    const double s = secuencia.aDouble();
+    if (s != std::floor(s) || std::abs(s) > std::numeric_limits<int>::max())
+        return;
+    versiones_.insert(clave(amd, int(s)), qint64(std::llround(version.aDouble())));
+}
+
+std::optional<qint64> VersionesCargadas::version(int fechaAmd, int secuencia) const
+{
+    const auto it = versiones_.constFind(clave(fechaAmd, secuencia));
+    if (it == versiones_.constEnd())
+        return std::nullopt;
+    return *it;
+}
+
+void Conexion::Execute(const QString& sql, int sentencias, const Versiones& vistas)
+{
+    Servidor& s = servidor();
+    VersionesEsperadas esperadas;
+    if (vistas) {
+        // Each transaction the batch saves or deletes, when this screen loaded
+        // it, is to be found at the version the screen saw.
+        QSet<quint64> vistas_;
+        for (const Guardia::Clave& c : Guardia::cambios(sql, sentencias)) {
+            const int amd = fechaAmd(c.fecha);
+            int secuencia = 0;
+            if (amd == 0 || !secuenciaDe(c.secuencia, secuencia))
+                continue;
+            const std::optional<qint64> version = vistas->version(amd, secuencia);
+            if (version && !vistas_.contains(VersionesCargadas::clave(amd, secuencia))) {
+                vistas_.insert(VersionesCargadas::clave(amd, secuencia));
+                esperadas.push_back({c.fecha, secuencia, *version});
+            }
+        }
+    }
+    s.ejecutar(sql, sentencias, esperadas);
+}
+
+void Conexion::tomarVersiones(const Resultados& resultados)
+{
+    versiones_.reset();
+    if (resultados.empty())
+        return;
+    const ConjuntoResultados& c = resultados.front();
+    int fecha = -1, secuencia = -1, version = -1;
+    for (qsizetype i = 0; i < c.columnas.size(); ++i) {
+        if (c.columnas[i].compare(QLatin1String("version_fila"), Qt::CaseInsensitive) == 0)
+            version = int(i);
+        else if (c.columnas[i].compare(QLatin1String("Fecha"), Qt::CaseInsensitive) == 0)
+            fecha = int(i);
+        else if (c.columnas[i].compare(QLatin1String("secuenciA"), Qt::CaseInsensitive) == 0)
+            secuencia = int(i);
+    }
+    if (version < 0 || fecha < 0 || secuencia < 0)
+        return;
+    auto v = std::make_shared<VersionesCargadas>();
+    v->reservar(qsizetype(c.filas.size()));
+    for (const auto& fila : c.filas)
+        v->poner(fila[size_t(fecha)], fila[size_t(secuencia)], fila[size_t(version)]);
+    versiones_ = std::move(v);
+}
 
 void Comando::parametrosDelProcedimiento()
 {
@@ -193,5 +292,7 @@ std::unique_ptr<Recordset> Comando::Execute(int)
         if (valores.back() && valores.back()->esTexto())
             Guardia::guardable(valores.back()->aTexto());
     }
-    return std::make_unique<Recordset>(ActiveConnection->servidor().procedimiento(CommandText, valores));
+    Resultados resultados = ActiveConnection->servidor().procedimiento(CommandText, valores);
+    ActiveConnection->tomarVersiones(resultados);
+    return std::make_unique<Recordset>(std::move(resultados));
 }

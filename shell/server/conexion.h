@@ -3,10 +3,31 @@
 // every procedure call, and result sets read by column name.
 #include "servidor.h"
 
+#include <QHash>
 #include <QString>
 #include <memory>
+#include <optional>
 
 class Conexion;
+
+// The versions of the transactions of one load of a console, by their key:
+// what the console's saves and deletes are checked against. Made whole by
+// the connection and never changed afterwards, so that a screen can keep it.
+class VersionesCargadas {
+public:
+    // The date yyyymmdd and the sequence in one number.
+    static quint64 clave(int fechaAmd, int secuencia) { return (quint64(quint32(fechaAmd)) << 32) | quint32(secuencia); }
+    // A row of the load; one whose date is not yyyymmdd is not kept.
+    void poner(const Valor& fecha, const Valor& secuencia, const Valor& version);
+    void reservar(qsizetype filas) { versiones_.reserve(filas); }
+    // The version the row was loaded at; nothing when it was not loaded.
+    std::optional<qint64> version(int fechaAmd, int secuencia) const;
+    qsizetype size() const { return versiones_.size(); }
+
+private:
+    QHash<quint64, qint64> versiones_;
+};
+using Versiones = std::shared_ptr<const VersionesCargadas>;
 
 // A fully fetched result: one or more sets, a current set and a current row.
 class Recordset {
@@ -54,13 +75,22 @@ public:
     bool Abierta() const { return servidor_ && servidor_->abierto(); }
     // Raw INSERT, UPDATE, delete, or a batch of them. `sentencias` is how many
     // statements the screen built: a text that reads as any other number was
-    // reshaped by what an operator typed, and is refused.
-    void Execute(const QString& sql, int sentencias = 1);
+    // reshaped by what an operator typed, and is refused. With the versions of
+    // a screen's load, each transaction of that load that the batch saves or
+    // deletes must still be at the version loaded: otherwise nothing is
+    // written and FalloFilasCambiadas names the rows.
+    void Execute(const QString& sql, int sentencias = 1, const Versiones& vistas = {});
+    // The versions of the rows of the last procedure run, when its result
+    // carried them (version_fila, with Fecha and secuenciA); null otherwise.
+    Versiones VersionesDeLaCarga() const { return versiones_; }
     bool EsLocal() const { return servidor_ && servidor_->esLocal(); }
     Servidor& servidor();
 
 private:
+    friend class Comando;
+    void tomarVersiones(const Resultados& resultados);
     std::unique_ptr<Servidor> servidor_;
+    Versiones versiones_;
 };
 
 class Comando {

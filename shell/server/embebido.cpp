@@ -1201,7 +1201,44 @@ Resultados ServidorEmbebido::abrirConsulta(const QString& sql)
     return resultados;
 }
 
-void ServidorEmbebido::ejecutar(const QString& sql, int cuantas)
+namespace {
+
+// The transactions of a batch that another client changed or deleted after
+// the screen loaded them: read inside the batch's write transaction, which
+// holds the file's write lock from its start (BEGIN IMMEDIATE), so no one
+// writes between this reading and the batch. A row that is gone has changed;
+// a row without a version row is version 0.
+void comprobarVersiones(sqlite3* bd, const VersionesEsperadas& esperadas)
+{
+    if (esperadas.empty())
+        return;
+    sqlite3_stmt* crudo = nullptr;
+    if (sqlite3_prepare_v2(bd,
+                           "SELECT COALESCE(v.version, 0) FROM MOVIMIENTOS m LEFT JOIN MOVIMIENTOS_VERSION v"
+                           " ON v.FECHA = m.FECHA AND v.SECUENCIA = m.SECUENCIA WHERE m.FECHA = ?1 AND m.SECUENCIA = ?2",
+                           -1, &crudo, nullptr)
+        != SQLITE_OK)
+        throw FalloEjecucion::servidor(mensaje(bd));
+    const Sentencia lectura(crudo);
+    std::vector<std::pair<QString, int>> cambiadas;
+    for (const VersionEsperada& e : esperadas) {
+        sqlite3_reset(lectura.get());
+        const QByteArray fecha = e.fecha.toUtf8();
+        sqlite3_bind_text(lectura.get(), 1, fecha.constData(), int(fecha.size()), SQLITE_TRANSIENT);
+        sqlite3_bind_int(lectura.get(), 2, e.secuencia);
+        const int r = sqlite3_step(lectura.get());
+        if (r != SQLITE_ROW && r != SQLITE_DONE)
+            throw falloDeSentencia(bd, lectura.get());
+        if (r == SQLITE_DONE || sqlite3_column_int64(lectura.get(), 0) != e.version)
+            cambiadas.emplace_back(e.fecha, e.secuencia);
+    }
+    if (!cambiadas.empty())
+        throw FalloFilasCambiadas(std::move(cambiadas));
+}
+
+} // namespace
+
+void ServidorEmbebido::ejecutar(const QString& sql, int cuantas, const VersionesEsperadas& esperadas)
 {
     sqlite3* bd = conexion();
     Guardia::cambios(sql, cuantas);
@@ -1219,6 +1256,7 @@ void ServidorEmbebido::ejecutar(const QString& sql, int cuantas)
     }
     Resultados nada;
     Transaccion transaccion(bd, true);
+    comprobarVersiones(bd, esperadas);
     for (const auto& s : sentencias)
         correr(bd, s.get(), nada);
     transaccion.confirmar();

@@ -24,7 +24,7 @@ public:
     bool esLocal() const override { return true; }
     Resultados procedimiento(const QString& nombre, const std::vector<Parametro>& valores) override;
     Resultados abrirConsulta(const QString& sql) override;
-    void ejecutar(const QString& sql, int sentencias = 1) override;
+    void ejecutar(const QString& sql, int sentencias = 1, const VersionesEsperadas& esperadas = {}) override;
 
     // The columns of a table in their order, each with whether it holds numbers.
     struct ColumnaTabla {

@@ -4,6 +4,8 @@
 // failure report with its number and text and ends the program.
 #include <QString>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 class FalloEjecucion : public std::runtime_error {
 public:
@@ -38,6 +40,9 @@ public:
             return QStringLiteral("No se puede encontrar el elemento en la colección correspondiente al nombre o "
                                   "al ordinal solicitado.");
         case 3704: return QStringLiteral("No se permite realizar esta operación si el objeto está cerrado.");
+        case -2147217864:
+            return QStringLiteral("No se encontró la fila para actualizarla. Algunos valores pueden haber cambiado "
+                                  "desde la última vez que se leyeron.");
         default: return QStringLiteral("Error definido por la aplicación o por el objeto");
         }
     }
@@ -63,4 +68,19 @@ public:
 private:
     long numero_;
     QString texto_;
+};
+
+// A batch refused before anything of it was written: rows that it saves or
+// deletes were changed, or deleted, by someone else after the screen loaded
+// them. Each row by its date yyyymmdd and sequence.
+class FalloFilasCambiadas : public FalloEjecucion {
+public:
+    using Claves = std::vector<std::pair<QString, int>>;
+    explicit FalloFilasCambiadas(Claves claves) : FalloEjecucion(kNumero), claves_(std::move(claves)) {}
+    const Claves& claves() const { return claves_; }
+    // The number of the run-time for a row changed since it was read.
+    static constexpr long kNumero = -2147217864;
+
+private:
+    Claves claves_;
 };

@@ -235,6 +235,16 @@ public:
         if (!alFinal())
             rechazar();
     }
+    size_t posicion() const { return i_; }
+    // The pieces read from `desde` on, as one text: a quoted value without
+    // its quotes, a signed number with its sign.
+    QString leidoDesde(size_t desde) const
+    {
+        QString r;
+        for (size_t k = desde; k < i_; ++k)
+            r += p_[k].texto;
+        return r;
+    }
 
 private:
     const std::vector<Pieza>& p_;
@@ -314,8 +324,23 @@ const std::vector<Asignaciones>& asignacionesDeGuardado()
     return listas;
 }
 
+// "fecha = " literal " and secuencia = " literal: the key of the transaction
+// that a save or a delete names, as its two values read.
+Guardia::Clave clave(Lector& l, const char* fecha, const char* secuencia)
+{
+    Guardia::Clave c;
+    size_t valor = l.posicion() + 2; // after the name and "="
+    l.igualA(fecha, Tipo::Fecha);
+    c.fecha = l.leidoDesde(valor);
+    l.palabra("and");
+    valor = l.posicion() + 2;
+    l.igualA(secuencia, Tipo::Numero);
+    c.secuencia = l.leidoDesde(valor);
+    return c;
+}
+
 // " UPDATE MOVIMIENTOS SET " assignments " WHERE FECHA= " literal " and SECUENCIA = " literal
-void guardado(Lector& l)
+Guardia::Clave guardado(Lector& l)
 {
     l.palabra("SET");
     // Follows the lists that agree with what was read so far.
@@ -342,9 +367,7 @@ void guardado(Lector& l)
         l.simbolo(",");
     }
     l.palabra("WHERE");
-    l.igualA("FECHA", Tipo::Fecha);
-    l.palabra("and");
-    l.igualA("SECUENCIA", Tipo::Numero);
+    return clave(l, "FECHA", "SECUENCIA");
 }
 
 // " UPDATE proveedor SET  regalo = regalo +  " literal ", ultregalo =  " literal " WHERE C_proveedor =  " literal
@@ -368,16 +391,16 @@ void regalo(Lector& l)
 }
 
 // "delete movimientos where  fecha = " literal " and secuencia =  " literal
-void borrado(Lector& l)
+Guardia::Clave borrado(Lector& l)
 {
     l.palabra("movimientos");
     l.palabra("where");
-    l.igualA("fecha", Tipo::Fecha);
-    l.palabra("and");
-    l.igualA("secuencia", Tipo::Numero);
+    return clave(l, "fecha", "secuencia");
 }
 
-Clase cambio(const std::vector<Pieza>& piezas, size_t desde, size_t hasta)
+// One statement of a batch; the key of the transaction it saves or deletes
+// goes to `claves`.
+Clase cambio(const std::vector<Pieza>& piezas, size_t desde, size_t hasta, std::vector<Guardia::Clave>& claves)
 {
     Lector l(piezas, desde, hasta);
     Clase clase;
@@ -386,7 +409,7 @@ Clase cambio(const std::vector<Pieza>& piezas, size_t desde, size_t hasta)
         clase = Clase::Alta;
     } else if (l.aceptar("UPDATE")) {
         if (l.aceptar("MOVIMIENTOS")) {
-            guardado(l);
+            claves.push_back(guardado(l));
             clase = Clase::Guardado;
         } else {
             l.palabra("proveedor");
@@ -395,7 +418,7 @@ Clase cambio(const std::vector<Pieza>& piezas, size_t desde, size_t hasta)
         }
     } else {
         l.palabra("delete");
-        borrado(l);
+        claves.push_back(borrado(l));
         clase = Clase::Borrado;
     }
     l.terminar();
@@ -456,7 +479,7 @@ void consulta(const QString& sql)
     l.terminar();
 }
 
-void cambios(const QString& sql, int sentencias)
+std::vector<Clave> cambios(const QString& sql, int sentencias)
 {
     const std::vector<Pieza> piezas = trocear(sql);
     if (piezas.empty())
@@ -468,10 +491,11 @@ void cambios(const QString& sql, int sentencias)
     // after a gift update or a delete, is refused where it starts.
     size_t desde = 0;
     Clase primera = Clase::Alta;
+    std::vector<Clave> claves;
     for (size_t k = 1; k <= piezas.size(); ++k) {
         if (k < piezas.size() && !piezas[k].es("INSERT") && !piezas[k].es("UPDATE") && !piezas[k].es("DELETE"))
             continue;
-        const Clase clase = cambio(piezas, desde, k);
+        const Clase clase = cambio(piezas, desde, k, claves);
         if (desde == 0)
             primera = clase;
         else if (clase != primera || (clase != Clase::Alta && clase != Clase::Guardado) || --sentencias < 1)
@@ -483,6 +507,7 @@ void cambios(const QString& sql, int sentencias)
     for (const Pieza& p : piezas)
         if (p.clase == Pieza::Cadena)
             guardable(p.texto);
+    return claves;
 }
 
 } // namespace Guardia

@@ -51,6 +51,13 @@ void guardable(const QString& texto);
 // two rate tables ("select * from dolar", "select * from dolar_NEW").
 void consulta(const QString& sql);
 
+// The key of a transaction that a statement saves or deletes, as its two
+// literals read: a quoted value without its quotes, a number as written.
+struct Clave {
+    QString fecha;
+    QString secuencia;
+};
+
 // A raw INSERT, UPDATE or delete, or a batch of them: a run of new
 // transactions (28 literals each), a run of saved transactions (the
 // console's assignments, keyed by FECHA and SECUENCIA equal to literals), one
@@ -61,7 +68,8 @@ void consulta(const QString& sql);
 // text into values. The screen says how many
 // statements it built: a quote typed in a value can close one statement and
 // start a whole new one of the same kind, and only the count shows it. Every
-// quoted value must also be guardable.
-void cambios(const QString& sql, int sentencias = 1);
+// quoted value must also be guardable. Gives the key of each transaction
+// that the batch saves or deletes, in order.
+std::vector<Clave> cambios(const QString& sql, int sentencias = 1);
 
 } // namespace Guardia

@@ -86,6 +86,24 @@ QStringList columnas(sqlite3* bd, const QString& tabla)
     return r;
 }
 
+// The statements of a script, each without the comments that stand before it.
+QList<QByteArray> sentencias(const QByteArray& guion)
+{
+    QList<QByteArray> r;
+    qsizetype inicio = 0;
+    for (qsizetype fin = guion.indexOf(';'); fin >= 0; fin = guion.indexOf(';', fin + 1)) {
+        const QByteArray trozo = guion.mid(inicio, fin + 1 - inicio);
+        if (!sqlite3_complete(trozo.constData()))
+            continue; // the ';' stands inside a trigger's body, a text or a comment
+        QByteArrayList lineas = trozo.split('\n');
+        while (!lineas.isEmpty() && (lineas.first().trimmed().isEmpty() || lineas.first().trimmed().startsWith("--")))
+            lineas.removeFirst();
+        r << lineas.join('\n').trimmed();
+        inicio = fin + 1;
+    }
+    return r;
+}
+
 } // namespace
 
 int Version_Programa()
@@ -177,6 +195,11 @@ void Actualizar(const QString& archivo)
             if (o.tipo != QLatin1String("table") && !queda.contains(o.tipo + QLatin1Char(':') + o.nombre.toLower()))
                 ejecutar(bd.get(), o.sql.toUtf8());
 
+        // The rows every database needs (the schema writes them so that they
+        // are added only where missing).
+        for (const QByteArray& sentencia : sentencias(RecursosBd::leer(QStringLiteral("esquema.sql"))))
+            if (sentencia.startsWith("INSERT"))
+                ejecutar(bd.get(), sentencia);
         ejecutar(bd.get(), QStringLiteral("PRAGMA user_version = %1").arg(Version_Programa()).toUtf8());
         ejecutar(bd.get(), "COMMIT");
     } catch (...) {

@@ -18,6 +18,15 @@ using Resultados = std::vector<ConjuntoResultados>;
 // A positional value; an unset one is left to the procedure's default.
 using Parametro = std::optional<Valor>;
 
+// A transaction that a batch saves or deletes, with the version its screen
+// loaded it at: the date yyyymmdd (digits only) and the sequence.
+struct VersionEsperada {
+    QString fecha;
+    int secuencia = 0;
+    qint64 version = 0;
+};
+using VersionesEsperadas = std::vector<VersionEsperada>;
+
 class Servidor {
 public:
     virtual ~Servidor() = default;
@@ -32,8 +41,11 @@ public:
     virtual Resultados procedimiento(const QString& nombre, const std::vector<Parametro>& valores) = 0;
     // A raw select (and the server clock): the text as the client writes it.
     virtual Resultados abrirConsulta(const QString& sql) = 0;
-    // A raw INSERT, UPDATE, delete, or a batch of `sentencias` of them without separators.
-    virtual void ejecutar(const QString& sql, int sentencias = 1) = 0;
+    // A raw INSERT, UPDATE, delete, or a batch of `sentencias` of them without
+    // separators. Each transaction of `esperadas` must still be there at that
+    // version, read in the batch's own transaction before any statement runs;
+    // otherwise nothing is written and FalloFilasCambiadas names those rows.
+    virtual void ejecutar(const QString& sql, int sentencias = 1, const VersionesEsperadas& esperadas = {}) = 0;
 };
 
 // Builds the backend named by a connection string:

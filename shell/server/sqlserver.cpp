@@ -23,6 +23,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cmath>
 
 // The ODBC headers come after Qt's: they define short macro names of their own.
 #include <sql.h>
@@ -402,7 +403,47 @@ Resultados ServidorSqlServer::abrirConsulta(const QString& sql)
     return correrTexto(sql);
 }
 
-void ServidorSqlServer::ejecutar(const QString& sql, int sentencias)
+void ServidorSqlServer::comprobarVersiones(const VersionesEsperadas& esperadas)
+{
+    // The rows are read with update locks held to the end of the batch's
+    // transaction: no other client changes one between this reading and the
+    // batch. A row that is gone has changed; a row without a version row is
+    // version 0. The keys go in a few at a time, so that no statement grows
+    // without end.
+    constexpr size_t kPorLectura = 200;
+    QHash<quint64, qint64> actuales;
+    const auto clave = [](const QString& fecha, qint64 secuencia) {
+        return (quint64(fecha.toUInt()) << 32) | quint32(secuencia);
+    };
+    for (size_t desde = 0; desde < esperadas.size(); desde += kPorLectura) {
+        QStringList condiciones;
+        for (size_t k = desde; k < std::min(esperadas.size(), desde + kPorLectura); ++k) {
+            const VersionEsperada& e = esperadas[k];
+            // The date goes into the text: only the digits of a yyyymmdd may.
+            if (e.fecha.size() != 8 || !std::all_of(e.fecha.begin(), e.fecha.end(), [](QChar c) { return c.isDigit() && c.unicode() < 128; }))
+                throw Guardia::sintaxis(e.fecha);
+            condiciones << QStringLiteral("(m.FECHA = '%1' AND m.SECUENCIA = %2)").arg(e.fecha).arg(e.secuencia);
+        }
+        const Resultados r = correrTexto(
+            QStringLiteral("SELECT m.FECHA, m.SECUENCIA, COALESCE(v.version, 0) FROM dbo.MOVIMIENTOS AS m WITH (UPDLOCK, HOLDLOCK)"
+                           " LEFT JOIN dbo.MOVIMIENTOS_VERSION AS v WITH (UPDLOCK, HOLDLOCK)"
+                           " ON v.FECHA = m.FECHA AND v.SECUENCIA = m.SECUENCIA WHERE %1")
+                .arg(condiciones.join(QStringLiteral(" OR "))));
+        if (!r.empty())
+            for (const auto& fila : r.front().filas)
+                actuales.insert(clave(fila[0].aTexto(), qint64(fila[1].aDouble())), qint64(std::llround(fila[2].aDouble())));
+    }
+    std::vector<std::pair<QString, int>> cambiadas;
+    for (const VersionEsperada& e : esperadas) {
+        const auto it = actuales.constFind(clave(e.fecha, e.secuencia));
+        if (it == actuales.constEnd() || *it != e.version)
+            cambiadas.emplace_back(e.fecha, e.secuencia);
+    }
+    if (!cambiadas.empty())
+        throw FalloFilasCambiadas(std::move(cambiadas));
+}
+
+void ServidorSqlServer::ejecutar(const QString& sql, int sentencias, const VersionesEsperadas& esperadas)
 {
     Guardia::cambios(sql, sentencias);
     if (!abierto())
@@ -417,6 +458,7 @@ void ServidorSqlServer::ejecutar(const QString& sql, int sentencias)
     if (!base.transaction())
         throw FalloEjecucion::servidor(textoDe(base.lastError()));
     try {
+        comprobarVersiones(esperadas); // nothing written on a row that changed meanwhile
         correrTexto(sql); // its statement is closed before the transaction ends
     } catch (const FalloEjecucion&) {
         base.rollback();

@@ -27,11 +27,13 @@ public:
     bool esLocal() const override { return false; }
     Resultados procedimiento(const QString& nombre, const std::vector<Parametro>& valores) override;
     Resultados abrirConsulta(const QString& sql) override;
-    void ejecutar(const QString& sql, int sentencias = 1) override;
+    void ejecutar(const QString& sql, int sentencias = 1, const VersionesEsperadas& esperadas = {}) override;
 
 private:
     // A raw text that the guard passed, with the time limit of every call.
     Resultados correrTexto(const QString& sql);
+    // Inside the batch's transaction: the rows that are no longer at the version expected.
+    void comprobarVersiones(const VersionesEsperadas& esperadas);
 
     DatosSqlServer datos_;
     QString nombreConexion_;

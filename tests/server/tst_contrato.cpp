@@ -629,6 +629,8 @@ private slots:
              "table MOVIMIENTOS: 28 columns embedded, 29 on SQL Server", true},
             {"REFERENCIA     varchar(50)", "REFERENCIA     varchar(60)",
              "table MOVIMIENTOS: column REFERENCIA holds 50 characters embedded, 60 on SQL Server", true},
+            {"version   bigint     NOT NULL,", "version   varchar(8) NOT NULL,",
+             "table MOVIMIENTOS_VERSION: column version is INTEGER embedded, varchar on SQL Server", true},
             {"USE RAMIL;\ngo\n", "USE RAMIL;\ngo\nALTER TABLE dbo.MOVIMIENTOS ADD otra int NULL;\ngo\n",
              "SQL Server script: ALTER TABLE is not followed by this test", true},
         };

@@ -20,7 +20,10 @@ namespace {
 QString rechazo(const QString& sql, bool consulta, int sentencias = 1)
 {
     try {
-        consulta ? Guardia::consulta(sql) : Guardia::cambios(sql, sentencias);
+        if (consulta)
+            Guardia::consulta(sql);
+        else
+            Guardia::cambios(sql, sentencias);
         return {};
     } catch (const FalloEjecucion& f) {
         return f.numero() == kServidor ? f.texto() : QStringLiteral("otro fallo: ") + f.texto();
@@ -79,6 +82,23 @@ private slots:
         QCOMPARE(rechazo(" UPDATE proveedor SET  regalo = regalo +  ' 1.5', ultregalo =  ' 1.5' WHERE C_proveedor =  '3'", false), QString());
         QCOMPARE(rechazo(" UPDATE proveedor SET  regalo = regalo -  '-2'  WHERE C_proveedor =  '0003'", false), QString());
         QCOMPARE(rechazo("delete movimientos where  fecha = '20250310' and secuencia =  0012", false), QString());
+    }
+
+    // The keys of the transactions a batch saves or deletes, as written, for
+    // the check of their versions; new rows and a gift name none.
+    void clavesDeLosCambios()
+    {
+        const auto claves = [](const QString& sql, int sentencias = 1) {
+            QStringList r;
+            for (const Guardia::Clave& c : Guardia::cambios(sql, sentencias))
+                r << c.fecha + QLatin1Char('|') + c.secuencia;
+            return r;
+        };
+        QCOMPARE(claves(guardado("0001", kGanancias) + guardado(" 2", kGanancias, "pagar WHERE FECHA = 1"), 2),
+                 (QStringList{"20250310|0001", "20250310| 2"}));
+        QCOMPARE(claves("delete movimientos where  fecha = '20250310' and secuencia =  -12"), QStringList{"20250310|-12"});
+        QCOMPARE(claves(alta("0001") + alta("0002"), 2), QStringList());
+        QCOMPARE(claves(" UPDATE proveedor SET  regalo = regalo -  '2'  WHERE C_proveedor =  '3'"), QStringList());
     }
 
     // The values a number column gets from the screens, in every form they

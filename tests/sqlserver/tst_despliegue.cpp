@@ -66,7 +66,7 @@ private slots:
                          QList<QStringList>{{QStringLiteral("1")}});
                 ++objetos;
             }
-        QCOMPARE(objetos, 43);
+        QCOMPARE(objetos, 44);
     }
 
     void unaBaseAntiguaRecibeSusIndices()

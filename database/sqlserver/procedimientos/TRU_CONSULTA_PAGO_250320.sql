@@ -9,7 +9,7 @@ BEGIN
     SELECT FECHA AS Fecha, SECUENCIA AS secuenciA, C_CLIENTE, Cliente, enviado AS Enviado, recibido,
            C_PROVEEDOR AS C_proveedor, bancozelle, tipo_servicio, C_BANCO AS C_Banco, confirmacion, pago AS Pago,
            REFERENCIA AS referencia, operadora, tipo_operacion, obs AS OBS, ganancia AS Ganancia, g1 AS G1,
-           g2 AS G2, g3 AS G3, fecha_pago, hora_pago
+           g2 AS G2, g3 AS G3, fecha_pago, hora_pago, version_fila
     FROM dbo.TRU_Filtra_Consola(@pago, @operadora, @texto1, @texto2, @servicio)
     WHERE fecha_pago <> '' AND fecha_pago >= @desde AND fecha_pago <= @hasta AND LTRIM(RTRIM(C_BANCO)) <> ''
     ORDER BY fecha_pago, hora_pago, FECHA, SECUENCIA;

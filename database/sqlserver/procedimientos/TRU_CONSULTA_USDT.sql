@@ -7,7 +7,7 @@ BEGIN
     SET NOCOUNT ON;
     SELECT FECHA AS Fecha, SECUENCIA AS secuenciA, C_CLIENTE, enviado AS Enviado, recibido,
            C_PROVEEDOR AS C_proveedor, tipo_servicio, C_BANCO AS C_Banco, confirmacion, pago AS Pago,
-           REFERENCIA AS referencia, operadora, tipo_operacion, obs AS OBS, ganancia AS Ganancia
+           REFERENCIA AS referencia, operadora, tipo_operacion, obs AS OBS, ganancia AS Ganancia, version_fila
     FROM dbo.TRU_Filtra_Consola(@pago, @operadora, @texto1, @texto2, @servicio)
     WHERE FECHA >= @desde AND FECHA <= @hasta AND tipo_servicio >= 50
     ORDER BY FECHA, SECUENCIA;
