@@ -15,10 +15,10 @@ QString BaseTemporal::cadenaConexion() const
     return QStringLiteral("Provider=embebido;Data Source=%1").arg(archivo_);
 }
 
-void BaseTemporal::sql(const QString& texto) const
+void BaseTemporal::ejecutarEn(const QString& archivo, const QString& texto)
 {
     sqlite3* bd = nullptr;
-    sqlite3_open(archivo_.toUtf8().constData(), &bd);
+    sqlite3_open(archivo.toUtf8().constData(), &bd);
     char* error = nullptr;
     const int rc = sqlite3_exec(bd, texto.toUtf8().constData(), nullptr, nullptr, &error);
     const QString mensaje = error ? QString::fromUtf8(error) : QString();

@@ -12,7 +12,9 @@ public:
     QString cadenaConexion() const;
     QString carpeta() const { return dir_.path(); }
     // Runs SQL straight on the file, to lay out the rows a test needs.
-    void sql(const QString& texto) const;
+    void sql(const QString& texto) const { ejecutarEn(archivo_, texto); }
+    // The same on any database file (made when missing).
+    static void ejecutarEn(const QString& archivo, const QString& texto);
     // One value read straight from the file.
     QString valor(const QString& consulta) const { return valorDe(archivo_, consulta); }
     // The same from any database file, opened to read only.
