@@ -1,5 +1,6 @@
 #include "copias.h"
 #include "permisos.h"
+#include "revision.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -133,19 +134,7 @@ QStringList Copias_En(const QString& base, const QString& carpeta)
 
 bool Base_Sana(const QString& archivo, bool rapida)
 {
-    if (!QFileInfo(archivo).isFile())
-        return false;
-    Base bd = abrir(archivo, SQLITE_OPEN_READONLY);
-    if (!bd || sqlite3_errcode(bd.get()) != SQLITE_OK)
-        return false;
-    sqlite3_stmt* st = nullptr;
-    const char* revision = rapida ? "PRAGMA quick_check(1)" : "PRAGMA integrity_check(1)";
-    if (sqlite3_prepare_v2(bd.get(), revision, -1, &st, nullptr) != SQLITE_OK)
-        return false;
-    const bool sana = sqlite3_step(st) == SQLITE_ROW &&
-                      qstrcmp(reinterpret_cast<const char*>(sqlite3_column_text(st, 0)), "ok") == 0;
-    sqlite3_finalize(st);
-    return sana;
+    return Revision::Danos(archivo, rapida).isEmpty();
 }
 
 QString Carpeta_De_Copias(const QString& base, const QString& carpeta)

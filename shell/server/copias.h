@@ -43,7 +43,7 @@ QString Nombre_Copia(const QString& base, const QDate& dia);
 // The copies of a database file that stand in a folder, oldest first.
 QStringList Copias_En(const QString& base, const QString& carpeta);
 
-// Whether a file is a sound SQLite database ("ok" from the engine's check).
+// Whether a file is a sound database of the program (the start-up's check).
 // The quick form skips the indexes' cross-check.
 bool Base_Sana(const QString& archivo, bool rapida = false);
 
