@@ -20,8 +20,11 @@ using Numeros::CInt;
 namespace {
 
 // The date of a calendar row, as the text "yyyy-m-dd" the screen builds from
-// its boxes; an invalid one (February 30, a year or month that is no number)
-// gives an invalid date.
+// its boxes; an invalid one (February 30, a year or month that is no number,
+// a year of fewer than four digits) gives an invalid date. The books' years
+// have four digits: a shorter one is a slip of the hand, and "202" with month
+// "02" would otherwise lay out February of the year 202 while the server reads
+// the text 20202 as February 2020, whose 29th day has no row.
 QDate fechaDeTexto(const QString& texto)
 {
     const QStringList partes = texto.split(QLatin1Char('-'));
@@ -34,7 +37,7 @@ QDate fechaDeTexto(const QString& texto)
         if (!bien)
             return {};
     }
-    if (numeros[0] < 100 || numeros[0] > 9999)
+    if (numeros[0] < 1000 || numeros[0] > 9999)
         return {};
     return QDate(numeros[0], numeros[1], numeros[2]);
 }
@@ -488,6 +491,12 @@ void CALCULOS01::Carga_Estadistica()
 {
     Empieza();
     Prepara_Grid();
+    // Boxes that name no month lay out no calendar, and the figures of
+    // whatever the joined text might match would have no day to go to.
+    if (Celdas.filas() == 0) {
+        Termina();
+        return;
+    }
 
     Ejecuta({Text1[1]->text() + Text1[3]->text(), m.K, m.L});
     Recordset& rs = *m.Rs;

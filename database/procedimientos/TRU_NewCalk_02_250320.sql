@@ -2,26 +2,27 @@
 -- sets in a fixed order, each one delivered also when empty, every sum a
 -- number (never null):
 --   1 by day of the month (dia): dollars received (Suma), transactions
---     (Tot_m), the business's gain (Totgan, g2 of the paid rows) and that
+--     (Tot_m), the business's gain (Totgan, g2 of every row counted) and that
 --     gain as a percentage of what was received (Porcen, 0 on a day with no
 --     dollars);
 --   2 by provider (prov), 3 by client (Cliente, with the transactions,
---     cuantos), 4 by paying bank (Banco, the paid rows, the code as stored),
---     6 by service (servi): dollars received, the largest first; sums equal
---     to four decimals by code, since each server adds its floats in an
---     order of its own and may part in the last digit;
+--     cuantos), 4 by paying bank (Banco, the paid rows, the code without its
+--     blanks), 6 by service (servi): dollars received, the largest first;
+--     sums equal to four decimals by code, since each server adds its floats
+--     in an order of its own and may part in the last digit;
 --   5 by day: the dollars of the rows paid by direct transfer (type of
 --     operation 3).
--- Rows returned to the client count nowhere: their bank is '7777', exactly as
--- the console stores and recognizes a return. Unpaid rows (no bank) count as
--- received (the money is in hand) but earn nothing until they are paid. A row
--- is paid when its bank holds more than blanks: the plain comparisons settle
--- every row with an empty bank or one that starts with a character, so trim
--- runs only on the odd bank that starts with a blank.
--- Filters: the month as yyyymm text, taken as sent; operator 0 all, 1 or 2;
--- service 0 all, 98 every service with sw_calculos 1, 99 every one with
--- sw_calculos 2, any other that service code (the service boxes of the
--- screen send 1 to 4, the codes of the four wallets).
+-- Rows returned to the client count nowhere: their bank is '7777' (blanks
+-- around it aside), as the console stores a return. A row not yet paid (no
+-- bank) counts with the gain it carries: it is born with g2 equal to what was
+-- received, and keeps it until a console completes it. A row is paid when its
+-- bank holds more than blanks.
+-- Filters: the month as TRU_Mes reads it (a four-digit year and the month, 1
+-- to 12, with or without its zero: '202601' and '20261' are January; any other
+-- text names no month and matches no row); operator 0 all, 1 or 2; service 0
+-- all, 98 every service with sw_calculos 1, 99 every one with sw_calculos 2,
+-- any other that service code (the service boxes of the screen send 1 to 4,
+-- the codes of the four wallets).
 --
 -- The days come from the index by date in its order, the direct transfers
 -- from their own small index (type of operation 3). The sets by code walk
@@ -33,10 +34,10 @@
 --@param @servicio INTEGER = 0
 SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(recibido) AS Suma, count(*) AS Tot_m,
        CASE WHEN total(recibido) > 0
-            THEN 100 * total(CASE WHEN C_BANCO = '' THEN 0 WHEN C_BANCO >= '!' OR trim(C_BANCO) <> '' THEN g2 ELSE 0 END) / total(recibido) ELSE 0 END AS Porcen,
-       total(CASE WHEN C_BANCO = '' THEN 0 WHEN C_BANCO >= '!' OR trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS Totgan
+            THEN 100 * total(g2) / total(recibido) ELSE 0 END AS Porcen,
+       total(g2) AS Totgan
 FROM MOVIMIENTOS
-WHERE FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND C_BANCO <> '7777'
+WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
   AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
   AND (@servicio = 0
        OR (@servicio IN (98, 99)
@@ -53,7 +54,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
-              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND C_BANCO <> '7777'
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -73,7 +74,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
-              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND C_BANCO <> '7777'
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -93,21 +94,21 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_BANCO = codigos.codigo
-              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31'
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
                        AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
                    OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
-    FROM codigos WHERE codigo IS NOT NULL AND codigo <> '7777' AND trim(codigo) <> '')
-SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
+    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('7777', ''))
+SELECT trim(codigo) AS Banco, total(json_extract(cifras, '$[0]')) AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY round(Suma, 4) DESC, Banco;
+GROUP BY trim(codigo) ORDER BY round(Suma, 4) DESC, Banco;
 
 SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(recibido) AS Suma
 FROM MOVIMIENTOS
-WHERE FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND tipo_operacion = 3
-  AND C_BANCO <> '7777' AND trim(C_BANCO) <> ''
+WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND tipo_operacion = 3
+  AND trim(C_BANCO) NOT IN ('7777', '')
   AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
   AND (@servicio = 0
        OR (@servicio IN (98, 99)
@@ -124,7 +125,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE tipo_servicio = codigos.codigo
-              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND C_BANCO <> '7777'
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
     FROM codigos
     WHERE codigo IS NOT NULL

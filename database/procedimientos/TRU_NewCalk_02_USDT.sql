@@ -10,10 +10,10 @@
 --@param @servicio INTEGER = 0
 SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(enviado) AS Suma, count(*) AS Tot_m,
        CASE WHEN total(enviado) > 0
-            THEN 100 * total(CASE WHEN C_BANCO = '' THEN 0 WHEN C_BANCO >= '!' OR trim(C_BANCO) <> '' THEN g2 ELSE 0 END) / total(enviado) ELSE 0 END AS Porcen,
-       total(CASE WHEN C_BANCO = '' THEN 0 WHEN C_BANCO >= '!' OR trim(C_BANCO) <> '' THEN g2 ELSE 0 END) AS Totgan
+            THEN 100 * total(g2) / total(enviado) ELSE 0 END AS Porcen,
+       total(g2) AS Totgan
 FROM MOVIMIENTOS
-WHERE FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND C_BANCO <> '7777'
+WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
   AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
   AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
 GROUP BY FECHA ORDER BY FECHA;
@@ -27,7 +27,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
-              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND C_BANCO <> '7777'
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
@@ -44,7 +44,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
-              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND C_BANCO <> '7777'
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
@@ -61,18 +61,18 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_BANCO = codigos.codigo
-              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31'
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
-    FROM codigos WHERE codigo IS NOT NULL AND codigo <> '7777' AND trim(codigo) <> '')
-SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
+    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('7777', ''))
+SELECT trim(codigo) AS Banco, total(json_extract(cifras, '$[0]')) AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY round(Suma, 4) DESC, Banco;
+GROUP BY trim(codigo) ORDER BY round(Suma, 4) DESC, Banco;
 
 SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(enviado) AS Suma
 FROM MOVIMIENTOS
-WHERE FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND tipo_operacion = 3
-  AND C_BANCO <> '7777' AND trim(C_BANCO) <> ''
+WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND tipo_operacion = 3
+  AND trim(C_BANCO) NOT IN ('7777', '')
   AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
   AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
 GROUP BY FECHA ORDER BY FECHA;
@@ -86,7 +86,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE tipo_servicio = codigos.codigo
-              AND FECHA >= @mes || '01' AND FECHA <= @mes || '31' AND C_BANCO <> '7777'
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
     FROM codigos
     WHERE codigo IS NOT NULL

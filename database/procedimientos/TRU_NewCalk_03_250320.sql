@@ -6,7 +6,8 @@
 --   1 by month: received (Suma), transactions (Tot_m), gain (Totgan),
 --     percentage of gain (Porcen); 2 by provider; 3 by client (cuantos);
 --   4 by paying bank; 5 by month, the direct transfers; 6 by service.
--- The year is the text as sent ('2025'). Each month of set 1 is added up
+-- The year is four digits ('2025'); any other text names no year, the
+-- calendar stands and no row is matched (TRU_Ano). Each month of set 1 is added up
 -- over its own range of the index by date (periodos, grupos), and only the
 -- months with movements are listed.
 --@param @ano TEXT = ''
@@ -16,12 +17,12 @@ WITH RECURSIVE meses(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM meses WHERE n <
 SELECT CAST(@ano AS INTEGER) * 100 + n AS Fecha FROM meses ORDER BY n;
 
 WITH RECURSIVE meses(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM meses WHERE n < 12),
-periodos AS MATERIALIZED (SELECT @ano || printf('%02d', n) AS mes FROM meses),
+periodos AS MATERIALIZED (SELECT TRU_Ano(@ano) || printf('%02d', n) AS mes FROM meses),
 grupos AS MATERIALIZED (
     SELECT mes,
-           (SELECT json_array(total(recibido), count(*), total(CASE WHEN C_BANCO = '' THEN 0 WHEN C_BANCO >= '!' OR trim(C_BANCO) <> '' THEN g2 ELSE 0 END))
+           (SELECT json_array(total(recibido), count(*), total(g2))
             FROM MOVIMIENTOS
-            WHERE FECHA >= periodos.mes || '01' AND FECHA <= periodos.mes || '31' AND C_BANCO <> '7777'
+            WHERE FECHA >= periodos.mes || '01' AND FECHA <= periodos.mes || '31' AND trim(C_BANCO) <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -43,7 +44,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
-              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND C_BANCO <> '7777'
+              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND trim(C_BANCO) <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -63,7 +64,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
-              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND C_BANCO <> '7777'
+              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND trim(C_BANCO) <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -83,22 +84,22 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_BANCO = codigos.codigo
-              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231'
+              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
                        AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
                    OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
-    FROM codigos WHERE codigo IS NOT NULL AND codigo <> '7777' AND trim(codigo) <> '')
-SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
+    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('7777', ''))
+SELECT trim(codigo) AS Banco, total(json_extract(cifras, '$[0]')) AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY round(Suma, 4) DESC, Banco;
+GROUP BY trim(codigo) ORDER BY round(Suma, 4) DESC, Banco;
 
 WITH dias AS MATERIALIZED (
     SELECT FECHA, total(recibido) AS suma
     FROM MOVIMIENTOS
-    WHERE FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND tipo_operacion = 3
-      AND C_BANCO <> '7777' AND trim(C_BANCO) <> ''
+    WHERE FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND tipo_operacion = 3
+      AND trim(C_BANCO) NOT IN ('7777', '')
       AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
       AND (@servicio = 0
            OR (@servicio IN (98, 99)
@@ -117,7 +118,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE tipo_servicio = codigos.codigo
-              AND FECHA >= @ano || '0101' AND FECHA <= @ano || '1231' AND C_BANCO <> '7777'
+              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND trim(C_BANCO) <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
     FROM codigos
     WHERE codigo IS NOT NULL

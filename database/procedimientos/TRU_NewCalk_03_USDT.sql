@@ -15,9 +15,9 @@ WITH RECURSIVE meses(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM meses WHERE n <
 periodos AS MATERIALIZED (SELECT strftime('%Y%m', GETDATE(), 'start of month', '-' || (12 - n) || ' months') AS mes FROM meses),
 grupos AS MATERIALIZED (
     SELECT mes,
-           (SELECT json_array(total(enviado), count(*), total(CASE WHEN C_BANCO = '' THEN 0 WHEN C_BANCO >= '!' OR trim(C_BANCO) <> '' THEN g2 ELSE 0 END))
+           (SELECT json_array(total(enviado), count(*), total(g2))
             FROM MOVIMIENTOS
-            WHERE FECHA >= periodos.mes || '01' AND FECHA <= periodos.mes || '31' AND C_BANCO <> '7777'
+            WHERE FECHA >= periodos.mes || '01' AND FECHA <= periodos.mes || '31' AND trim(C_BANCO) <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
     FROM periodos)
@@ -37,7 +37,7 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND C_BANCO <> '7777'
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
@@ -55,7 +55,7 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND C_BANCO <> '7777'
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
@@ -76,17 +76,17 @@ grupos AS MATERIALIZED (
               AND FECHA <= strftime('%Y%m31', GETDATE())
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
-    FROM codigos WHERE codigo IS NOT NULL AND codigo <> '7777' AND trim(codigo) <> '')
-SELECT codigo AS Banco, json_extract(cifras, '$[0]') AS Suma
+    FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('7777', ''))
+SELECT trim(codigo) AS Banco, total(json_extract(cifras, '$[0]')) AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
-ORDER BY round(Suma, 4) DESC, Banco;
+GROUP BY trim(codigo) ORDER BY round(Suma, 4) DESC, Banco;
 
 WITH dias AS MATERIALIZED (
     SELECT FECHA, total(enviado) AS suma
     FROM MOVIMIENTOS
     WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
       AND FECHA <= strftime('%Y%m31', GETDATE()) AND tipo_operacion = 3
-      AND C_BANCO <> '7777' AND trim(C_BANCO) <> ''
+      AND trim(C_BANCO) NOT IN ('7777', '')
       AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
       AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
     GROUP BY FECHA)
@@ -103,7 +103,7 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE tipo_servicio = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND C_BANCO <> '7777'
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
     FROM codigos
     WHERE codigo IS NOT NULL

@@ -14,6 +14,7 @@
 #include <QHash>
 #include <QMutex>
 #include <QMutexLocker>
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cstring>
@@ -123,6 +124,44 @@ void funcionNumComa(sqlite3_context* ctx, int, sqlite3_value** argv)
     sqlite3_result_double(ctx, t.toDouble());
 }
 
+// The period of the statistics, as the screens send it typed: TRU_Mes takes a
+// four-digit year followed by the month, 1 to 12, with or without its zero
+// ("202601" and "20261" are January 2026) and gives it as yyyymm; TRU_Ano
+// takes a four-digit year. Any other text gives NULL, which matches no date.
+bool soloCifras(const QByteArray& t)
+{
+    return std::all_of(t.begin(), t.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+QByteArray textoDe(sqlite3_value* valor)
+{
+    if (sqlite3_value_type(valor) == SQLITE_NULL)
+        return {};
+    return QByteArray(reinterpret_cast<const char*>(sqlite3_value_text(valor)), sqlite3_value_bytes(valor));
+}
+
+void funcionMes(sqlite3_context* ctx, int, sqlite3_value** argv)
+{
+    const QByteArray t = textoDe(argv[0]);
+    const int mes = t.mid(4).toInt();
+    if ((t.size() != 5 && t.size() != 6) || !soloCifras(t) || mes < 1 || mes > 12) {
+        sqlite3_result_null(ctx);
+        return;
+    }
+    const QByteArray periodo = t.left(4) + QByteArray::number(mes).rightJustified(2, '0');
+    sqlite3_result_text(ctx, periodo.constData(), int(periodo.size()), SQLITE_TRANSIENT);
+}
+
+void funcionAno(sqlite3_context* ctx, int, sqlite3_value** argv)
+{
+    const QByteArray t = textoDe(argv[0]);
+    if (t.size() != 4 || !soloCifras(t)) {
+        sqlite3_result_null(ctx);
+        return;
+    }
+    sqlite3_result_text(ctx, t.constData(), int(t.size()), SQLITE_TRANSIENT);
+}
+
 // The connection settings shared by the processes of one machine, and the
 // functions that the procedures and the client's statements use.
 void prepararConexion(sqlite3* bd)
@@ -139,6 +178,10 @@ void prepararConexion(sqlite3* bd)
     if (r == SQLITE_OK)
         r = sqlite3_create_function_v2(bd, "num_coma", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
                                        nullptr, funcionNumComa, nullptr, nullptr, nullptr);
+    for (const auto& [nombre, funcion] : {std::pair{"TRU_Mes", &funcionMes}, std::pair{"TRU_Ano", &funcionAno}})
+        if (r == SQLITE_OK)
+            r = sqlite3_create_function_v2(bd, nombre, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
+                                           nullptr, funcion, nullptr, nullptr, nullptr);
     if (r == SQLITE_OK)
         r = Registra_Pliega(bd); // searches ignore capitals and accents
     if (r == SQLITE_OK)

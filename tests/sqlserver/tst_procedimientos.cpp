@@ -184,6 +184,16 @@ private slots:
         p.procedimiento("TRU_NewCalk_03_250320", {Valor(hoy.addYears(-1).toString(QStringLiteral("yyyy"))), Valor(0), Valor(0)});
         for (const Valor& servicio : {Valor(0), Valor("50"), Valor("56")})
             p.procedimiento("TRU_NewCalk_03_USDT", {Valor(0), servicio});
+        // Period texts as the boxes may hold them: a month with one digit, and
+        // texts that name no month or no year.
+        const QString mesSinCero = ano + QString::number(hoy.month());
+        for (const QString& texto : {mesSinCero, QString(), ano, QStringLiteral("abcd"), ano + QStringLiteral("13"),
+                                     ano + QStringLiteral("0"), ano.right(2) + QStringLiteral("01"), ano + QStringLiteral(" 1")}) {
+            p.procedimiento("TRU_NewCalk_02_250320", {Valor(texto), Valor(0), Valor(0)});
+            p.procedimiento("TRU_NewCalk_02_USDT", {Valor(texto), Valor(0), Valor(0)});
+        }
+        for (const QString& texto : {QString(), ano.right(2), QStringLiteral("abcd"), ano + QStringLiteral("1"), QStringLiteral(" ") + ano})
+            p.procedimiento("TRU_NewCalk_03_250320", {Valor(texto), Valor(0), Valor(0)});
 
         // The raw selects: the server's clock, the two rate tables, a photo.
         for (const char* sql : {"SELECT FECHA=GETDATE()", " select * from dolar", " select * from dolar_NEW",
@@ -302,6 +312,56 @@ private slots:
 
         informar(p.cuenta);
         QVERIFY2(p.cuenta.diferencias.isEmpty(), qPrintable(p.cuenta.diferencias.join(QLatin1Char('\n'))));
+    }
+
+    // The statistics of a month whose banks carry blanks: one bank however
+    // it was typed, a return is a return with blanks around it, an unpaid row
+    // counts its whole gain, and a month typed with one digit is that month;
+    // the same on both servers, and right on SQL Server's own account.
+    void estadisticasConBlancos()
+    {
+        Pareja p(*ServidorTsql::instancia());
+        const QString fecha = QStringLiteral("20310310");
+        const QString delDia = QStringLiteral("FECHA = '%1'").arg(fecha);
+        const QString orden = QStringLiteral("FECHA, SECUENCIA");
+        QString altas;
+        for (int n = 1; n <= 6; ++n)
+            altas += alta(fecha, n, QStringLiteral("blancos"));
+        p.cambio(altas, 6, QStringLiteral("MOVIMIENTOS"), delDia, orden);
+        const QString ganancias = QStringLiteral(" g1 =  '4.01', g2 =  '2.4', g3 =  '1.61',");
+        int secuencia = 1; // the first stays unpaid: g2 is what was received
+        for (const char* banco : {" 0134", "0134 ", "0134", " 7777", "7777 "})
+            p.cambio(guardado(fecha, ++secuencia, ganancias).replace(QStringLiteral("C_BANCO =  '0134'"),
+                                                                  QStringLiteral("C_BANCO =  '%1'").arg(QLatin1String(banco))),
+                     1, QStringLiteral("MOVIMIENTOS"), delDia, orden);
+        for (const char* periodo : {"203103", "20313"}) {
+            p.procedimiento("TRU_NewCalk_02_250320", {Valor(periodo), Valor(0), Valor(0)});
+            p.procedimiento("TRU_NewCalk_02_USDT", {Valor(periodo), Valor(0), Valor(0)});
+        }
+        p.procedimiento("TRU_NewCalk_03_250320", {Valor("2031"), Valor(0), Valor(0)});
+        informar(p.cuenta);
+        QVERIFY2(p.cuenta.diferencias.isEmpty(), qPrintable(p.cuenta.diferencias.join(QLatin1Char('\n'))));
+
+        const auto sqlServer = ServidorTsql::instancia()->sqlServer();
+        auto campo = [](const ConjuntoResultados& c, size_t fila, const char* nombre) {
+            return c.filas.at(fila).at(size_t(c.columnas.indexOf(QLatin1String(nombre)))).aDouble();
+        };
+        for (const char* periodo : {"203103", "20313"}) {
+            const Resultados r = sqlServer->procedimiento(QStringLiteral("TRU_NewCalk_02_250320"), {Valor(periodo), Valor(0), Valor(0)});
+            QCOMPARE(r.size(), size_t(6));
+            QCOMPARE(r[0].filas.size(), size_t(1));
+            QCOMPARE(campo(r[0], 0, "dia"), 10.0);
+            QCOMPARE(campo(r[0], 0, "Tot_m"), 4.0);                  // the two returns count nowhere
+            QCOMPARE(qRound(campo(r[0], 0, "Suma") * 100), 37720);   // 4 x 94.3
+            QCOMPARE(qRound(campo(r[0], 0, "Totgan") * 100), 10150); // 94.3 unpaid + 3 x 2.4
+            QCOMPARE(r[3].filas.size(), size_t(1));
+            QCOMPARE(r[3].filas[0][0].aTexto(), QStringLiteral("0134"));
+            QCOMPARE(qRound(campo(r[3], 0, "Suma") * 100), 28290);
+        }
+        for (const char* periodo : {"2031", "203113", "31033", ""})
+            for (const ConjuntoResultados& c :
+                 sqlServer->procedimiento(QStringLiteral("TRU_NewCalk_02_250320"), {Valor(periodo), Valor(0), Valor(0)}))
+                QVERIFY2(c.filas.empty(), periodo);
     }
 };
 

@@ -20,7 +20,7 @@ namespace {
 // March 2025, every row with something to show (received, gain g2):
 //   03/1 client 12, TRUMIN, provider 1, BANESCO, operator 1     100   10
 //   03/2 client 13, ZELLE, provider 2, VENEZUELA, op 2, direct   50    4
-//   03/3 client 12, TRUMIN, unpaid (its gain does not count)      30  (30)
+//   03/3 client 12, TRUMIN, unpaid: the whole of it is gain       30   30
 //   15/1 client 13, ZELLE, provider 1, BANESCO, direct         1000  -20
 //   15/2 returned to the client: counts nowhere                  500
 //   20/1 unknown client 99, provider 7 and bank 0999, op 2         0    0
@@ -125,13 +125,13 @@ private slots:
         QCOMPARE(c.filas(), 31);
         // day, weekday, received, directs, transactions, %, gain
         QCOMPARE(t.fila(c, 0, {0, 1, 2, 3, 4, 5, 6}), QStringList({"01", "Sab", "", "", "", "", ""}));
-        QCOMPARE(t.fila(c, 2, {0, 1, 2, 3, 4, 5, 6}), QStringList({"03", "Lun", "180", "50", "3", "7,78", "14,00"}));
+        QCOMPARE(t.fila(c, 2, {0, 1, 2, 3, 4, 5, 6}), QStringList({"03", "Lun", "180", "50", "3", "24,44", "44,00"}));
         QCOMPARE(t.fila(c, 14, {2, 3, 4, 5, 6}), QStringList({"1.000", "1.000", "1", "-2,00", "-20,00"}));
         // a day whose money adds up to less than nothing earns no percentage
         QCOMPARE(t.fila(c, 19, {2, 3, 4, 5, 6}), QStringList({"-10", "", "2", "0,00", "0,00"}));
         QCOMPARE(t.fila(c, 30, {0, 1, 2, 4, 5, 6}), QStringList({"31", "Lun", "25", "1", "8,00", "2,00"}));
         // days with data, received, directs, transactions, %, gain
-        QCOMPARE(t.pies(p->GRID, {0, 1, 2, 3, 4, 5, 6}), QStringList({"", "4", "1.195", "1.050", "7", "-0,33", "-4"}));
+        QCOMPARE(t.pies(p->GRID, {0, 1, 2, 3, 4, 5, 6}), QStringList({"", "4", "1.195", "1.050", "7", "2,18", "26"}));
         QCOMPARE(p->Text1[5]->text(), QStringLiteral("299")); // 1195 over the 4 days with data
         QCOMPARE(p->Text1[6]->text(), QStringLiteral("145")); // received less directs
 
@@ -166,33 +166,77 @@ private slots:
 
     void bancos_en_blanco_devoluciones_y_dias_sin_dolares()
     {
-        // In April a bank of blanks is no payment; one that starts with a blank
-        // is; a return ('7777') counts nowhere, not even as a transaction. In
-        // May a day whose money adds up to nothing divides by zero.
+        // In April a bank of blanks is no payment, though its gain counts as
+        // any unpaid row's; a code is the same bank with blanks around it or
+        // without; a return ('7777', blanks aside) counts nowhere, not even
+        // as a transaction. In May a day whose money adds up to nothing
+        // divides by zero.
         Tablero<CALCULOS01> t("CALCULOS01", QString::fromUtf8(kDatos) + QStringLiteral(
             "INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, C_BANCO, "
             "operadora, tipo_operacion, tipo_servicio, g2) VALUES "
             "('20250402', 1, 12, 10, 10, 1, '  ', '1', 3, 1, 5), "
             "('20250402', 2, 12, 20, 20, 1, ' 0134', '1', 3, 1, 3), "
             "('20250402', 3, 12, 40, 40, 1, '7777', '1', 3, 1, 9), "
+            "('20250402', 4, 12, 5, 5, 1, '0134 ', '1', 3, 1, 1), "
+            "('20250402', 5, 12, 7, 7, 1, '0134', '1', 3, 1, 1), "
+            "('20250402', 6, 12, 100, 100, 1, ' 7777', '1', 3, 1, 50), "
+            "('20250402', 7, 12, 200, 200, 1, '7777 ', '1', 3, 1, 50), "
             "('20250501', 1, 12, 0, 0, 0, '', '1', 2, 1, 0);"));
         CALCULOS01* p = t.p;
         t.cargar(QStringLiteral("2025"), QStringLiteral("04"));
         // received, directs (paid ones only), transactions, %, gain
-        QCOMPARE(t.fila(p->Celdas, 1, {2, 3, 4, 5, 6}), QStringList({"30", "20", "2", "10,00", "3,00"}));
+        QCOMPARE(t.fila(p->Celdas, 1, {2, 3, 4, 5, 6}), QStringList({"42", "32", "4", "23,81", "10,00"}));
         QCOMPARE(p->Celdas4.filas(), 1);
-        QCOMPARE(t.pies(p->GRID1, {0, 2}), QStringList({"1", "30"}));
+        QCOMPARE(t.fila(p->Celdas4, 0, {0, 1, 2, 3}), QStringList({"0134", "BANESCO", "32", "76,19"}));
+        QCOMPARE(t.pies(p->GRID1, {0, 2}), QStringList({"1", "42"}));
         p->Text1[3]->setText(QStringLiteral("05"));
         QVERIFY_THROWS_EXCEPTION(FalloEjecucion, p->Carga_Estadistica());
+    }
+
+    void periodos_que_no_nombran_un_mes()
+    {
+        // A month typed with one digit is that month; a text that names no
+        // month shows nothing and never another month's money, on the daily
+        // screen and on its USDT copy alike. A row on 29/02/2020, which a
+        // year typed "202" with month "02" would reach as the text 20202.
+        const QString filas = QString::fromUtf8(kDatos) + QStringLiteral(
+            "INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, C_BANCO, "
+            "operadora, tipo_servicio, g2) VALUES ('20200229', 1, 12, 80, 79, 2, '0134', '1', 50, 4);");
+        Tablero<CALCULOS01> t("CALCULOS01", filas);
+        t.cargar(QStringLiteral("2025"), QStringLiteral("3"));
+        QCOMPARE(t.pies(t.p->GRID, {1, 2}), QStringList({"4", "1.195"}));
+        QCOMPARE(t.p->Celdas.Value(2, 2).texto(), QStringLiteral("180"));
+        Tablero<CALCULOS01_USDT> u("CALCULOS01_USDT", filas);
+        u.cargar(QStringLiteral("2025"), QStringLiteral("2"));
+        QCOMPARE(u.p->Celdas.Value(9, 2).texto(), QStringLiteral("40"));
+
+        const QList<QPair<QString, QString>> textos = {
+            {"2025", ""}, {"", "03"}, {"", ""}, {"abcd", "03"}, {"2025", "13"}, {"2025", "00"},
+            {"2025", "0"}, {"25", "03"}, {"25", "3"}, {"2025", " 3"}, {"2025", "3 "}, {"20", "2503"},
+            {"2025", "031"}, {"202", "503"}, {"202", "52"}, {"202", "02"}};
+        auto sinDatos = [](auto& tablero, const QPair<QString, QString>& texto) {
+            try {
+                tablero.cargar(texto.first, texto.second);
+            } catch (const FalloEjecucion& e) {
+                QFAIL(qPrintable(QStringLiteral("%1/%2: %3").arg(texto.first, texto.second, e.what())));
+            }
+            for (int f = 0; f < tablero.p->Celdas.filas(); ++f)
+                QCOMPARE(tablero.p->Celdas.Value(f, 2).texto(), QString());
+            QCOMPARE(tablero.p->Celdas1.filas(), 0);
+        };
+        for (const auto& texto : textos) {
+            sinDatos(t, texto);
+            sinDatos(u, texto);
+        }
     }
 
     void meses_cortos_y_mes_sin_datos()
     {
         Tablero<CALCULOS01> t("CALCULOS01");
         CALCULOS01* p = t.p;
-        t.cargar(QStringLiteral("2025"), QStringLiteral("2")); // sent as 20252: no rows, but a calendar
+        t.cargar(QStringLiteral("2025"), QStringLiteral("2")); // sent as 20252: February
         QCOMPARE(p->Celdas.filas(), 28);
-        QCOMPARE(p->Celdas1.filas(), 0);
+        QCOMPARE(t.columna(p->Celdas1, 2), QStringList({"40"}));
         t.cargar(QStringLiteral("2024"), QStringLiteral("02"));
         QCOMPARE(p->Celdas.filas(), 29);
         QCOMPARE(p->Celdas.Value(28, 1).texto(), QStringLiteral("Jue"));
@@ -210,7 +254,7 @@ private slots:
             QCOMPARE(c->filas(), 0);
         QCOMPARE(p->Text1[6]->text(), QString());
         QCOMPARE(p->Text1[5]->text(), QStringLiteral("299"));
-        QCOMPARE(t.pies(p->GRID, {0, 1, 2, 3, 4, 5, 6}), QStringList({"", "", "", "", "", "-0,33", "-4"}));
+        QCOMPARE(t.pies(p->GRID, {0, 1, 2, 3, 4, 5, 6}), QStringList({"", "", "", "", "", "2,18", "26"}));
         QCOMPARE(t.pies(p->GRID2, {0, 2, 4}), QStringList({"", "", "7"}));
         QCOMPARE(t.pies(p->GRID5, {2}), QStringList({"1.195"}));
         p->GRID2_HeadClick(1); // an empty grid sorts nothing
@@ -310,11 +354,11 @@ private slots:
         QCOMPARE(c.filas(), 12);
         QCOMPARE(t.fila(c, 0, {0, 1, 2}), QStringList({"2025-01", "202501", ""}));
         QCOMPARE(t.fila(c, 1, {0, 2, 4, 5, 6}), QStringList({"2025-02", "40", "1", "2,53", "1"}));
-        QCOMPARE(t.fila(c, 2, {0, 2, 3, 4, 5, 6}), QStringList({"2025-03", "1.195", "1.050", "7", "-0,33", "-4"}));
-        QCOMPARE(t.pies(p->GRID, {1, 2, 3, 4, 5, 6}), QStringList({"", "1.235", "1.050", "8", "-0,24", "-3"}));
+        QCOMPARE(t.fila(c, 2, {0, 2, 3, 4, 5, 6}), QStringList({"2025-03", "1.195", "1.050", "7", "2,18", "26"}));
+        QCOMPARE(t.pies(p->GRID, {1, 2, 3, 4, 5, 6}), QStringList({"", "1.235", "1.050", "8", "2,19", "27"}));
         QCOMPARE(p->Total_Fijo, 1234.5);
         // the hidden balance: the year's percentage less the directs
-        QCOMPARE(p->Text1[6]->text(), QStringLiteral("-1.050"));
+        QCOMPARE(p->Text1[6]->text(), QStringLiteral("-1.048"));
         QCOMPARE(t.columna(p->Celdas5, 0), QStringList({"02", "01", "50", "55"}));
         QCOMPARE(t.columna(p->Celdas5, 3), QStringList({"85,05", "9,72", "3,20", "2,03"}));
         QCOMPARE(p->GRID->Columns(1).Width(), 8);
@@ -331,7 +375,7 @@ private slots:
         QCOMPARE(p->Celdas.filas(), 12);
         QCOMPARE(t.pies(p->GRID, {2, 3}), QStringList({"", ""}));
         // Unlike the daily screen, the layout leaves the transactions' footer too.
-        QCOMPARE(t.pies(p->GRID, {4, 5, 6}), QStringList({"8", "-0,24", "-3"}));
+        QCOMPARE(t.pies(p->GRID, {4, 5, 6}), QStringList({"8", "2,19", "27"}));
         QCOMPARE(p->Celdas1.filas(), 0);
     }
 

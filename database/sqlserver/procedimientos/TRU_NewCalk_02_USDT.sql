@@ -4,7 +4,7 @@ CREATE PROCEDURE dbo.TRU_NewCalk_02_USDT
 AS
 BEGIN
     SET NOCOUNT ON;
-    DECLARE @desde varchar(12) = @mes + '01', @hasta varchar(12) = @mes + '31';
+    DECLARE @desde varchar(8) = dbo.TRU_Mes(@mes) + '01', @hasta varchar(8) = dbo.TRU_Mes(@mes) + '31';
     SELECT CAST(SUBSTRING(FECHA, 7, 2) AS int) AS dia, SUM(monto) AS Suma, COUNT(*) AS Tot_m,
            CASE WHEN SUM(monto) > 0 THEN 100 * SUM(gan) / SUM(monto) ELSE 0 END AS Porcen, SUM(gan) AS Totgan
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
@@ -17,11 +17,11 @@ BEGIN
     GROUP BY C_CLIENTE ORDER BY ROUND(SUM(monto), 4) DESC, Cliente;
     SELECT C_BANCO AS Banco, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
-    WHERE LTRIM(RTRIM(C_BANCO)) <> ''
+    WHERE C_BANCO <> ''
     GROUP BY C_BANCO ORDER BY ROUND(SUM(monto), 4) DESC, Banco;
     SELECT CAST(SUBSTRING(FECHA, 7, 2) AS int) AS dia, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
-    WHERE tipo_operacion = 3 AND LTRIM(RTRIM(C_BANCO)) <> ''
+    WHERE tipo_operacion = 3 AND C_BANCO <> ''
     GROUP BY FECHA ORDER BY FECHA;
     SELECT tipo_servicio AS servi, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)

@@ -5,7 +5,7 @@ CREATE PROCEDURE dbo.TRU_NewCalk_03_250320
 AS
 BEGIN
     SET NOCOUNT ON;
-    DECLARE @desde varchar(14) = @ano + '0101', @hasta varchar(14) = @ano + '1231';
+    DECLARE @desde varchar(8) = dbo.TRU_Ano(@ano) + '0101', @hasta varchar(8) = dbo.TRU_Ano(@ano) + '1231';
     SELECT COALESCE(TRY_CAST(@ano AS int), 0) * 100 + n AS Fecha
     FROM (VALUES (1), (2), (3), (4), (5), (6), (7), (8), (9), (10), (11), (12)) AS meses (n)
     ORDER BY n;
@@ -21,11 +21,11 @@ BEGIN
     GROUP BY C_CLIENTE ORDER BY ROUND(SUM(monto), 4) DESC, Cliente;
     SELECT C_BANCO AS Banco, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
-    WHERE LTRIM(RTRIM(C_BANCO)) <> ''
+    WHERE C_BANCO <> ''
     GROUP BY C_BANCO ORDER BY ROUND(SUM(monto), 4) DESC, Banco;
     SELECT CAST(LEFT(FECHA, 6) AS int) AS Fecha, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)
-    WHERE tipo_operacion = 3 AND LTRIM(RTRIM(C_BANCO)) <> ''
+    WHERE tipo_operacion = 3 AND C_BANCO <> ''
     GROUP BY LEFT(FECHA, 6) ORDER BY LEFT(FECHA, 6);
     SELECT tipo_servicio AS servi, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 0)

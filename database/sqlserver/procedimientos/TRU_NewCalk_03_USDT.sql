@@ -25,11 +25,11 @@ BEGIN
     GROUP BY C_CLIENTE ORDER BY ROUND(SUM(monto), 4) DESC, Cliente;
     SELECT C_BANCO AS Banco, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
-    WHERE LTRIM(RTRIM(C_BANCO)) <> ''
+    WHERE C_BANCO <> ''
     GROUP BY C_BANCO ORDER BY ROUND(SUM(monto), 4) DESC, Banco;
     SELECT CAST(LEFT(FECHA, 6) AS int) AS Fecha, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
-    WHERE tipo_operacion = 3 AND LTRIM(RTRIM(C_BANCO)) <> ''
+    WHERE tipo_operacion = 3 AND C_BANCO <> ''
     GROUP BY LEFT(FECHA, 6) ORDER BY LEFT(FECHA, 6);
     SELECT tipo_servicio AS servi, SUM(monto) AS Suma
     FROM dbo.TRU_Filtra_Estadistica(@desde, @hasta, @operadora, @servicio, 1)
