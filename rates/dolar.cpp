@@ -1,7 +1,7 @@
 #include "dolar.h"
 #include "controles.h"
 #include "module1.h"
-#include "numeros.h"
+#include "mensajes.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -47,6 +47,12 @@ void Dolar::Form_Activate()
 
 void Dolar::Actualizar_Click()
 {
+    // An empty price would be stored as 0 and price every estimate at 0.
+    if (Text2[1]->text().trimmed().isEmpty()) {
+        Mensajes::MsgBox(QStringLiteral("Indique Dolar del día"));
+        Text2[1]->setFocus();
+        return;
+    }
     // This procedure takes the decimal point, unlike the other rate procedures.
     const QString valor = Text2[1]->text().replace(QLatin1Char(','), QLatin1Char('.'));
     const QDateTime ahora = m.reloj();
@@ -57,9 +63,6 @@ void Dolar::Actualizar_Click()
     m.Ejecuta_Comando();
     m.Cierra_Rs();
     m.Rec_Fecha = ahora.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss"));
-    // The dotted text is read with the business's marks, where the point
-    // separates thousands: 365,50 typed is read as 36550, so the hundredth
-    // part is the dollar of the entry's estimates.
-    m.Dolar_Actual = Numeros::CSng(Numeros::CDbl(valor) / 100);
+    m.Dolar_Actual = Module1::Dolar_De_Envio(valor);
     Unload();
 }

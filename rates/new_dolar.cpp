@@ -266,6 +266,12 @@ void NEW_DOLAR::Actualiza_Valores()
     // The second row's amount tells that the calculation was run.
     if (Celdas(1, 4).texto().trimmed().isEmpty())
         return;
+    // An empty dollar would be stored as 0, the day's dollar of the consoles.
+    if (Text1->text().trimmed().isEmpty()) {
+        Mensajes::MsgBox(QStringLiteral("Indique Dolar del día"));
+        Text1->setFocus();
+        return;
+    }
     for (int i : Celdas.Filas()) {
         // The server reads the decimal comma; a typed point becomes one.
         Celdas(i, 4) = conComa(Celdas(i, 4).texto());

@@ -57,6 +57,7 @@ void LOGIN::Form_Activate()
     Conectar();
     principal.setWindowTitle(m.Base_Datos + Version);
     Carga_Parametros(m);
+    m.Carga_Dolar_Actual();
     fondoTexto(Qt::white);
     Text1->setFocus();
 }

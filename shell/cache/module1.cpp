@@ -211,6 +211,21 @@ void Module1::Espera(int16_t segundos)
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
 }
 
+float Module1::Dolar_De_Envio(const QString& enviado)
+{
+    return Numeros::CSng(Numeros::CDbl(enviado) / 100);
+}
+
+void Module1::Carga_Dolar_Actual()
+{
+    Cierra_Rs();
+    SQL = QStringLiteral(" select * from dolar");
+    Abre_Rs(SQL);
+    if (!Rs->Eof())
+        Dolar_Actual = Dolar_De_Envio(QString::number(Rs->Fields(QStringLiteral("valor")).aDouble(), 'f', 2));
+    Cierra_Rs();
+}
+
 void Module1::Convierte_Dolar(double monto, int16_t servicio)
 {
     Monto_Conv = monto;

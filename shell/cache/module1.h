@@ -105,6 +105,16 @@ public:
     static QString Nombre_Dia(int16_t dia);
     void Espera(int16_t segundos);
     void Convierte_Dolar(double monto, int16_t servicio);
+    // The entry screen's dollar (Dolar_Actual) from the text that the plain
+    // dollar screen sends, with its decimal point: read with the business's
+    // marks, where the point separates thousands, 365.50 is 36550 and its
+    // hundredth part is the dollar.
+    static float Dolar_De_Envio(const QString& enviado);
+    // At the start of a session: the dollar that the plain dollar screen
+    // stored last, as that screen sets it when the price is typed with its two
+    // decimals, so the estimates are right before anyone opens that screen.
+    // An empty table leaves it at 0.
+    void Carga_Dolar_Actual();
 
     // The clock Espera reads; tests give it a clock of their own.
     std::function<QDateTime()> reloj = [] { return QDateTime::currentDateTime(); };

@@ -4,6 +4,8 @@
 #include "dolar_new.h"
 #include "escribir.h"
 #include "form1.h"
+#include "login.h"
+#include "movimientos.h"
 #include "por_menu.h"
 #include "prueba.h"
 #include "rejilla.h"
@@ -28,6 +30,17 @@ private slots:
         QCOMPARE(p->Text2[0]->text(), QStringLiteral("365,5"));
         QVERIFY(p->Label1[0]->text().startsWith(QStringLiteral("Precio de Dolar al ") +
                                                 QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))));
+        // An empty or blank price is refused and nothing is stored.
+        for (const char* vacio : {"", "   "}) {
+            p->Text2[1]->setText(QString::fromLatin1(vacio));
+            QTest::keyClick(p->Actualizar, Qt::Key_Return);
+            QCOMPARE(s.ultimoMensaje(), QStringLiteral("Indique Dolar del día"));
+            QCOMPARE(s.mensajes.last().estilo, 0);
+            QCOMPARE(p->focusWidget(), p->Text2[1]);
+        }
+        QCOMPARE(s.base.valor(QStringLiteral("select valor from dolar")), QStringLiteral("365.5"));
+        QCOMPARE(s.m->Dolar_Actual, 0.0f);
+        QVERIFY(s.principal->Abierta(QStringLiteral("Dolar")));
         // 380,50 leaves as 380.50; the entry's dollar is its hundredth part of 38050.
         p->Text2[1]->setText(QStringLiteral("380,50"));
         p->Actualizar->click();
@@ -37,6 +50,35 @@ private slots:
         QCOMPARE(s.m->Dolar_Actual, 380.5f);
         QVERIFY(!s.m->Rec_Fecha.isEmpty());
         QVERIFY(!s.principal->Abierta(QStringLiteral("Dolar"))); // it unloads itself
+    }
+
+    // A session starts with the dollar that the plain screen stored last: the
+    // entry screen's first estimate is right without opening that screen.
+    void dolar_de_la_sesion()
+    {
+        SesionDePrueba s;
+        s.base.sql(QStringLiteral("UPDATE dolar SET valor = 1234.5"));
+        auto* login = static_cast<LOGIN*>(s.principal->Mostrar(QStringLiteral("LOGIN")));
+        QCoreApplication::processEvents();
+        QCOMPARE(s.m->Dolar_Actual, 1234.5f);
+        login->Text1->setText(s.m->Clave);
+        QTest::keyClick(login->Text1, Qt::Key_Return);
+        QCoreApplication::processEvents();
+        QCOMPARE(s.principal->Abierta(QStringLiteral("LOGIN")), nullptr);
+
+        auto* p = abrirPorMenu<Movimientos>(s, "AGREGAR", "Movimientos");
+        QVERIFY(p);
+        p->Text2[5]->setFocus();
+        p->Text2[5]->setText(QStringLiteral("10,5"));
+        QTest::keyClick(p->Text2[5], Qt::Key_Return);
+        QCOMPARE(p->Text2[6]->text(), QStringLiteral("12.962")); // 10,5 x 1.234,5 cut to whole bolivars
+
+        // A book with no stored dollar leaves the estimates at 0.
+        SesionDePrueba vacia;
+        vacia.base.sql(QStringLiteral("DELETE FROM dolar"));
+        vacia.principal->Mostrar(QStringLiteral("LOGIN"));
+        QCoreApplication::processEvents();
+        QCOMPARE(vacia.m->Dolar_Actual, 0.0f);
     }
 
     void dolar_por_billetera()

@@ -98,9 +98,48 @@ private slots:
         // Nothing is stored by a calculation.
         QCOMPARE(montos(s.base), QStringLiteral("1.0 2.0 3.0 4.0 5.0 6.0 49.0 50.0 51.0 52.0 53.0 54.0"));
 
-        // A zero base with divide 1 is a run-time failure, as any division by zero.
+        // A zero base: divide 1 (base over price) prices its service at 0;
+        // divide 2 (price over base) stops with the run-time report.
         escribirEnCelda(*p->GRID1, 1, 2, QStringLiteral("0"));
-        QVERIFY_THROWS_EXCEPTION(FalloEjecucion, p->CALCULOS->click());
+        escribirEnCelda(*p->GRID1, 3, 6, QStringLiteral("1"));
+        escribirEnCelda(*p->GRID1, 7, 6, QStringLiteral("1"));
+        p->CALCULOS->click();
+        QCOMPARE(columna(p->Celdas, 4).mid(7, 2), (QStringList{"0", "0"}));
+        QCOMPARE(p->Celdas.Value(11, 4).texto(), QStringLiteral("0"));
+        escribirEnCelda(*p->GRID1, 3, 6, QStringLiteral("2"));
+        try {
+            p->CALCULOS->click();
+            QFAIL("a zero base with divide 2 went through");
+        } catch (const FalloEjecucion& e) {
+            QCOMPARE(e.numero(), 11L);
+        }
+    }
+
+    // The dollar emptied after the calculation is refused with a message:
+    // nothing is stored, neither the services nor a dollar of 0.
+    void dolar_vacio_no_se_guarda()
+    {
+        SesionDePrueba s(false);
+        s.base.sql(QString::fromUtf8(kTarifas));
+        LOGIN::Carga_Parametros(*s.m);
+        NEW_DOLAR* p = abrirPanel(s);
+        p->CALCULOS->click();
+        for (const char* vacio : {"", "  "}) {
+            p->Text1->setText(QString::fromLatin1(vacio));
+            QTest::keyClick(p->Procesar, Qt::Key_Return);
+            QCOMPARE(s.ultimoMensaje(), QStringLiteral("Indique Dolar del día"));
+            QCOMPARE(s.mensajes.last().estilo, 0);
+            QCOMPARE(p->focusWidget(), p->Text1);
+        }
+        QCOMPARE(montos(s.base), QStringLiteral("1.0 2.0 3.0 4.0 5.0 6.0 49.0 50.0 51.0 52.0 53.0 54.0"));
+        QCOMPARE(s.base.valor(QStringLiteral("select Fecha || ' ' || Dolar from parametros")),
+                 QStringLiteral("2020-01-01 00:00:00 120.0"));
+        QCOMPARE(s.m->Dolar_Param, 120.0f);
+        // A dollar typed back stores as it should.
+        p->Text1->setText(QStringLiteral("130,5"));
+        p->Procesar->click();
+        QCOMPARE(s.base.valor(QStringLiteral("select Dolar from parametros")), QStringLiteral("130.5"));
+        QCOMPARE(s.m->Dolar_Param, 130.5f);
     }
 
     void actualizar_sin_calculo_no_guarda()
@@ -265,6 +304,14 @@ private slots:
         QCOMPARE(s.mensajes.size(), 1);
         QCOMPARE(s.mensajes.takeLast().texto, QStringLiteral(" ERROR : Codigo de servicio equivalente no existe"));
         QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios_usdt")), QStringLiteral("0"));
+        // With no service at all there is no second row whose amount tells
+        // that a calculation was run: storing is a subscript out of range.
+        try {
+            p->Procesar->click();
+            QFAIL("an empty panel was stored");
+        } catch (const FalloEjecucion& e) {
+            QCOMPARE(e.numero(), 9L);
+        }
     }
 
     void notificaciones()
