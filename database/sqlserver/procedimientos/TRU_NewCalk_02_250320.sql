@@ -1,5 +1,6 @@
--- One month (yyyymm, as typed) day by day: six sets, in this order, each also
--- when empty: 1 by day, received, transactions, percentage and amount of the
+-- One month day by day (the text as TRU_Mes reads it: '202601' or '20261';
+-- any other text matches no row): six sets, in this order, each also when
+-- empty: 1 by day, received, transactions, percentage and amount of the
 -- gain; 2 by provider; 3 by client, with the transactions; 4 by paying bank;
 -- 5 by day, the rows paid by direct transfer (type of operation 3); 6 by
 -- service. The sets by code come with the largest amount first, sums equal to

@@ -1,5 +1,6 @@
--- One year (as typed) month by month: first the twelve months as yyyymm
--- (Fecha), then the six sets of TRU_NewCalk_02_250320 by month.
+-- One year (four digits, TRU_Ano; any other text matches no row) month by
+-- month: first the twelve months as yyyymm (Fecha), then the six sets of
+-- TRU_NewCalk_02_250320 by month.
 CREATE PROCEDURE dbo.TRU_NewCalk_03_250320
     @ano varchar(10) = '', @operadora smallint = 0, @servicio int = 0
 AS
