@@ -197,6 +197,27 @@ private:
     mutable QPointer<QWidget> editor_;
 };
 
+// The view of the cells. Qt's delegate commits an edit and then asks the view
+// to close its editor, and the screen's after-edit rules run in between, on
+// the commit: a rule that moves the cursor (the bank after the provider, the
+// reference after the bank), a message that takes the focus or a reload make
+// the view close the editor there and then. The close asked for after the
+// commit then names an editor the view has already let go: it is done, and
+// goes no further.
+class VistaCeldas : public QTableView {
+public:
+    using QTableView::QTableView;
+
+protected:
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint pista) override
+    {
+        const auto* delegado = dynamic_cast<const DelegadoCeldas*>(itemDelegate());
+        if (editor && delegado && editor != delegado->editor())
+            return;
+        QTableView::closeEditor(editor, pista);
+    }
+};
+
 // ---------------------------------------------------------------- Columna
 
 int Columna::Width() const
@@ -305,7 +326,7 @@ Rejilla::Rejilla(const QString& nombre, QWidget* parent) : QWidget(parent), nomb
     setObjectName(nombre);
     setAccessibleName(nombre);
 
-    vista_ = new QTableView(this);
+    vista_ = new VistaCeldas(this);
     vista_->setObjectName(nombre + QStringLiteral("_celdas"));
     vista_->setAccessibleName(nombre);
     modelo_ = new ModeloCeldas(this);
