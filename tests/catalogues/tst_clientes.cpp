@@ -13,6 +13,7 @@
 #include <QFile>
 #include <QImageReader>
 #include <QPainter>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QLabel>
 #include <QLineEdit>
@@ -48,28 +49,14 @@ void escribirArchivo(const QString& ruta, const QByteArray& bytes)
     f.write(bytes);
 }
 
-// Environment variables set for a while, put back as they were.
-class Entorno {
-public:
-    void poner(const char* nombre, const QString& valor)
-    {
-        antes_.emplace_back(nombre, qgetenv(nombre), qEnvironmentVariableIsSet(nombre));
-        qputenv(nombre, valor.toUtf8());
-    }
-    ~Entorno()
-    {
-        for (auto it = antes_.rbegin(); it != antes_.rend(); ++it) {
-            const auto& [nombre, valor, puesta] = *it;
-            if (puesta)
-                qputenv(nombre, valor);
-            else
-                qunsetenv(nombre);
-        }
-    }
-
-private:
-    std::vector<std::tuple<const char*, QByteArray, bool>> antes_;
-};
+QByteArray bytesDe(const QImage& imagen, const char* formato)
+{
+    QByteArray bytes;
+    QBuffer b(&bytes);
+    b.open(QIODevice::WriteOnly);
+    imagen.save(&b, formato, 95);
+    return bytes;
+}
 
 } // namespace
 
@@ -174,9 +161,13 @@ private slots:
             QVERIFY(l->width() <= Foto::Lado_Maximo && l->height() <= Foto::Lado_Maximo);
 
         QTemporaryDir casa;
-        Entorno entorno;
-        entorno.poner("HOME", casa.path());
-        entorno.poner("XDG_CONFIG_HOME", casa.path() + QStringLiteral("/.config"));
+        const QByteArray home = qgetenv("HOME"), config = qgetenv("XDG_CONFIG_HOME");
+        const auto devolver = qScopeGuard([&] {
+            qputenv("HOME", home);
+            config.isEmpty() ? qunsetenv("XDG_CONFIG_HOME") : qputenv("XDG_CONFIG_HOME", config);
+        });
+        qputenv("HOME", casa.path().toUtf8());
+        qputenv("XDG_CONFIG_HOME", casa.filePath(QStringLiteral(".config")).toUtf8());
         QString ruta;
         QStringList carpetas;
         p->Dialogo_ShowOpen = [&] {
@@ -208,12 +199,7 @@ private slots:
         QImage tomada(4000, 3000, QImage::Format_RGB32);
         tomada.fill(Qt::red);
         QPainter(&tomada).fillRect(2000, 0, 2000, 3000, Qt::blue);
-        QByteArray telefono;
-        {
-            QBuffer b(&telefono);
-            b.open(QIODevice::WriteOnly);
-            QVERIFY(tomada.save(&b, "JPEG", 95));
-        }
+        QByteArray telefono = bytesDe(tomada, "JPEG");
         // As a phone notes it: an Exif block whose one entry, orientation 6, says "turn right".
         telefono.insert(2, QByteArray("\xff\xe1\x00\x22" "Exif\0\0" "MM\x00\x2a\x00\x00\x00\x08"
                                       "\x00\x01" "\x01\x12\x00\x03\x00\x00\x00\x01\x00\x06\x00\x00"
@@ -238,13 +224,7 @@ private slots:
         QCOMPARE(formatoYMedida(grabar(imagen("PNG", Qt::green, QSize(120, 90)))), QStringLiteral("jpeg 120x90"));
         QImage transparente(50, 70, QImage::Format_ARGB32);
         transparente.fill(Qt::transparent);
-        QByteArray png;
-        {
-            QBuffer b(&png);
-            b.open(QIODevice::WriteOnly);
-            transparente.save(&b, "PNG");
-        }
-        const QByteArray blanca = grabar(png);
+        const QByteArray blanca = grabar(bytesDe(transparente, "PNG"));
         QCOMPARE(formatoYMedida(blanca), QStringLiteral("jpeg 50x70"));
         QVERIFY(qGray(QImage::fromData(blanca).pixel(25, 35)) > 245);
     }
