@@ -96,7 +96,7 @@ Clientes::Clientes(Module1& modulo, MDIForm1& p)
     Frame1->hide();
 
     Dialogo_ShowOpen = [this] {
-        return QFileDialog::getOpenFileName(this, QStringLiteral("Buscar Foto"), QString(),
+        return QFileDialog::getOpenFileName(this, QStringLiteral("Buscar Foto"), Dialogo_InitDir,
                                             QStringLiteral("Fotos (*.jpg *.jpeg *.png);;Todos los archivos (*)"));
     };
 
@@ -236,6 +236,7 @@ void Clientes::FOTO_Click()
         MsgBox(QStringLiteral("No selecciono ningun Cliente"));
         return;
     }
+    Dialogo_InitDir = Foto::Carpeta_De_Fotos();
     Text1[7]->setText(Dialogo_ShowOpen());
     if (Text1[7]->text().isEmpty())
         Imagen->clear();
@@ -244,6 +245,7 @@ void Clientes::FOTO_Click()
 }
 
 // The path stays in its field, so a second click stores the same file again.
+// What is stored is the picture at the size of the screens, not the file.
 void Clientes::GRABAR_IMAGEN_Click()
 {
     const QString ruta = Text1[7]->text().trimmed();
@@ -251,7 +253,7 @@ void Clientes::GRABAR_IMAGEN_Click()
         MsgBox(QStringLiteral("----- ESA FOTO YA ESTA GRABADA -------"));
         return;
     }
-    const QByteArray foto = Lee_Archivo(ruta);
+    const QByteArray foto = Foto::Para_Grabar(Lee_Archivo(ruta));
     Llama(QStringLiteral("TRU_IN_FOTOS"), {m.K, Valor(foto)});
     m.Cierra_Rs();
     Aviso(QStringLiteral("Foto Grabada"));

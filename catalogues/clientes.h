@@ -53,8 +53,10 @@ public:
     QString Revisar_Fila;
 
     // The file-open dialog of FOTO: the chosen path, "" when cancelled.
-    // Tests put their own choice here.
+    // Tests put their own choice here. It opens in Dialogo_InitDir, which
+    // FOTO sets to the user's pictures before each search.
     std::function<QString()> Dialogo_ShowOpen;
+    QString Dialogo_InitDir;
 
 protected:
     QList<Valor> Parametros_Lista() const override;

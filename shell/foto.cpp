@@ -2,8 +2,14 @@
 #include "fallo.h"
 #include "module1.h"
 
+#include <QBuffer>
+#include <QDir>
+#include <QFileInfo>
+#include <QImageReader>
 #include <QLabel>
+#include <QPainter>
 #include <QPixmap>
+#include <QStandardPaths>
 
 namespace Foto {
 
@@ -49,6 +55,38 @@ void Muestra(QLabel* imagen, const QByteArray& bytes)
     if (!foto.loadFromData(bytes))
         throw FalloEjecucion(481);
     imagen->setPixmap(foto.scaled(imagen->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
+}
+
+QByteArray Para_Grabar(const QByteArray& archivo)
+{
+    QBuffer entrada;
+    entrada.setData(archivo);
+    entrada.open(QIODevice::ReadOnly);
+    QImageReader lector(&entrada);
+    lector.setAutoTransform(true);
+    QImage foto = lector.read();
+    if (foto.isNull())
+        throw FalloEjecucion(481);
+    if (foto.width() > Lado_Maximo || foto.height() > Lado_Maximo)
+        foto = foto.scaled(Lado_Maximo, Lado_Maximo, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    if (foto.hasAlphaChannel()) {
+        // A JPEG has no transparency: what showed through turns white, not black.
+        QImage fondo(foto.size(), QImage::Format_RGB32);
+        fondo.fill(Qt::white);
+        QPainter(&fondo).drawImage(0, 0, foto);
+        foto = fondo;
+    }
+    QByteArray bytes;
+    QBuffer salida(&bytes);
+    salida.open(QIODevice::WriteOnly);
+    foto.save(&salida, "JPEG", 85); // no mark of compression to be seen at that size
+    return bytes;
+}
+
+QString Carpeta_De_Fotos()
+{
+    const QString fotos = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    return !fotos.isEmpty() && QFileInfo(fotos).isDir() ? fotos : QDir::homePath();
 }
 
 } // namespace Foto

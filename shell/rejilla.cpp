@@ -197,6 +197,27 @@ private:
     mutable QPointer<QWidget> editor_;
 };
 
+// The view of the cells. Qt's delegate commits an edit and then asks the view
+// to close its editor, and the screen's after-edit rules run in between, on
+// the commit: a rule that moves the cursor (the bank after the provider, the
+// reference after the bank), a message that takes the focus or a reload make
+// the view close the editor there and then. The close asked for after the
+// commit then names an editor the view has already let go: it is done, and
+// goes no further.
+class VistaCeldas : public QTableView {
+public:
+    using QTableView::QTableView;
+
+protected:
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint pista) override
+    {
+        const auto* delegado = dynamic_cast<const DelegadoCeldas*>(itemDelegate());
+        if (editor && delegado && editor != delegado->editor())
+            return;
+        QTableView::closeEditor(editor, pista);
+    }
+};
+
 // ---------------------------------------------------------------- Columna
 
 int Columna::Width() const
@@ -221,7 +242,7 @@ QString Columna::Caption() const { return r_->props_[size_t(n_)].titulo; }
 Columna& Columna::setCaption(const QString& texto)
 {
     r_->props_[size_t(n_)].titulo = texto;
-    r_->pies_[size_t(n_)]->setAccessibleDescription(tituloEnLineas(texto).replace(QLatin1Char('\n'), QLatin1Char(' ')));
+    r_->anunciarPie(n_);
     emit r_->modelo_->headerDataChanged(Qt::Horizontal, n_, n_);
     r_->ajustarCabecera();
     return *this;
@@ -295,6 +316,7 @@ Columna& Columna::setFooterText(const QString& texto)
 {
     r_->props_[size_t(n_)].pie = texto;
     r_->pies_[size_t(n_)]->setText(texto);
+    r_->anunciarPie(n_);
     return *this;
 }
 
@@ -305,7 +327,7 @@ Rejilla::Rejilla(const QString& nombre, QWidget* parent) : QWidget(parent), nomb
     setObjectName(nombre);
     setAccessibleName(nombre);
 
-    vista_ = new QTableView(this);
+    vista_ = new VistaCeldas(this);
     vista_->setObjectName(nombre + QStringLiteral("_celdas"));
     vista_->setAccessibleName(nombre);
     modelo_ = new ModeloCeldas(this);
@@ -416,11 +438,11 @@ void Rejilla::asegurarColumna(int n)
     for (int c = desde; c <= n; ++c) {
         auto* l = new QLabel(tiraPies_);
         l->setObjectName(QStringLiteral("%1_pie%2").arg(nombre_).arg(c));
-        l->setAccessibleName(QStringLiteral("%1 pie %2").arg(nombre_).arg(c));
         l->setFrameStyle(QFrame::Panel | QFrame::Sunken);
         l->setIndent(2);
         pies_.push_back(l);
         aplicarAlineacionPie(c);
+        anunciarPie(c);
     }
     modelo_->agregarColumnas(n);
     for (int c = desde; c <= n; ++c)
@@ -645,6 +667,22 @@ void Rejilla::colocarPies()
         l->setGeometry(h->sectionViewportPosition(col), 0, h->sectionSize(col), alto);
         l->show();
     }
+}
+
+// A screen reader reads a footer as its column's heading and its figure
+// ("Recibido: 1.195"); an empty footer says only whose it is.
+void Rejilla::anunciarPie(int col)
+{
+    const PropColumna& p = props_[size_t(col)];
+    const QString titulo = tituloEnLineas(p.titulo).simplified();
+    const QString cifra = p.pie.trimmed();
+    QString nombre = titulo;
+    if (!cifra.isEmpty())
+        nombre = titulo.isEmpty() ? cifra : titulo + QStringLiteral(": ") + cifra;
+    QLabel* l = pies_[size_t(col)];
+    l->setAccessibleName(nombre);
+    l->setAccessibleDescription(titulo.isEmpty() ? QStringLiteral("Pie de la columna %1").arg(col + 1)
+                                                 : QStringLiteral("Pie de la columna ") + titulo);
 }
 
 void Rejilla::aplicarAlineacionPie(int col)

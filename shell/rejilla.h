@@ -170,6 +170,7 @@ private:
     void ajustarCabecera();
     int altoPies() const;
     void aplicarAlineacionPie(int col);
+    void anunciarPie(int col);
     void despuesDeEditar(int fila, int col);
 
     QString nombre_;

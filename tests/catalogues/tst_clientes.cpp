@@ -8,8 +8,13 @@
 #include "sesion.h"
 
 #include <QAction>
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
+#include <QImageReader>
+#include <QPainter>
+#include <QScopeGuard>
+#include <QTemporaryDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -23,6 +28,34 @@ void clicEnFila(Clientes* p, int fila)
 {
     p->GRID->setBookmark(fila);
     emit p->GRID->Click();
+}
+
+// The format and size of picture bytes, as they stand, a turn noted in them left aside.
+QString formatoYMedida(const QByteArray& bytes)
+{
+    QBuffer b;
+    b.setData(bytes);
+    b.open(QIODevice::ReadOnly);
+    QImageReader lector(&b);
+    lector.setAutoTransform(false);
+    const QSize medida = lector.size();
+    return QStringLiteral("%1 %2x%3").arg(QString::fromLatin1(lector.format())).arg(medida.width()).arg(medida.height());
+}
+
+void escribirArchivo(const QString& ruta, const QByteArray& bytes)
+{
+    QFile f(ruta);
+    QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    f.write(bytes);
+}
+
+QByteArray bytesDe(const QImage& imagen, const char* formato)
+{
+    QByteArray bytes;
+    QBuffer b(&bytes);
+    b.open(QIODevice::WriteOnly);
+    imagen.save(&b, formato, 95);
+    return bytes;
 }
 
 } // namespace
@@ -113,6 +146,89 @@ private slots:
         QCOMPARE(s.m->Nombre_Cliente(2), QStringLiteral("ANA MARIA SOTO"));
     }
 
+    // The search for a photo starts in the user's pictures, or at home
+    // without them. A phone's large photo is stored upright, within the
+    // bound, as a JPEG a fraction of its file; a small picture keeps its
+    // size; what was transparent turns white.
+    void fotos_a_la_medida_de_las_pantallas()
+    {
+        SesionDePrueba s;
+        auto* p = s.abrir<Clientes>(QStringLiteral("Clientes"));
+        QDateTime ahora(QDate(2024, 1, 1), QTime(8, 0));
+        s.m->reloj = [&] { return ahora = ahora.addSecs(1); };
+        // Every place a photo is shown on this screen fits within the bound.
+        for (const QLabel* l : {p->Imagen, p->Image1})
+            QVERIFY(l->width() <= Foto::Lado_Maximo && l->height() <= Foto::Lado_Maximo);
+
+        QTemporaryDir casa;
+        const QByteArray home = qgetenv("HOME"), config = qgetenv("XDG_CONFIG_HOME");
+        const auto devolver = qScopeGuard([&] {
+            qputenv("HOME", home);
+            config.isEmpty() ? qunsetenv("XDG_CONFIG_HOME") : qputenv("XDG_CONFIG_HOME", config);
+        });
+        qputenv("HOME", casa.path().toUtf8());
+        qputenv("XDG_CONFIG_HOME", casa.filePath(QStringLiteral(".config")).toUtf8());
+        QString ruta;
+        QStringList carpetas;
+        p->Dialogo_ShowOpen = [&] {
+            carpetas << p->Dialogo_InitDir;
+            return ruta;
+        };
+        const auto grabar = [&](const QByteArray& archivo) {
+            escribirArchivo(ruta, archivo);
+            p->FOTO->click();
+            p->GRABAR_IMAGEN->click();
+            return Foto::Lee(*s.m, QStringLiteral("0012"), false);
+        };
+        clicEnFila(p, 11); // client 12, with no photo yet
+        QCOMPARE(p->Text1[9]->text(), QStringLiteral("0012"));
+
+        // No pictures folder: home. Then the usual one, then the one the desktop names.
+        ruta = casa.filePath(QStringLiteral("cara.png"));
+        grabar(imagen("PNG", Qt::yellow));
+        QVERIFY(QDir(casa.path()).mkdir(QStringLiteral("Pictures")));
+        grabar(imagen("PNG", Qt::yellow));
+        const QString imagenes = casa.filePath(QStringLiteral("Imágenes"));
+        QVERIFY(QDir().mkpath(imagenes) && QDir().mkpath(casa.filePath(QStringLiteral(".config"))));
+        escribirArchivo(casa.filePath(QStringLiteral(".config/user-dirs.dirs")),
+                        QByteArrayLiteral("XDG_PICTURES_DIR=\"$HOME/Im\xc3\xa1genes\"\n"));
+        grabar(imagen("PNG", Qt::yellow));
+        QCOMPARE(carpetas, (QStringList{casa.path(), casa.filePath(QStringLiteral("Pictures")), imagenes}));
+
+        // A phone's photo, taken sideways: wide in the file, with the turn noted.
+        QImage tomada(4000, 3000, QImage::Format_RGB32);
+        tomada.fill(Qt::red);
+        QPainter(&tomada).fillRect(2000, 0, 2000, 3000, Qt::blue);
+        QByteArray telefono = bytesDe(tomada, "JPEG");
+        // As a phone notes it: an Exif block whose one entry, orientation 6, says "turn right".
+        telefono.insert(2, QByteArray("\xff\xe1\x00\x22" "Exif\0\0" "MM\x00\x2a\x00\x00\x00\x08"
+                                      "\x00\x01" "\x01\x12\x00\x03\x00\x00\x00\x01\x00\x06\x00\x00"
+                                      "\x00\x00\x00\x00",
+                                      36));
+        QCOMPARE(formatoYMedida(telefono), QStringLiteral("jpeg 4000x3000"));
+        ruta = imagenes + QStringLiteral("/IMG_0001.jpg");
+        const QByteArray grande = grabar(telefono);
+        const QSize dentro = QSize(3000, 4000).scaled(Foto::Lado_Maximo, Foto::Lado_Maximo, Qt::KeepAspectRatio);
+        QCOMPARE(formatoYMedida(grande),
+                 QStringLiteral("jpeg %1x%2").arg(dentro.width()).arg(dentro.height()));
+        QVERIFY2(grande.size() * 10 < telefono.size(), qPrintable(QString::number(grande.size())));
+        // Upright: what was left in the file stands on top.
+        const QImage guardada = QImage::fromData(grande);
+        QVERIFY(qRed(guardada.pixel(dentro.width() / 2, 10)) > 200 && qBlue(guardada.pixel(dentro.width() / 2, 10)) < 60);
+        QVERIFY(qBlue(guardada.pixel(dentro.width() / 2, dentro.height() - 10)) > 200);
+        // The client's click shows what was stored.
+        clicEnFila(p, 11);
+        QCOMPARE(imagenDe(p->Image1), comoSeMuestra(grande, p->Image1));
+
+        // Small pictures are not enlarged; a transparent one is stored on white.
+        QCOMPARE(formatoYMedida(grabar(imagen("PNG", Qt::green, QSize(120, 90)))), QStringLiteral("jpeg 120x90"));
+        QImage transparente(50, 70, QImage::Format_ARGB32);
+        transparente.fill(Qt::transparent);
+        const QByteArray blanca = grabar(bytesDe(transparente, "PNG"));
+        QCOMPARE(formatoYMedida(blanca), QStringLiteral("jpeg 50x70"));
+        QVERIFY(qGray(QImage::fromData(blanca).pixel(25, 35)) > 245);
+    }
+
     void fotos_desde_memoria_y_archivo()
     {
         SesionDePrueba s;
@@ -168,11 +284,7 @@ private slots:
         const QString ruta = carpeta + QStringLiteral("/cara.jpg");
         QCOMPARE(ruta.size(), 80);
         const QByteArray jpeg = imagen("JPEG", Qt::blue);
-        {
-            QFile f(ruta);
-            QVERIFY(f.open(QIODevice::WriteOnly));
-            f.write(jpeg);
-        }
+        escribirArchivo(ruta, jpeg);
         p->Dialogo_ShowOpen = [&] { return ruta; };
         p->FOTO->click();
         QCOMPARE(p->Text1[7]->text(), ruta);
@@ -181,21 +293,19 @@ private slots:
         vistos.clear();
         p->GRABAR_IMAGEN->click();
         QCOMPARE(vistos, QStringList{"Foto Grabada"});
-        QCOMPARE(Foto::Lee(*s.m, QStringLiteral("10000"), false), jpeg);
+        QCOMPARE(formatoYMedida(Foto::Lee(*s.m, QStringLiteral("10000"), false)), QStringLiteral("jpeg 30x40"));
         QCOMPARE(p->Text1[7]->text(), ruta); // a second click would store it again
 
         // A PNG replaces it; the click shows it and leaves nothing to store.
-        const QByteArray png = imagen("PNG", Qt::yellow);
-        {
-            QFile f(ruta);
-            QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            f.write(png);
-        }
+        const QByteArray azul = Foto::Lee(*s.m, QStringLiteral("10000"), false);
+        escribirArchivo(ruta, imagen("PNG", Qt::yellow));
         p->GRABAR_IMAGEN->click();
         QCOMPARE(s.base.valor(QStringLiteral("select count(*) from fotos where cliente = 10000")), QStringLiteral("1"));
+        const QByteArray amarilla = Foto::Lee(*s.m, QStringLiteral("10000"), false);
+        QVERIFY(amarilla != azul);
         clicEnFila(p, 0);
-        QCOMPARE(imagenDe(p->Imagen), comoSeMuestra(png, p->Imagen));
-        QCOMPARE(imagenDe(p->Image1), comoSeMuestra(png, p->Image1));
+        QCOMPARE(imagenDe(p->Imagen), comoSeMuestra(amarilla, p->Imagen));
+        QCOMPARE(imagenDe(p->Image1), comoSeMuestra(amarilla, p->Image1));
         QCOMPARE(p->Text1[7]->text(), QString());
 
         // A new load forgets the client: FOTO refuses again.

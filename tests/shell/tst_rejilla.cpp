@@ -388,6 +388,10 @@ private slots:
         QCoreApplication::processEvents();
 
         QCOMPARE(g.pie(4)->text(), QStringLiteral("4"));
+        // Read aloud with the heading of its column, also one given later, on two lines.
+        QCOMPARE(g.pie(4)->accessibleName(), QStringLiteral("C4: 4"));
+        g.Columns(4).setCaption(QStringLiteral("Pagado\rBs"));
+        QCOMPARE(g.pie(4)->accessibleName(), QStringLiteral("Pagado Bs: 4"));
         QVERIFY(g.pie(2)->alignment() & Qt::AlignRight);
         QVERIFY(g.pie(3)->alignment() & Qt::AlignHCenter);
         verificarPies(g, "al mostrar");

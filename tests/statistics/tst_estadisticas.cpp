@@ -10,7 +10,9 @@
 #include "resumen_mensual.h"
 #include "sesion.h"
 
+#include <QAccessible>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -314,6 +316,38 @@ private slots:
         QTest::keyClick(p->CARGA_DATOS, Qt::Key_Return);
         QCOMPARE(p->Celdas.filas(), 28);
         QCOMPARE(recibido(), QString());
+    }
+
+    // A screen reader hears each footer as its column's heading and the
+    // figure in view; a footer emptied by a load has no figure to tell.
+    void pies_para_lectores_de_pantalla()
+    {
+        Tablero<CALCULOS01> t("CALCULOS01");
+        CALCULOS01* p = t.p;
+        const auto oido = [p](int col, QAccessible::Text que = QAccessible::Name) {
+            QAccessibleInterface* i = QAccessible::queryAccessibleInterface(p->GRID->pie(col));
+            return i ? i->text(que) : QStringLiteral("(sin interfaz)");
+        };
+        const auto pie = [p](int col) { return p->GRID->Columns(col).FooterText(); };
+        t.cargar(QStringLiteral("2025"), QStringLiteral("03"));
+        QCOMPARE(pie(2), QStringLiteral("1.195"));
+        QCOMPARE(oido(2), QStringLiteral("Recibido: 1.195"));
+        QCOMPARE(oido(2, QAccessible::Description), QStringLiteral("Pie de la columna Recibido"));
+        QVERIFY(!pie(5).isEmpty());
+        QCOMPARE(oido(5), QStringLiteral("%: ") + pie(5));
+        // The weekday has no heading: its footer, the days with data, by the column's place.
+        QCOMPARE(oido(1), QStringLiteral("4"));
+        QCOMPARE(oido(1, QAccessible::Description), QStringLiteral("Pie de la columna 2"));
+
+        p->Option2[2]->click(); // the second operator's figures
+        QCOMPARE(pie(2), QStringLiteral("50"));
+        QCOMPARE(oido(2), QStringLiteral("Recibido: 50"));
+        t.cargar(QStringLiteral("2025"), QStringLiteral("04"));
+        QCOMPARE(oido(2), QStringLiteral("Recibido"));
+        QCOMPARE(oido(1), QString());
+        // A footer the load leaves in view is heard as it is seen.
+        QVERIFY(!pie(6).isEmpty());
+        QCOMPARE(oido(6), QStringLiteral("Tot-G: ") + pie(6));
     }
 
     void orden_de_cabeceras()
