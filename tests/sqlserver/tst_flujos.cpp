@@ -586,7 +586,7 @@ private slots:
             p->Dialogo_ShowOpen = [&ruta] { return ruta; };
             p->FOTO->click();
             p->GRABAR_IMAGEN->click();
-            QCOMPARE(Foto::Lee(*s.m, codigo, false), foto);
+            QCOMPARE(Foto::Lee(*s.m, codigo, false), Foto::Para_Grabar(foto));
         });
         QCOMPARE(codigos.size(), 2);
         QCOMPARE(codigos[0], codigos[1]);
