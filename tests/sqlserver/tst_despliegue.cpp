@@ -66,7 +66,7 @@ private slots:
                          QList<QStringList>{{QStringLiteral("1")}});
                 ++objetos;
             }
-        QCOMPARE(objetos, 44);
+        QCOMPARE(objetos, 46);
     }
 
     void unaBaseAntiguaRecibeSusIndices()
