@@ -16,7 +16,9 @@
 -- around it aside), as the console stores a return. A row not yet paid (no
 -- bank) counts with the gain it carries: it is born with g2 equal to what was
 -- received, and keeps it until a console completes it. A row is paid when its
--- bank holds more than blanks.
+-- bank holds more than blanks. The test of a return is written so that plain
+-- comparisons settle every bank that starts with a character other than a
+-- blank and is not 7777 itself; trim runs only on the rest.
 -- Filters: the month as TRU_Mes reads it (a four-digit year and the month, 1
 -- to 12, with or without its zero: '202601' and '20261' are January; any other
 -- text names no month and matches no row); operator 0 all, 1 or 2; service 0
@@ -37,7 +39,7 @@ SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(recibido) AS Suma, cou
             THEN 100 * total(g2) / total(recibido) ELSE 0 END AS Porcen,
        total(g2) AS Totgan
 FROM MOVIMIENTOS
-WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
+WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
   AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
   AND (@servicio = 0
        OR (@servicio IN (98, 99)
@@ -54,7 +56,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
-              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -74,7 +76,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
-              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -108,7 +110,7 @@ GROUP BY trim(codigo) ORDER BY round(Suma, 4) DESC, Banco;
 SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(recibido) AS Suma
 FROM MOVIMIENTOS
 WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND tipo_operacion = 3
-  AND trim(C_BANCO) NOT IN ('7777', '')
+  AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) NOT IN ('7777', ''))
   AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
   AND (@servicio = 0
        OR (@servicio IN (98, 99)
@@ -125,7 +127,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE tipo_servicio = codigos.codigo
-              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
     FROM codigos
     WHERE codigo IS NOT NULL

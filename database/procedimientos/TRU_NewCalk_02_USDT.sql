@@ -13,7 +13,7 @@ SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(enviado) AS Suma, coun
             THEN 100 * total(g2) / total(enviado) ELSE 0 END AS Porcen,
        total(g2) AS Totgan
 FROM MOVIMIENTOS
-WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
+WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
   AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
   AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
 GROUP BY FECHA ORDER BY FECHA;
@@ -27,7 +27,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
-              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
@@ -44,7 +44,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
-              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
@@ -72,7 +72,7 @@ GROUP BY trim(codigo) ORDER BY round(Suma, 4) DESC, Banco;
 SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(enviado) AS Suma
 FROM MOVIMIENTOS
 WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND tipo_operacion = 3
-  AND trim(C_BANCO) NOT IN ('7777', '')
+  AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) NOT IN ('7777', ''))
   AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
   AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
 GROUP BY FECHA ORDER BY FECHA;
@@ -86,7 +86,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE tipo_servicio = codigos.codigo
-              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
     FROM codigos
     WHERE codigo IS NOT NULL

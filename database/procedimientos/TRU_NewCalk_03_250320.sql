@@ -22,7 +22,7 @@ grupos AS MATERIALIZED (
     SELECT mes,
            (SELECT json_array(total(recibido), count(*), total(g2))
             FROM MOVIMIENTOS
-            WHERE FECHA >= periodos.mes || '01' AND FECHA <= periodos.mes || '31' AND trim(C_BANCO) <> '7777'
+            WHERE FECHA >= periodos.mes || '01' AND FECHA <= periodos.mes || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -44,7 +44,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
-              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -64,7 +64,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
-              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND (@servicio = 0
                    OR (@servicio IN (98, 99)
@@ -99,7 +99,7 @@ WITH dias AS MATERIALIZED (
     SELECT FECHA, total(recibido) AS suma
     FROM MOVIMIENTOS
     WHERE FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND tipo_operacion = 3
-      AND trim(C_BANCO) NOT IN ('7777', '')
+      AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) NOT IN ('7777', ''))
       AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
       AND (@servicio = 0
            OR (@servicio IN (98, 99)
@@ -118,7 +118,7 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE tipo_servicio = codigos.codigo
-              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND trim(C_BANCO) <> '7777'
+              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
     FROM codigos
     WHERE codigo IS NOT NULL

@@ -17,7 +17,7 @@ grupos AS MATERIALIZED (
     SELECT mes,
            (SELECT json_array(total(enviado), count(*), total(g2))
             FROM MOVIMIENTOS
-            WHERE FECHA >= periodos.mes || '01' AND FECHA <= periodos.mes || '31' AND trim(C_BANCO) <> '7777'
+            WHERE FECHA >= periodos.mes || '01' AND FECHA <= periodos.mes || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
     FROM periodos)
@@ -37,7 +37,7 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
@@ -55,7 +55,7 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
               AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
@@ -86,7 +86,7 @@ WITH dias AS MATERIALIZED (
     FROM MOVIMIENTOS
     WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
       AND FECHA <= strftime('%Y%m31', GETDATE()) AND tipo_operacion = 3
-      AND trim(C_BANCO) NOT IN ('7777', '')
+      AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) NOT IN ('7777', ''))
       AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
       AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
     GROUP BY FECHA)
@@ -103,7 +103,7 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE tipo_servicio = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND trim(C_BANCO) <> '7777'
+              AND FECHA <= strftime('%Y%m31', GETDATE()) AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
               AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
     FROM codigos
     WHERE codigo IS NOT NULL
