@@ -41,9 +41,48 @@
 
 #include <new>
 
+#include <cstdio>
+#include <string_view>
+
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
+
+namespace {
+
+const char kAyuda[] =
+    "Uso: control-pagos [OPCIÓN]\n"
+    "Registro, pago y recibos de las remesas de la casa de cambio.\n"
+    "\n"
+    "Sin opciones abre la ventana principal con la pantalla LOGIN, que conecta con\n"
+    "el servidor y espera el código de acceso.\n"
+    "\n"
+    "  -h, --help      muestra esta ayuda y termina\n"
+    "  -v, --version   muestra la versión y termina\n"
+    "\n"
+    "Ajustes: ~/.config/ControlDePagos/control-pagos.conf. Sin ellos, la base de\n"
+    "datos incorporada ~/.local/share/ControlDePagos/ramil.db, con sus copias\n"
+    "diarias en la carpeta copias/ a su lado.\n"
+    "Las claves de los ajustes, las copias, cómo restaurar una y el código de\n"
+    "acceso: man control-pagos\n";
+
+} // namespace
+
+int Responde_Opciones(int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view opcion(argv[i]);
+        if (opcion == "-h" || opcion == "--help")
+            std::fputs(kAyuda, stdout);
+        else if (opcion == "-v" || opcion == "--version")
+            std::fputs("control-pagos (Control de Pagos) " VERSION_PROGRAMA "\n", stdout);
+        else
+            continue;
+        // A text that could not be written (a full disk, a closed pipe) is a failure.
+        return std::fflush(stdout) == 0 && !std::ferror(stdout) ? 0 : 1;
+    }
+    return -1;
+}
 
 Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv)
 {

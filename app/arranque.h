@@ -9,6 +9,11 @@
 
 class MDIForm1;
 
+// The command line's own answers, given on the terminal before anything needs
+// a display: -h/--help and -v/--version. The program's exit status when one
+// of them was asked; -1 when the program is to start.
+int Responde_Opciones(int argc, char** argv);
+
 // The deployment settings file (XDG config location, ControlDePagos/control-pagos.conf).
 // Without one: the embedded server on a file in the XDG data location, receipts
 // in ~/RECIBOS, the built-in PDF printer.

@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Installs what the project needs on a Debian 12 machine when it is missing,
-# then configures and builds it in ./build.
+# then configures it in ./build and builds the targets given (the program
+# alone for the demo), or everything without one.
+# Usage: scripts/preparar.sh [target...]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -20,4 +22,8 @@ if [ ${#faltan[@]} -gt 0 ]; then
 fi
 
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo > /dev/null
-cmake --build build -j"$(nproc)"
+if [ $# -gt 0 ]; then
+  cmake --build build -j"$(nproc)" --target "$@"
+else
+  cmake --build build -j"$(nproc)"
+fi

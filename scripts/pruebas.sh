@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds the project and runs the whole test suite, without a display.
+# Builds everything (the program, the tests, the benchmarks) and runs the
+# whole test suite, without a display.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/preparar.sh
