@@ -8,7 +8,8 @@
 // column never takes the focus.
 //
 // A screen states its differences: its grid columns, its procedures, its add
-// fields, which cells it sends, and whether a change reloads the cache.
+// fields, which cells it sends, and whether a change reloads the cache. The
+// catalogues and the USDT services screen of the rates stand on it.
 #include "celdas.h"
 #include "pantalla.h"
 #include "rejilla.h"
