@@ -7,6 +7,7 @@
 #include "rejilla.h"
 #include "valor.h"
 
+#include <QAbstractItemModelTester>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -230,6 +231,31 @@ private slots:
         QCOMPARE(h->sectionSize(0), 1100 / 15);
         QVERIFY(h->isSectionHidden(3));
         QCOMPARE(g.Columns(2).Order(), 0);
+    }
+
+    // The model over the cells keeps Qt's contract of a table model through
+    // what the screens do to a grid: bind, grow, sort, empty, rebind.
+    void modeloBajoElProbadorDeQt()
+    {
+        Celdas c;
+        Rejilla g(QStringLiteral("GRID"));
+        QAbstractItemModelTester probador(g.modelo(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+        cargarCatalogo(c, {"BOFA", "CHASE", "WELLS"});
+        g.Array(c);
+        QCOMPARE(g.modelo()->rowCount(), 3);
+        cargarCatalogo(c, {"ZETA", "ALFA", "MEDIO", "OTRO", "ULTIMO"});
+        g.ReBind();
+        QCOMPARE(g.modelo()->rowCount(), 5);
+        g.ordenarPorColumna(1, false);
+        QCOMPARE(g.modelo()->index(0, 1).data().toString(), QStringLiteral("ALFA"));
+        QVERIFY(g.modelo()->setData(g.modelo()->index(0, 1), QStringLiteral("BETA")));
+        c.ReDim(-1, -1, 0, 2);
+        g.ReBind();
+        QCOMPARE(g.modelo()->rowCount(), 0);
+        g.Refresh();
+        cargarCatalogo(c, {"UNO"});
+        g.Array(c);
+        QCOMPARE(g.modelo()->rowCount(), 1);
     }
 
     void edicionPorElModelo()
