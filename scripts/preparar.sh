@@ -21,7 +21,9 @@ if [ ${#faltan[@]} -gt 0 ]; then
   DEBIAN_FRONTEND=noninteractive $sudo_cmd apt-get install -y -qq --no-install-recommends "${faltan[@]}"
 fi
 
-cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo > /dev/null
+# AVISOS_COMO_ERRORES=1 in the environment (CI sets it) makes every warning stop the build.
+cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+      -DAVISOS_COMO_ERRORES="$([ -n "${AVISOS_COMO_ERRORES:-}" ] && echo ON || echo OFF)" > /dev/null
 if [ $# -gt 0 ]; then
   cmake --build build -j"$(nproc)" --target "$@"
 else

@@ -138,7 +138,7 @@ private slots:
         QCOMPARE(inicio.avisos, QStringList());
         QCOMPARE(Revision::Version_De(archivo), Revision::Version_Programa());
         QCOMPARE(esquema(archivo), esquema(nueva.archivo()));
-        for (const QString& tabla : {"MOVIMIENTOS", "clientes", "proveedor", "servicios", "servicios_usdt", "bancos",
+        for (const char* tabla : {"MOVIMIENTOS", "clientes", "proveedor", "servicios", "servicios_usdt", "bancos",
                                      "fotos", "parametros", "notificaciones", "dolar_NEW"})
             QCOMPARE(filasDe(archivo, tabla), filasDe(demo.archivo(), tabla));
         QCOMPARE(BaseTemporal::valorDe(archivo, "PRAGMA integrity_check"), QStringLiteral("ok"));

@@ -279,7 +279,7 @@ private slots:
         QCOMPARE(fila("20241225", 13, "ganancia || '|' || g1 || '|' || pago || '|' || obs"), QString("0.0|0.0|500.0|"));
         QCOMPARE(base.valor("select count(*) from proveedor where C_proveedor = 3 and ultregalo = 0"), QString("1"));
         QCOMPARE(ServidorEmbebido::adaptar(" INSERT INTO bancos (C_Banco, D_banco) VALUES ('', '')", false,
-                                           [&](const QString& tabla) {
+                                           [&](const QString&) {
                                                return std::vector<ServidorEmbebido::ColumnaTabla>{{"C_Banco", true}, {"D_banco", false}};
                                            }).first(),
                  QString("INSERT INTO bancos (C_Banco, D_banco) VALUES (0, '')"));
