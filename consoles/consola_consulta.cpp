@@ -1,0 +1,355 @@
+// The console's query and the filling of its rows.
+#include "consola.h"
+#include "consola_comun.h"
+#include "controles.h"
+#include "dialogo.h"
+#include "fallo.h"
+#include "formato.h"
+#include "login.h"
+#include "mdiform1.h"
+#include "mensajes.h"
+#include "module1.h"
+#include "numeros.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QFontMetrics>
+#include <QGroupBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStyle>
+#include <QTableView>
+
+#include <cmath>
+
+using namespace Numeros;
+using Mensajes::MsgBox;
+using namespace consola;
+
+// ------------------------------------------------------------------ the query
+
+const QString& Consola::Codigo(double valor)
+{
+    auto& codigos = compartidos.codigos;
+    if (valor < 0 || valor > 9999 || valor != std::floor(valor))
+        return Cifra(-1, f0000, valor);
+    if (codigos.empty())
+        codigos.resize(10000);
+    QString& t = codigos[size_t(valor)];
+    if (t.isNull())
+        t = f0000(valor);
+    return t;
+}
+
+const QString& Consola::Cifra(int col, const FormatoNumero& formato, double valor)
+{
+    // Column -1: no sharing, a scratch slot.
+    static thread_local Compartidos::Ultimo suelto;
+    Compartidos::Ultimo& u = col >= 0 && col < int(compartidos.ultimos.size()) ? compartidos.ultimos[size_t(col)] : suelto;
+    if (!u.lleno || u.valor != valor || col < 0) {
+        u.valor = valor;
+        u.lleno = true;
+        u.texto = formato(valor);
+    }
+    return u.texto;
+}
+
+const QString& Consola::Fecha_Vista(int cual, const QString& amd)
+{
+    auto& [clave, texto] = compartidos.fechas[size_t(cual)];
+    if (texto.isNull() || clave != amd) {
+        clave = amd;
+        texto = Module1::Fecha_DMA(amd);
+    }
+    return texto;
+}
+
+const std::array<QString, 3>& Consola::Banco_Vista(const QString& banco)
+{
+    for (const auto& b : compartidos.bancos)
+        if (b[0] == banco)
+            return b;
+    compartidos.bancos.push_back({banco, Format(banco, QStringLiteral("0000")), m.Nombre_Banco(banco)});
+    return compartidos.bancos.back();
+}
+
+const QString& Consola::Nombre_Servicio(int16_t servicio)
+{
+    auto& nombres = compartidos.nombres;
+    const QString& nombre = m.Servicios_T(servicio)[2]; // a code out of range stops here
+    if (nombres.empty())
+        nombres.resize(size_t(m.Servicios_T.UBound()) + 1);
+    QString& t = nombres[size_t(servicio)];
+    if (t.isNull())
+        t = nombre.left(14);
+    return t;
+}
+
+double Consola::Comision(int16_t fila)
+{
+    auto& c = compartidos.comisiones;
+    const QString& texto = m.Proveedores_T(fila, 4); // a row out of the cache stops here
+    if (size_t(fila) >= c.size())
+        c.resize(size_t(fila) + 1, std::nan(""));
+    if (std::isnan(c[size_t(fila)]))
+        c[size_t(fila)] = CDbl(texto);
+    return c[size_t(fila)];
+}
+
+const Valor& Consola::Campo(int ordinal) const
+{
+    if (ordinal < 0)
+        throw FalloEjecucion::campoNoEncontrado(QString());
+    return m.Rs->Fields(ordinal);
+}
+
+void Consola::Prepara_Campos()
+{
+    compartidos = Compartidos();
+    const auto pos = [this](const char* nombre) {
+        const QString n = QString::fromLatin1(nombre);
+        return m.Rs->TieneCampo(n) ? m.Rs->Ordinal(n) : -1;
+    };
+    Campos& c = campos;
+    c.Fecha = pos("Fecha");
+    c.secuenciA = pos("secuenciA");
+    c.C_CLIENTE = pos("C_CLIENTE");
+    c.Cliente = pos("Cliente");
+    c.Enviado = pos("Enviado");
+    c.recibido = pos("recibido");
+    c.C_proveedor = pos("C_proveedor");
+    c.bancozelle = pos("bancozelle");
+    c.tipo_servicio = pos("tipo_servicio");
+    c.C_Banco = pos("C_Banco");
+    c.confirmacion = pos("confirmacion");
+    c.Pago = pos("Pago");
+    c.referencia = pos("referencia");
+    c.operadora = pos("operadora");
+    c.tipo_operacion = pos("tipo_operacion");
+    c.OBS = pos("OBS");
+    c.Ganancia = pos("Ganancia");
+    c.G1 = pos("G1");
+    c.G2 = pos("G2");
+    c.G3 = pos("G3");
+    c.fecha_pago = pos("fecha_pago");
+    c.hora_pago = pos("hora_pago");
+    c.dolar1 = pos("dolar1");
+    c.dolar2 = pos("dolar2");
+}
+
+void Consola::CONSULTAR()
+{
+    // Each query works with the prices and the cache of the moment.
+    LOGIN::Carga_Parametros(m);
+    Precios_Del_Momento();
+    RelojDeArena reloj;
+
+    Total_Enviado = Total_Recibido = Total_Estimado = Total_Pagado = 0;
+    Total_G1 = Total_G2 = Total_G3 = 0;
+    Total_Filas = 0;
+    Suma_Sel = 0;
+    Text4->clear();
+    ARMAR_GRID();
+
+    const auto marcada = [](const auto& botones) {
+        for (size_t i = 0; i < botones.size(); ++i)
+            if (botones[i]->isChecked())
+                return int(i);
+        return 0;
+    };
+    m.K = marcada(Option1);
+    m.L = marcada(Option2);
+    const QString servicio = Combo1->currentText().left(2);
+    m.Cuenta = EsNumerico(servicio) ? CLng(CDbl(servicio)) : 0;
+
+    QString desde = Module1::Fecha_AMD(Fecha1->date().toString(QStringLiteral("dd/MM/yyyy")));
+    // A search by name runs over everything since January 2023.
+    if (Check2->isChecked() && Text2->text().length() >= 1) {
+        m.Cuenta = 0;
+        m.K = 0;
+        desde = QStringLiteral("202301");
+    }
+
+    m.Cierra_Rs();
+    m.Prepara_Comando(Procedimiento());
+    m.Comando.Parameters(1) = Valor(desde);
+    m.Comando.Parameters(2) = Valor(Module1::Fecha_AMD(Fecha2->date().toString(QStringLiteral("dd/MM/yyyy"))));
+    m.Comando.Parameters(3) = Valor(int(CInt(m.K.aDouble())));
+    m.Comando.Parameters(4) = Valor(int(CInt(m.L.aDouble())));
+    m.Comando.Parameters(5) = Valor(Text2->text().trimmed());
+    m.Comando.Parameters(6) = Valor(Text3->text().trimmed());
+    m.Comando.Parameters(7) = Valor(int(m.Cuenta));
+    m.Ejecuta_Comando();
+    // What this screen saw of each row: its saves and deletes are checked against it.
+    Versiones_Cargadas = m.Conexion.VersionesDeLaCarga();
+
+    const int ultima = Celdas.UpperBound(2);
+    int fila = -1;
+    m.I = fila;
+    Prepara_Campos();
+    while (!m.Rs->Eof()) {
+        ++fila;
+        m.I = fila;
+        Celdas.ReDim(0, fila, 0, ultima);
+        Llena_Fila(fila);
+        m.Rs->MoveNext();
+    }
+
+    Escribe_Pies();
+    m.Cierra_Rs();
+    Total_Estimado = 0;
+    GRID->Array(Celdas);
+
+    Text2->clear();
+    Text3->clear();
+    Text6->clear();
+    Check2->setChecked(true);
+    m.Sel_Cuenta = 0;
+    m.Sel_Total = 0;
+    Suma_Sel = 0;
+    GRID->setBookmark(fila);
+}
+
+Consola::Registro Consola::Lee_Registro() const
+{
+    const Campos& c = campos;
+    Registro r;
+    r.banco = Campo(c.C_Banco).aTexto();
+    r.devuelta = r.banco == QLatin1String("7777");
+    r.enviado = Campo(c.Enviado).aDouble();
+    r.recibido = Campo(c.recibido).aDouble();
+    r.pago = Campo(c.Pago).aDouble();
+    r.servicio = CInt(Campo(c.tipo_servicio).aDouble());
+    r.proveedor = CInt(Campo(c.C_proveedor).aDouble());
+    return r;
+}
+
+void Consola::Llena_Fila(int i)
+{
+    const Campos& c = campos;
+    const auto [banco, devuelta, enviado, recibido, pago, servicio, proveedor] = Lee_Registro();
+
+    Celdas(i, 0) = Fecha_Vista(0, Campo(c.Fecha).aTexto());
+    Celdas(i, 1) = Codigo(Campo(c.secuenciA).aDouble());
+    Celdas(i, 2) = Codigo(Campo(c.C_CLIENTE).aDouble());
+    Celdas(i, 3) = Campo(c.Cliente).aTexto();
+    Celdas(i, 4) = Cifra(4, fEnvio, enviado);
+    Celdas(i, 5) = Cifra(5, f3_0_00, recibido);
+    Celdas(i, 6) = Codigo(proveedor);
+    QString nombreProveedor = m.Nombre_Proveedor(proveedor);
+    if (nombreProveedor == QLatin1String("0"))
+        nombreProveedor.clear();
+    Celdas(i, 7) = nombreProveedor;
+
+    // An unpaid row of a service in another currency shows its dollars at today's price.
+    if (servicio > 49 && banco.isEmpty()) {
+        m.Monto_Conv = Num(i, 4);
+        m.Convierte_Dolar(m.Monto_Conv, servicio);
+        Celdas(i, 5) = Cifra(-1, f2_0_00, m.Monto_Usd);
+    }
+    Celdas(i, 16) = Cifra(16, fTasa, Campo(c.confirmacion).aDouble());
+    m.K = servicio;
+    if (banco.isEmpty()) {
+        // Unpaid: the price of the moment, and the estimate at it.
+        const double precio = m.Monto_T(servicio);
+        Celdas(i, 16) = Cifra(16, fTasa, precio);
+        const double bs = (servicio == 1 || servicio == 9 ? recibido : enviado) * precio;
+        const double estimado = servicio < 50 ? Int(bs) : bs;
+        Celdas(i, 8) = Cifra(8, fMiles00, estimado);
+        Total_Estimado += estimado;
+    }
+    if (!banco.isEmpty())
+        Celdas(i, 15) = Cifra(15, fMiles00, pago);
+
+    Llena_Datos(i, banco, servicio);
+    Celdas(i, 19) = Nombre_Servicio(servicio);
+
+    double ganancia = Campo(c.Ganancia).aDouble();
+    double g1 = Campo(c.G1).aDouble(), g2 = Campo(c.G2).aDouble(), g3 = Campo(c.G3).aDouble();
+    if (devuelta)
+        ganancia = g1 = g2 = g3 = 0;
+    Total_G1 += g1;
+    Total_G2 += g2;
+    Total_G3 += g3;
+    Celdas(i, 20) = Cifra(20, f3_0_00, ganancia);
+    Celdas(i, 21) = Cifra(21, f3_0_00, g2);
+    Celdas(i, 23) = Cifra(23, f2_0_00, g1);
+    Celdas(i, 24) = Cifra(24, f2_0_00, g2);
+    Celdas(i, 25) = Cifra(25, f2_0_00, g3);
+
+    // The payment's date, gift and prices, and the Zelle bank, where the grid has them.
+    if (Celdas.UpperBound(2) >= 31) {
+        const QString fechaPago = Campo(c.fecha_pago).aTexto();
+        if (fechaPago.size() > 1 && banco.size() > 1) {
+            Celdas(i, 26) = Fecha_Vista(1, fechaPago);
+            Celdas(i, 27) = Campo(c.hora_pago).aTexto();
+        }
+        Celdas(i, 28) = QString();
+        Celdas(i, 29) = QString();
+        Celdas(i, 30) = QString();
+        if (banco.size() > 1) {
+            // The provider's commission, read by the code used as the row of the cache.
+            Celdas(i, 28) = Str(redondea4(recibido * Comision(proveedor) / 100));
+            Celdas(i, 29) = Cifra(29, f2_0_00, Campo(c.dolar1).aDouble());
+            Celdas(i, 30) = Cifra(30, f2_0_00, Campo(c.dolar2).aDouble());
+        }
+        Celdas(i, 31) = Campo(c.bancozelle).aTexto();
+    }
+
+    if (!devuelta) {
+        Total_Enviado += enviado;
+        Total_Recibido += recibido;
+    }
+    if (!banco.isEmpty())
+        Total_Pagado += pago;
+    ++Total_Filas;
+    if (devuelta) {
+        Celdas(i, 20) = QString();
+        Celdas(i, 21) = QString();
+    }
+}
+
+void Consola::Llena_Datos(int i, const QString& banco, int16_t servicio)
+{
+    const Campos& c = campos;
+    const auto& vistaBanco = Banco_Vista(banco);
+    Celdas(i, 9) = vistaBanco[1];
+    Celdas(i, 10) = vistaBanco[2];
+    Celdas(i, 11) = Campo(c.referencia).aTexto();
+    Celdas(i, 13) = Campo(c.operadora).aTexto();
+    const Valor& operacion = Campo(c.tipo_operacion);
+    Celdas(i, 14) = operacion.esTexto() ? operacion.aTexto() : Cifra(14, fTexto, operacion.aDouble());
+    Celdas(i, 18) = Cifra(18, f00, servicio);
+    Celdas(i, 22) = Campo(c.OBS).aTexto();
+    Celdas(i, 17) = 0;
+}
+
+void Consola::Pies_Comunes()
+{
+    const QString dinero = QStringLiteral("###,##0.00");
+    GRID->Columns(5).setFooterText(Format(Total_Recibido, QStringLiteral("#,###,##0.00")));
+    GRID->Columns(15).setFooterText(Format(Total_Pagado, dinero));
+    GRID->Columns(2).setFooterText(Format(double(Total_Filas), QStringLiteral("###,##0")));
+    GRID->Columns(8).setFooterText(Format(Total_Estimado, dinero));
+    GRID->Columns(0).setFooterText(QString());
+}
+
+void Consola::Escribe_Pies()
+{
+    const QString dinero = QStringLiteral("###,##0.00");
+    Pies_Comunes();
+    GRID->Columns(21).setFooterText(Format(Total_G2, dinero));
+    GRID->Columns(23).setFooterText(Format(Total_G1, dinero));
+    GRID->Columns(24).setFooterText(Format(Total_G2, dinero));
+    GRID->Columns(25).setFooterText(Format(Total_G3, dinero));
+}
+
+void Consola::GRID_HeadClick(int col)
+{
+    const bool texto = col == 0 || col == 3 || col == 7 || col == 19;
+    GRID->ordenarPorColumna(col, !texto);
+}
