@@ -6,6 +6,7 @@
 //   capturas <folder of the pictures> <folder of the scratch database>
 #include "arranque.h"
 #include "consola.h"
+#include "embebido.h"
 #include "login.h"
 #include "mdiform1.h"
 #include "mensajes.h"
@@ -93,7 +94,10 @@ int main(int argc, char** argv)
     Despliegue d;
     d.archivo = QDir(trabajo).filePath(QStringLiteral("ramil.db"));
     d.carpetaRecibos = QDir(trabajo).filePath(QStringLiteral("RECIBOS"));
-    QFile::remove(d.archivo); // always a new demo database
+    // Always a new demo database, made here: the start-up makes the demo
+    // only at the default place and asks before creating a file it is named.
+    QFile::remove(d.archivo);
+    ServidorEmbebido::crearBase(d.archivo, true);
     // Boxes are answered at once and told on the terminal, never drawn.
     Mensajes::Reemplazar([](const QString& texto, int, const QString&) {
         std::printf("mensaje: %s\n", qPrintable(QString(texto).replace(QLatin1Char('\n'), QLatin1Char(' '))));
