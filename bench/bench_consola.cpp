@@ -92,7 +92,7 @@ void medir(int total)
     for (int i = 0; i < 3; ++i)
         directas.push_back(lecturaDirecta(archivo, filasDirectas));
 
-    double consulta = 0, procedimiento = 0;
+    double consulta = 0, procedimiento = 0, pico = 0;
     int filas = 0;
     {
         SesionDeMedicion s(archivo);
@@ -104,6 +104,7 @@ void medir(int total)
             QCoreApplication::processEvents(); // the grid shows its rows
         });
         filas = p->Celdas.UpperBound(1) + 1;
+        pico = picoDeMemoriaMB(); // the console's, before the procedure alone fetches the rows once more
 
         // The server's part alone: the procedure with the same values, fully fetched.
         const std::vector<Parametro> valores{Valor(kPrimerDia.toString(QStringLiteral("yyyyMMdd"))),
@@ -114,7 +115,7 @@ void medir(int total)
     const double directa = mediana(directas);
     std::printf("%7d transacciones (%d en la consola, %d leídas directas): CONSULTAR %.0f ms (el procedimiento solo %.0f ms),"
                 " lectura directa %.0f ms, razón %.1f, pico de memoria %.0f MB\n",
-                total, filas, filasDirectas, consulta, procedimiento, directa, consulta / directa, picoDeMemoriaMB());
+                total, filas, filasDirectas, consulta, procedimiento, directa, consulta / directa, pico);
     std::fflush(stdout);
 }
 

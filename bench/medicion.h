@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <vector>
 
 // Runs the text straight on the file; a failure is printed, the figures go on.
@@ -89,14 +90,21 @@ double medianaDe(int veces, F&& f)
     return mediana(tiempos);
 }
 
-// The figures for each number of transactions, with no display needed.
+// The figures for each number of transactions, with no display needed; the
+// numbers given on the command line, if any, instead of the usual ones.
 template <class F>
 int medirCon(int argc, char** argv, std::initializer_list<int> totales, F medir)
 {
     if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    for (int total : totales)
+    std::vector<int> pedidos;
+    for (int i = 1; i < argc; ++i)
+        if (const int n = std::atoi(argv[i]); n > 0)
+            pedidos.push_back(n);
+    if (pedidos.empty())
+        pedidos.assign(totales);
+    for (int total : pedidos)
         medir(total);
     return 0;
 }

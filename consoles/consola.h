@@ -28,6 +28,7 @@
 #include "rejilla.h"
 
 #include <QFont>
+#include <QHash>
 #include <QString>
 #include <array>
 #include <functional>
@@ -220,15 +221,24 @@ protected:
         std::vector<QString> servicios;    // "00" of each service code
         std::vector<QString> nombres;      // the first 14 characters of each service's name
         std::vector<std::array<QString, 3>> bancos; // a stored bank text, the code shown, the bank's name
+        // A name of the cache by its code, and where the look-up left the shared J.
+        struct Nombre {
+            QString nombre;
+            Valor j;
+        };
+        QHash<int16_t, Nombre> proveedores, clientes;
         std::vector<double> comisiones;    // by row of the providers' cache; NaN until read
         std::array<Ultimo, 32> ultimos;    // by column
         std::array<std::pair<QString, QString>, 2> fechas; // dd/mm/yyyy of the last yyyymmdd, columns 0 and 26
     } compartidos;
     const QString& Codigo(double valor);
-    const QString& Cifra(int col, const FormatoNumero& formato, double valor);
+    Celda Cifra(int col, const FormatoNumero& formato, double valor);
     const QString& Fecha_Vista(int cual, const QString& amd);
     const std::array<QString, 3>& Banco_Vista(const QString& banco);
     const QString& Nombre_Servicio(int16_t servicio);
+    // The provider's and the client's names from the cache, looked up once per code and query.
+    const QString& Nombre_Proveedor(int16_t proveedor);
+    const QString& Nombre_Cliente(int16_t cliente);
     // The provider's commission, read with the code as the row of the cache.
     double Comision(int16_t fila);
 

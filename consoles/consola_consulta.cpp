@@ -35,8 +35,11 @@ using namespace consola;
 const QString& Consola::Codigo(double valor)
 {
     auto& codigos = compartidos.codigos;
-    if (valor < 0 || valor > 9999 || valor != std::floor(valor))
-        return Cifra(-1, f0000, valor);
+    if (valor < 0 || valor > 9999 || valor != std::floor(valor)) {
+        static thread_local QString suelto;
+        suelto = f0000(valor);
+        return suelto;
+    }
     if (codigos.empty())
         codigos.resize(10000);
     QString& t = codigos[size_t(valor)];
@@ -45,17 +48,9 @@ const QString& Consola::Codigo(double valor)
     return t;
 }
 
-const QString& Consola::Cifra(int col, const FormatoNumero& formato, double valor)
+Celda Consola::Cifra(int, const FormatoNumero& formato, double valor)
 {
-    // Column -1: no sharing, a scratch slot.
-    static thread_local Compartidos::Ultimo suelto;
-    Compartidos::Ultimo& u = col >= 0 && col < int(compartidos.ultimos.size()) ? compartidos.ultimos[size_t(col)] : suelto;
-    if (!u.lleno || u.valor != valor || col < 0) {
-        u.valor = valor;
-        u.lleno = true;
-        u.texto = formato(valor);
-    }
-    return u.texto;
+    return Celda::Cifra(formato, valor);
 }
 
 const QString& Consola::Fecha_Vista(int cual, const QString& amd)
@@ -87,6 +82,32 @@ const QString& Consola::Nombre_Servicio(int16_t servicio)
     if (t.isNull())
         t = nombre.left(14);
     return t;
+}
+
+namespace {
+// A name of the cache looked up once per code: later rows read it here, and
+// the shared J is left as the look-up left it.
+template <class Guardados, class Buscar>
+const QString& nombreGuardado(Guardados& guardados, int16_t codigo, Valor& J, Buscar buscar)
+{
+    auto it = guardados.find(codigo);
+    if (it == guardados.end()) {
+        QString nombre = buscar(codigo);
+        it = guardados.insert(codigo, {std::move(nombre), J});
+    }
+    J = it->j;
+    return it->nombre;
+}
+} // namespace
+
+const QString& Consola::Nombre_Proveedor(int16_t proveedor)
+{
+    return nombreGuardado(compartidos.proveedores, proveedor, m.J, [this](int16_t c) { return m.Nombre_Proveedor(c); });
+}
+
+const QString& Consola::Nombre_Cliente(int16_t cliente)
+{
+    return nombreGuardado(compartidos.clientes, cliente, m.J, [this](int16_t c) { return m.Nombre_Cliente(c); });
 }
 
 double Consola::Comision(int16_t fila)
@@ -183,21 +204,20 @@ void Consola::CONSULTAR()
     m.Comando.Parameters(5) = Valor(Text2->text().trimmed());
     m.Comando.Parameters(6) = Valor(Text3->text().trimmed());
     m.Comando.Parameters(7) = Valor(int(m.Cuenta));
-    m.Ejecuta_Comando();
-    // What this screen saw of each row: its saves and deletes are checked against it.
-    Versiones_Cargadas = m.Conexion.VersionesDeLaCarga();
-
+    // The rows go into the matrix as the server reads them: a long range is
+    // never held twice, once as the result and once as the grid's cells.
     const int ultima = Celdas.UpperBound(2);
     int fila = -1;
     m.I = fila;
-    Prepara_Campos();
-    while (!m.Rs->Eof()) {
-        ++fila;
-        m.I = fila;
-        Celdas.ReDim(0, fila, 0, ultima);
-        Llena_Fila(fila);
-        m.Rs->MoveNext();
-    }
+    m.Ejecuta_Comando_Por_Filas([this] { Prepara_Campos(); },
+                                [&] {
+                                    ++fila;
+                                    m.I = fila;
+                                    Celdas.ReDim(0, fila, 0, ultima);
+                                    Llena_Fila(fila);
+                                });
+    // What this screen saw of each row: its saves and deletes are checked against it.
+    Versiones_Cargadas = m.Conexion.VersionesDeLaCarga();
 
     Escribe_Pies();
     m.Cierra_Rs();
@@ -240,7 +260,7 @@ void Consola::Llena_Fila(int i)
     Celdas(i, 4) = Cifra(4, fEnvio, enviado);
     Celdas(i, 5) = Cifra(5, f3_0_00, recibido);
     Celdas(i, 6) = Codigo(proveedor);
-    QString nombreProveedor = m.Nombre_Proveedor(proveedor);
+    QString nombreProveedor = Nombre_Proveedor(proveedor);
     if (nombreProveedor == QLatin1String("0"))
         nombreProveedor.clear();
     Celdas(i, 7) = nombreProveedor;
@@ -293,7 +313,7 @@ void Consola::Llena_Fila(int i)
         Celdas(i, 30) = QString();
         if (banco.size() > 1) {
             // The provider's commission, read by the code used as the row of the cache.
-            Celdas(i, 28) = Str(redondea4(recibido * Comision(proveedor) / 100));
+            Celdas(i, 28) = Celda::Texto_De(redondea4(recibido * Comision(proveedor) / 100));
             Celdas(i, 29) = Cifra(29, f2_0_00, Campo(c.dolar1).aDouble());
             Celdas(i, 30) = Cifra(30, f2_0_00, Campo(c.dolar2).aDouble());
         }

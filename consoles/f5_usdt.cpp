@@ -67,11 +67,11 @@ void F5_USDT::Llena_Fila(int i)
     Celdas(i, 0) = Fecha_Vista(0, Campo(c.Fecha).aTexto());
     Celdas(i, 1) = Codigo(Campo(c.secuenciA).aDouble());
     Celdas(i, 2) = Codigo(cliente);
-    Celdas(i, 3) = m.Nombre_Cliente(cliente);
+    Celdas(i, 3) = Nombre_Cliente(cliente);
     Celdas(i, 4) = Cifra(4, fEnvio, enviado);
     Celdas(i, 5) = Cifra(5, fRecibido, recibido);
     Celdas(i, 6) = Codigo(proveedor);
-    Celdas(i, 7) = m.Nombre_Proveedor(proveedor);
+    Celdas(i, 7) = Nombre_Proveedor(proveedor);
     if (confirmacion > 0)
         Celdas(i, 16) = Cifra(16, fMoneda, confirmacion);
     m.K = servicio;

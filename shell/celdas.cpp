@@ -18,6 +18,8 @@ Celda::Celda(const Valor& valor)
 
 QString Celda::texto() const
 {
+    if (const Diferida* d = std::get_if<Diferida>(&v_))
+        return d->patron ? d->patron->aplicar(d->valor) : Numeros::Str(d->valor);
     switch (tipo()) {
     case Tipo::Vacia:
         return {};
@@ -37,7 +39,7 @@ double Celda::numero() const
     case Tipo::Vacia:
         return 0;
     case Tipo::Texto:
-        return Numeros::CDbl(std::get<QString>(v_));
+        return Numeros::CDbl(texto());
     case Tipo::Numero:
         return std::get<double>(v_);
     case Tipo::Logico:
@@ -53,10 +55,11 @@ bool Celda::esVerdadero() const
 
 bool Celda::operator==(double numero) const
 {
-    if (const QString* t = std::get_if<QString>(&v_)) {
-        if (t->trimmed().isEmpty())
+    if (esTexto()) {
+        const QString t = texto();
+        if (t.trimmed().isEmpty())
             return numero == 0;
-        return Numeros::EsNumerico(*t) && Numeros::CDbl(*t) == numero;
+        return Numeros::EsNumerico(t) && Numeros::CDbl(t) == numero;
     }
     return this->numero() == numero;
 }

@@ -4,6 +4,8 @@
 // when it saves. Cells are untyped: empty, a text (amounts stand here as
 // formatted text), a number, or a boolean in the hidden flag column that
 // marks an edited row.
+#include "formato.h"
+
 #include <QString>
 
 #include <algorithm>
@@ -29,8 +31,27 @@ public:
     // A field of a result set: null gives an empty cell, a number a number,
     // anything else its text.
     Celda(const Valor& valor);
+    // The text of the amount in the pattern, exactly as if formatted here,
+    // but made only when it is read: a load of many rows keeps a number and
+    // a pointer instead of a string of its own per amount, and only the rows
+    // on screen are ever formatted. The pattern must outlive the cell (a
+    // named constant of the screen).
+    static Celda Cifra(const FormatoNumero& patron, double valor)
+    {
+        Celda c;
+        c.v_ = Diferida{valor, &patron};
+        return c;
+    }
 
-    Tipo tipo() const { return Tipo(v_.index()); }
+    // The text of a number as the run-time writes it (Str), made when read.
+    static Celda Texto_De(double valor)
+    {
+        Celda c;
+        c.v_ = Diferida{valor, nullptr};
+        return c;
+    }
+
+    Tipo tipo() const { return v_.index() == kDiferida ? Tipo::Texto : Tipo(v_.index()); }
     bool esVacia() const { return tipo() == Tipo::Vacia; }
     bool esTexto() const { return tipo() == Tipo::Texto; }
     bool esNumero() const { return tipo() == Tipo::Numero; }
@@ -60,8 +81,15 @@ public:
     bool operator==(bool logico) const { return *this == (logico ? -1.0 : 0.0); }
 
 private:
-    // The order follows Tipo.
-    std::variant<std::monostate, QString, double, bool> v_;
+    // An amount whose text is its pattern applied to it (no pattern: Str),
+    // a text cell.
+    struct Diferida {
+        double valor;
+        const FormatoNumero* patron;
+    };
+    // The order follows Tipo; the deferred text comes last.
+    std::variant<std::monostate, QString, double, bool, Diferida> v_;
+    static constexpr size_t kDiferida = 4;
 };
 
 // The cell in a display pattern: a number or a numeric text is formatted, an

@@ -31,6 +31,12 @@ void Module1::Prepara_Comando(const QString& procedimiento)
 
 void Module1::Ejecuta_Comando() { Rs = Comando.Execute(-1); }
 
+void Module1::Ejecuta_Comando_Por_Filas(const std::function<void()>& alEmpezar, const std::function<void()>& porFila)
+{
+    Rs = std::make_unique<Recordset>();
+    Comando.ExecutePorFilas(*Rs, alEmpezar, porFila);
+}
+
 void Module1::Abre_Rs(const QString& sql)
 {
     Rs = std::make_unique<Recordset>();

@@ -90,6 +90,10 @@ public:
     void Cierra_Rs();
     // Runs the procedure in Comando.CommandText with the values set, into Rs.
     void Ejecuta_Comando();
+    // The same, with Rs a window on the result read row by row: `alEmpezar`
+    // once its columns are known, then `porFila` for each row as Rs's
+    // current record; no row is kept. For a long load into a grid.
+    void Ejecuta_Comando_Por_Filas(const std::function<void()>& alEmpezar, const std::function<void()>& porFila);
     // The command set up for a procedure call: text, time-out 60, type 4, the connection.
     void Prepara_Comando(const QString& procedimiento);
     // Rs opened on a raw select.

@@ -114,6 +114,27 @@ void Recordset::Open(const QString& sql, Conexion& conexion)
     abierto_ = true;
 }
 
+void Recordset::Ventana(const QStringList& columnas)
+{
+    conjuntos_.assign(1, ConjuntoResultados{columnas, {}});
+    conjunto_ = fila_ = 0;
+    abierto_ = true;
+}
+
+QStringList Recordset::columnas() const
+{
+    const auto* c = actual();
+    return c ? c->columnas : QStringList();
+}
+
+void Recordset::Pon_Fila(std::vector<Valor>& fila)
+{
+    auto& filas = conjuntos_.front().filas;
+    filas.resize(1);
+    filas.front().swap(fila);
+    fila_ = 0;
+}
+
 void Recordset::Close()
 {
     conjuntos_.clear();
@@ -214,28 +235,47 @@ void Conexion::Execute(const QString& sql, int sentencias, const Versiones& vist
     s.ejecutar(sql, sentencias, esperadas);
 }
 
+class Conexion::LectorDeVersiones {
+public:
+    // The positions of the key and the version; without all three, nothing is kept.
+    explicit LectorDeVersiones(const QStringList& columnas)
+    {
+        for (qsizetype i = 0; i < columnas.size(); ++i) {
+            if (columnas[i].compare(QLatin1String("version_fila"), Qt::CaseInsensitive) == 0)
+                version_ = int(i);
+            else if (columnas[i].compare(QLatin1String("Fecha"), Qt::CaseInsensitive) == 0)
+                fecha_ = int(i);
+            else if (columnas[i].compare(QLatin1String("secuenciA"), Qt::CaseInsensitive) == 0)
+                secuencia_ = int(i);
+        }
+        if (version_ >= 0 && fecha_ >= 0 && secuencia_ >= 0)
+            versiones_ = std::make_shared<VersionesCargadas>();
+    }
+    void fila(const std::vector<Valor>& fila)
+    {
+        if (versiones_)
+            versiones_->poner(fila[size_t(fecha_)], fila[size_t(secuencia_)], fila[size_t(version_)]);
+    }
+    Versiones versiones() const { return versiones_; }
+    VersionesCargadas* destino() const { return versiones_.get(); }
+
+private:
+    int fecha_ = -1, secuencia_ = -1, version_ = -1;
+    std::shared_ptr<VersionesCargadas> versiones_;
+};
+
 void Conexion::tomarVersiones(const Resultados& resultados)
 {
     versiones_.reset();
     if (resultados.empty())
         return;
     const ConjuntoResultados& c = resultados.front();
-    int fecha = -1, secuencia = -1, version = -1;
-    for (qsizetype i = 0; i < c.columnas.size(); ++i) {
-        if (c.columnas[i].compare(QLatin1String("version_fila"), Qt::CaseInsensitive) == 0)
-            version = int(i);
-        else if (c.columnas[i].compare(QLatin1String("Fecha"), Qt::CaseInsensitive) == 0)
-            fecha = int(i);
-        else if (c.columnas[i].compare(QLatin1String("secuenciA"), Qt::CaseInsensitive) == 0)
-            secuencia = int(i);
-    }
-    if (version < 0 || fecha < 0 || secuencia < 0)
-        return;
-    auto v = std::make_shared<VersionesCargadas>();
-    v->reservar(qsizetype(c.filas.size()));
+    LectorDeVersiones lector(c.columnas);
+    if (lector.destino())
+        lector.destino()->reservar(qsizetype(c.filas.size()));
     for (const auto& fila : c.filas)
-        v->poner(fila[size_t(fecha)], fila[size_t(secuencia)], fila[size_t(version)]);
-    versiones_ = std::move(v);
+        lector.fila(fila);
+    versiones_ = lector.versiones();
 }
 
 void Comando::parametrosDelProcedimiento()
@@ -278,7 +318,7 @@ Parametro sinControles(const Parametro& p)
 
 } // namespace
 
-std::unique_ptr<Recordset> Comando::Execute(int)
+std::vector<Parametro> Comando::valoresDeLaLlamada()
 {
     if (!ActiveConnection)
         throw FalloEjecucion::objetoCerrado();
@@ -292,7 +332,52 @@ std::unique_ptr<Recordset> Comando::Execute(int)
         if (valores.back() && valores.back()->esTexto())
             Guardia::guardable(valores.back()->aTexto());
     }
+    return valores;
+}
+
+std::unique_ptr<Recordset> Comando::Execute(int)
+{
+    const std::vector<Parametro> valores = valoresDeLaLlamada();
     Resultados resultados = ActiveConnection->servidor().procedimiento(CommandText, valores);
     ActiveConnection->tomarVersiones(resultados);
     return std::make_unique<Recordset>(std::move(resultados));
+}
+
+void Comando::ExecutePorFilas(Recordset& rs, const std::function<void()>& alEmpezar, const std::function<void()>& porFila)
+{
+    const std::vector<Parametro> valores = valoresDeLaLlamada();
+    // The first set goes through the window; its versions are taken on the way.
+    struct Ventana : Receptor {
+        Recordset& rs;
+        const std::function<void()>& alEmpezar;
+        const std::function<void()>& porFila;
+        std::optional<Conexion::LectorDeVersiones> versiones;
+        int conjuntos = 0;
+        Ventana(Recordset& r, const std::function<void()>& a, const std::function<void()>& p)
+            : rs(r), alEmpezar(a), porFila(p)
+        {
+        }
+        void conjunto(const QStringList& columnas) override
+        {
+            if (++conjuntos > 1)
+                return;
+            versiones.emplace(columnas);
+            rs.Ventana(columnas);
+            alEmpezar();
+        }
+        void fila(std::vector<Valor>& valores) override
+        {
+            if (conjuntos > 1)
+                return;
+            versiones->fila(valores);
+            rs.Pon_Fila(valores);
+            porFila();
+        }
+    } ventana(rs, alEmpezar, porFila);
+    ActiveConnection->servidor().procedimientoPorFilas(CommandText, valores, ventana);
+    if (ventana.conjuntos == 0)
+        rs.Close();
+    else
+        rs.Ventana(rs.columnas());
+    ActiveConnection->versiones_ = ventana.versiones ? ventana.versiones->versiones() : Versiones();
 }

@@ -5,6 +5,7 @@
 
 #include <QHash>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -54,6 +55,12 @@ public:
     void Open(const QString& sql, Conexion& conexion);
     bool Abierto() const { return abierto_; }
     void Close();
+    // A window on a result read row by row: the columns, then each row in
+    // turn as the only and current one; no row stays behind.
+    void Ventana(const QStringList& columnas);
+    void Pon_Fila(std::vector<Valor>& fila);
+    // The columns of the current set; none when closed or past the last.
+    QStringList columnas() const;
 
 private:
     const ConjuntoResultados* actual() const;
@@ -89,6 +96,8 @@ public:
 private:
     friend class Comando;
     void tomarVersiones(const Resultados& resultados);
+    // The versions of a result read row by row: its columns, then each row.
+    class LectorDeVersiones;
     std::unique_ptr<Servidor> servidor_;
     Versiones versiones_;
 };
@@ -105,10 +114,17 @@ public:
     Parametro& Parameters(int n);
     // Runs the procedure with the values set so far.
     std::unique_ptr<Recordset> Execute(int opciones = -1);
+    // Runs it and walks its first result once, keeping no row: `alEmpezar`
+    // once the columns are known, then `porFila` for each row, each time with
+    // that row as the current record of `rs`. For a screen that loads a long
+    // result into a grid of its own. Later result sets are passed over.
+    void ExecutePorFilas(Recordset& rs, const std::function<void()>& alEmpezar, const std::function<void()>& porFila);
 
 private:
     // The values belong to the procedure named in CommandText: another name starts them anew.
     void parametrosDelProcedimiento();
+    // The values as they go to the server, checked.
+    std::vector<Parametro> valoresDeLaLlamada();
     QString textoDeLosParametros_;
     std::vector<Parametro> valores_;
 };

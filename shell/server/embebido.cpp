@@ -172,8 +172,16 @@ sqlite3* ServidorEmbebido::conexion()
 
 Resultados ServidorEmbebido::procedimiento(const QString& nombre, const std::vector<Parametro>& valores)
 {
+    Acumulador resultados;
+    procedimientoPorFilas(nombre, valores, resultados);
+    return std::move(resultados.resultados);
+}
+
+void ServidorEmbebido::procedimientoPorFilas(const QString& nombre, const std::vector<Parametro>& valores,
+                                             Receptor& receptor)
+{
     sqlite3* bd = conexion();
-    return correrProcedimiento(bd, *definicion(nombre), valores);
+    correrProcedimiento(bd, *definicion(nombre), valores, receptor);
 }
 
 QStringList ServidorEmbebido::procedimientos() { return RecursosBd::procedimientos(); }
@@ -188,7 +196,9 @@ Resultados ServidorEmbebido::procedimientoDeTexto(const QString& nombre, const Q
                                                   const std::vector<Parametro>& valores)
 {
     sqlite3* bd = conexion();
-    return correrProcedimiento(bd, leerDefinicion(nombre, texto), valores);
+    Acumulador resultados;
+    correrProcedimiento(bd, leerDefinicion(nombre, texto), valores, resultados);
+    return std::move(resultados.resultados);
 }
 
 QStringList ServidorEmbebido::adaptar(const QString& sql, bool esConsulta, const EsquemaTablas& esquema)
@@ -222,9 +232,9 @@ Resultados ServidorEmbebido::abrirConsulta(const QString& sql)
         throw FalloEjecucion::servidor(mensaje(bd));
     if (sentencias.size() != 1)
         throw sintaxis(sql.trimmed());
-    Resultados resultados;
+    Acumulador resultados;
     correr(bd, sentencias.front().get(), resultados);
-    return resultados;
+    return std::move(resultados.resultados);
 }
 
 namespace {
@@ -280,7 +290,7 @@ void ServidorEmbebido::ejecutar(const QString& sql, int cuantas, const Versiones
         if (sentencias.size() != antes + 1)
             throw sintaxis(texto);
     }
-    Resultados nada;
+    Acumulador nada;
     Transaccion transaccion(bd, true);
     comprobarVersiones(bd, esperadas);
     for (const auto& s : sentencias)

@@ -23,6 +23,7 @@ public:
     bool abierto() const override { return bd_ != nullptr; }
     bool esLocal() const override { return true; }
     Resultados procedimiento(const QString& nombre, const std::vector<Parametro>& valores) override;
+    void procedimientoPorFilas(const QString& nombre, const std::vector<Parametro>& valores, Receptor& receptor) override;
     Resultados abrirConsulta(const QString& sql) override;
     void ejecutar(const QString& sql, int sentencias = 1, const VersionesEsperadas& esperadas = {}) override;
 

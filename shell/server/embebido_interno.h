@@ -242,12 +242,14 @@ inline FalloEjecucion falloDeSentencia(sqlite3* bd, sqlite3_stmt* s)
     return FalloEjecucion::servidor(texto);
 }
 
-inline ConjuntoResultados leerFilas(sqlite3* bd, sqlite3_stmt* s)
+// The rows of a statement, each handed to the receptor as it is read.
+inline void leerFilas(sqlite3* bd, sqlite3_stmt* s, Receptor& receptor)
 {
-    ConjuntoResultados conjunto;
     const int columnas = sqlite3_column_count(s);
+    QStringList nombres;
     for (int c = 0; c < columnas; ++c)
-        conjunto.columnas << QString::fromUtf8(sqlite3_column_name(s, c));
+        nombres << QString::fromUtf8(sqlite3_column_name(s, c));
+    receptor.conjunto(nombres);
     // The last text of each column: a column that repeats its text from row to
     // row (the day, the operator, the bank) shares one string instead of
     // making a new one for every row of a long list.
@@ -256,13 +258,14 @@ inline ConjuntoResultados leerFilas(sqlite3* bd, sqlite3_stmt* s)
         QString texto;
     };
     std::vector<Ultimo> ultimos(static_cast<size_t>(columnas));
+    std::vector<Valor> fila; // kept from row to row unless the receptor takes it
     for (;;) {
         const int r = sqlite3_step(s);
         if (r == SQLITE_DONE)
             break;
         if (r != SQLITE_ROW)
             throw falloDeSentencia(bd, s);
-        std::vector<Valor> fila;
+        fila.clear();
         fila.reserve(size_t(columnas));
         for (int c = 0; c < columnas; ++c) {
             switch (sqlite3_column_type(s, c)) {
@@ -292,16 +295,15 @@ inline ConjuntoResultados leerFilas(sqlite3* bd, sqlite3_stmt* s)
                 fila.emplace_back();
             }
         }
-        conjunto.filas.push_back(std::move(fila));
+        receptor.fila(fila);
     }
-    return conjunto;
 }
 
-// Runs one statement; a statement with columns adds its result set, even empty.
-inline void correr(sqlite3* bd, sqlite3_stmt* s, Resultados& resultados)
+// Runs one statement; a statement with columns hands over its result set, even empty.
+inline void correr(sqlite3* bd, sqlite3_stmt* s, Receptor& receptor)
 {
     if (sqlite3_column_count(s) > 0) {
-        resultados.push_back(leerFilas(bd, s));
+        leerFilas(bd, s, receptor);
         return;
     }
     int r;
@@ -372,7 +374,7 @@ struct Definicion {
 // The procedures compiled into the program, read and parsed once per process.
 std::shared_ptr<const Definicion> definicion(const QString& nombre);
 Definicion leerDefinicion(const QString& nombre, const QByteArray& texto);
-Resultados correrProcedimiento(sqlite3* bd, const Definicion& d, const std::vector<Parametro>& valores);
+void correrProcedimiento(sqlite3* bd, const Definicion& d, const std::vector<Parametro>& valores, Receptor& receptor);
 // Compiles a body without running it; every statement names declared parameters only.
 void compilarProcedimiento(sqlite3* bd, const Definicion& d);
 

@@ -357,7 +357,7 @@ bool compilarCuerpo(sqlite3* bd, const Definicion& d, std::vector<Sentencia>& se
     throw FalloEjecucion::servidor(mensaje(bd));
 }
 
-Resultados correrProcedimiento(sqlite3* bd, const Definicion& d, const std::vector<Parametro>& valores)
+void correrProcedimiento(sqlite3* bd, const Definicion& d, const std::vector<Parametro>& valores, Receptor& receptor)
 {
     const std::vector<ValorSql> enlazados = valoresDeLaLlamada(d, valores);
     std::vector<Sentencia> sentencias;
@@ -366,10 +366,9 @@ Resultados correrProcedimiento(sqlite3* bd, const Definicion& d, const std::vect
     for (const auto& s : sentencias)
         enlazar(bd, s.get(), d, enlazados);
 
-    Resultados resultados;
     Transaccion transaccion(bd, porPasos || algunaEscribe(sentencias));
     for (const auto& s : sentencias)
-        correr(bd, s.get(), resultados);
+        correr(bd, s.get(), receptor);
     if (porPasos) {
         const char* inicio = d.cuerpo.constData();
         const char* fin = inicio + d.cuerpo.size();
@@ -381,11 +380,10 @@ Resultados correrProcedimiento(sqlite3* bd, const Definicion& d, const std::vect
                 continue;
             Sentencia s(crudo);
             enlazar(bd, s.get(), d, enlazados);
-            correr(bd, s.get(), resultados);
+            correr(bd, s.get(), receptor);
         }
     }
     transaccion.confirmar();
-    return resultados;
 }
 
 // Compiles a body without running it; every statement names declared parameters only.

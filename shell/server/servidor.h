@@ -15,6 +15,24 @@ struct ConjuntoResultados {
 };
 using Resultados = std::vector<ConjuntoResultados>;
 
+// Where a server hands the rows of a result as it reads them, one at a time.
+class Receptor {
+public:
+    virtual ~Receptor() = default;
+    // A result set starts, with its columns.
+    virtual void conjunto(const QStringList& columnas) = 0;
+    // A row of the set that started last; the receptor may take its values.
+    virtual void fila(std::vector<Valor>& valores) = 0;
+};
+
+// The receptor that keeps every row: a result fully fetched.
+class Acumulador : public Receptor {
+public:
+    void conjunto(const QStringList& columnas) override { resultados.push_back({columnas, {}}); }
+    void fila(std::vector<Valor>& valores) override { resultados.back().filas.push_back(std::move(valores)); }
+    Resultados resultados;
+};
+
 // A positional value; an unset one is left to the procedure's default.
 using Parametro = std::optional<Valor>;
 
@@ -39,6 +57,18 @@ public:
     virtual bool esLocal() const = 0;
     // A stored procedure. Values bind by position; trailing unset ones are not sent.
     virtual Resultados procedimiento(const QString& nombre, const std::vector<Parametro>& valores) = 0;
+    // The same call, with each row handed to the receptor as it comes, so
+    // that a long result is never held whole. The receptor's failure ends
+    // the call as the server's own would. By default the result is fetched
+    // whole first, then handed over.
+    virtual void procedimientoPorFilas(const QString& nombre, const std::vector<Parametro>& valores, Receptor& receptor)
+    {
+        for (ConjuntoResultados& c : procedimiento(nombre, valores)) {
+            receptor.conjunto(c.columnas);
+            for (std::vector<Valor>& fila : c.filas)
+                receptor.fila(fila);
+        }
+    }
     // A raw select (and the server clock): the text as the client writes it.
     virtual Resultados abrirConsulta(const QString& sql) = 0;
     // A raw INSERT, UPDATE, delete, or a batch of `sentencias` of them without
