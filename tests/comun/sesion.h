@@ -23,7 +23,7 @@ struct Pantallas {
 template <class T>
 void registrar(MDIForm1& p, const char* nombre)
 {
-    p.Registrar(QString::fromLatin1(nombre), [](Module1& m, MDIForm1& p) -> Pantalla* { return new T(m, p); });
+    p.Registrar(QString::fromLatin1(nombre), [](Module1& m, MDIForm1& principal) -> Pantalla* { return new T(m, principal); });
 }
 } // namespace Pruebas
 
