@@ -3,7 +3,8 @@
 // editor opens, the text is typed over and Enter commits it.
 #include "rejilla.h"
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QTableView>
 #include <QtTest>
@@ -17,7 +18,9 @@ inline QLineEdit* editorAbierto(QTableView* v)
     return nullptr;
 }
 
-inline void escribirEnCelda(Rejilla& g, int fila, int col, const QString& texto)
+// With `compuesto`, each letter reaches the editor as text alone, the way the
+// keyboard composes the accented ones.
+inline void escribirEnCelda(Rejilla& g, int fila, int col, const QString& texto, bool compuesto = false)
 {
     QTableView* v = g.vista();
     g.setBookmark(fila);
@@ -26,7 +29,19 @@ inline void escribirEnCelda(Rejilla& g, int fila, int col, const QString& texto)
     QLineEdit* editor = editorAbierto(v);
     QVERIFY(editor);
     editor->selectAll();
-    QTest::keyClicks(editor, texto);
+    if (!compuesto)
+        QTest::keyClicks(editor, texto);
+    for (const QChar c : compuesto ? texto : QString()) {
+        QKeyEvent tecla(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
+        QApplication::sendEvent(editor, &tecla);
+    }
     QTest::keyClick(editor, Qt::Key_Return);
     QCoreApplication::processEvents();
+}
+
+// Several cells of one row, by column.
+inline void escribirEnFila(Rejilla& g, int fila, std::initializer_list<std::pair<int, const char*>> celdas)
+{
+    for (const auto& [col, texto] : celdas)
+        escribirEnCelda(g, fila, col, QString::fromUtf8(texto));
 }

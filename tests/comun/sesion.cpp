@@ -1,10 +1,19 @@
 #include "sesion.h"
-#include "arranque.h"
 #include "login.h"
 #include "mensajes.h"
 #include "pantalla.h"
 
 #include <QCoreApplication>
+
+namespace {
+std::vector<std::function<void(MDIForm1&)>>& registros()
+{
+    static std::vector<std::function<void(MDIForm1&)>> r;
+    return r;
+}
+} // namespace
+
+Pruebas::Pantallas::Pantallas(std::function<void(MDIForm1&)> registro) { registros().push_back(std::move(registro)); }
 
 SesionDePrueba::SesionDePrueba(bool conDemo) : SesionDePrueba(conDemo, QString())
 {
@@ -26,7 +35,8 @@ SesionDePrueba::SesionDePrueba(bool conDemo, const QString& cadenaConexion) : ba
     m->Conexion.Open();
     LOGIN::Carga_Parametros(*m);
     principal = std::make_unique<MDIForm1>(*m);
-    Registra_Pantallas(*principal);
+    for (const auto& registro : registros())
+        registro(*principal);
     principal->Habilita_Menus(true);
     principal->show();
     Mensajes::Reemplazar([this](const QString& texto, int estilo, const QString&) {

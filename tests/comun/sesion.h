@@ -1,16 +1,31 @@
 #pragma once
 // A session as an operator has it after the access code: a temporary database
 // (the demo, unless told), the connection open, parameters and reference cache
-// loaded, the main window shown with every screen registered. Message boxes
-// are answered here and kept, so a test can read what the program said.
+// loaded, the main window shown with the screens the test program links
+// (tests/comun/pantallas/). Message boxes are answered here and kept, so a
+// test can read what the program said.
 #include "base_temporal.h"
 #include "mdiform1.h"
 #include "module1.h"
 
 #include <QStringList>
+#include <functional>
 #include <memory>
 
 class Pantalla;
+
+namespace Pruebas {
+// The screens of one subsystem, made known to every session of the program
+// that links their fixture; each screen is registered under its class's name.
+struct Pantallas {
+    explicit Pantallas(std::function<void(MDIForm1&)> registro);
+};
+template <class T>
+void registrar(MDIForm1& p, const char* nombre)
+{
+    p.Registrar(QString::fromLatin1(nombre), [](Module1& m, MDIForm1& principal) -> Pantalla* { return new T(m, principal); });
+}
+} // namespace Pruebas
 
 class SesionDePrueba {
 public:

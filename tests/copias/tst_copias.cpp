@@ -1,19 +1,13 @@
-// The daily copies of the embedded database, from the copy itself to the start
-// of the program that takes it.
-#include "arranque.h"
+// The daily copies of the embedded database (the start of the program that
+// takes them: tests/libros).
 #include "base_temporal.h"
 #include "copias.h"
-#include "login.h"
-#include "mdiform1.h"
-#include "mensajes.h"
-#include "module1.h"
 #include "prueba.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLineEdit>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -41,23 +35,6 @@ void escribirArchivo(const QString& ruta, const QByteArray& bytes)
     QVERIFY(f.open(QIODevice::WriteOnly));
     f.write(bytes);
 }
-
-// The program started on a deployment on kDia, the boxes it showed kept.
-struct Arranque {
-    explicit Arranque(const Despliegue& d) : m(d), principal(m)
-    {
-        Mensajes::Reemplazar([this](const QString& texto, int estilo, const QString&) {
-            avisos.append({texto, estilo});
-            return Mensajes::vbOK;
-        });
-        principal.show();
-        Arrancar(principal, d, kDia);
-        Mensajes::Reemplazar({});
-    }
-    Module1 m;
-    MDIForm1 principal;
-    QList<QPair<QString, int>> avisos;
-};
 
 } // namespace
 
@@ -211,61 +188,6 @@ private slots:
             QVERIFY2(r.estado == Estado::Hecha || r.estado == Estado::AlDia, qPrintable(r.error));
         QCOMPARE(QDir(carpeta).entryList(QDir::Files), QStringList{QStringLiteral("prueba-2026-03-14.db")});
         QVERIFY(Copias::Base_Sana(carpeta + QStringLiteral("/prueba-2026-03-14.db")));
-    }
-
-    // A folder that cannot be written stands for a full disk: its parent is a
-    // file, which refuses the folder to root as to any user.
-    void sinLugarSeAvisaUnaVezYElArranqueSigue()
-    {
-        BaseTemporal base(true);
-        const QString archivoEnMedio = base.carpeta() + QStringLiteral("/ocupado");
-        escribirArchivo(archivoEnMedio, "no es una carpeta");
-        Despliegue d;
-        d.archivo = base.archivo();
-        d.carpetaCopias = archivoEnMedio + QStringLiteral("/copias");
-        Arranque a(d);
-        const auto& avisos = a.avisos;
-        QCOMPARE(avisos.size(), 1);
-        QCOMPARE(avisos[0].second, Mensajes::vbExclamation);
-        QVERIFY(avisos[0].first.startsWith(QStringLiteral("No se pudo hacer la copia diaria de la base de datos")));
-        QVERIFY(avisos[0].first.contains(QStringLiteral("El trabajo sigue normalmente")));
-        // LOGIN waits for the code on an open connection
-        auto* login = static_cast<LOGIN*>(a.principal.Abierta(QStringLiteral("LOGIN")));
-        QVERIFY(login);
-        QVERIFY(a.m.Conexion.Abierta());
-        QVERIFY(!a.m.Clave.isEmpty());
-        login->Text1->setText(QStringLiteral("3607"));
-        QTest::keyClick(login->Text1, Qt::Key_Return);
-        QCoreApplication::processEvents();
-        QCOMPARE(a.principal.Abierta(QStringLiteral("LOGIN")), nullptr);
-    }
-
-    void elPrimerArranqueDejaUnaCopiaDeLaBaseNueva()
-    {
-        QTemporaryDir dir;
-        Despliegue d;
-        d.archivo = dir.filePath(QStringLiteral("datos/ramil.db"));
-        d.archivoPorDefecto = true; // a new installation
-        Arranque a(d);
-        QCOMPARE(a.avisos.size(), 0);
-        const QString copia = dir.filePath(QStringLiteral("datos/copias/ramil-2026-03-14.db"));
-        QVERIFY(Copias::Base_Sana(copia));
-        const QString cuantas = QStringLiteral("SELECT count(*) FROM MOVIMIENTOS");
-        QCOMPARE(BaseTemporal::valorDe(copia, cuantas), BaseTemporal::valorDe(d.archivo, cuantas));
-        QVERIFY(BaseTemporal::valorDe(copia, cuantas).toInt() > 100);
-
-        // put back as the README tells, the copy is a database the program works on
-        Despliegue restaurada;
-        restaurada.archivo = dir.filePath(QStringLiteral("restaurada/ramil.db"));
-        QDir().mkpath(dir.filePath(QStringLiteral("restaurada")));
-        QVERIFY(QFile::copy(copia, restaurada.archivo));
-        Module1 otro(restaurada);
-        otro.Conexion.ConnectionString = QStringLiteral("Provider=embebido;Data Source=") + restaurada.archivo;
-        otro.Conexion.Open();
-        LOGIN::Carga_Parametros(otro);
-        QCOMPARE(otro.Clave, a.m.Clave);
-        QCOMPARE(otro.N_Clientes, a.m.N_Clientes);
-        QVERIFY(otro.N_Clientes > 100);
     }
 };
 

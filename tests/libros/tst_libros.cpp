@@ -1,12 +1,15 @@
 // The books around the program: the start-up that makes, checks and upgrades
 // the database file, a file moved under the running program, the rights of
-// what holds the books, and the end of the program on a logout.
+// what holds the books, the day's copy at the start, and the end of the
+// program on a logout.
 #include "arranque.h"
 #include "base_temporal.h"
 #include "copias.h"
 #include "embebido.h"
 #include "fallo.h"
 #include "libros.h"
+#include "login.h"
+#include "mdiform1.h"
 #include "mensajes.h"
 #include "module1.h"
 #include "prueba.h"
@@ -16,6 +19,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QThread>
@@ -41,6 +45,25 @@ struct Inicio {
         sigue = Prepara_Base(d, kHoy);
         Mensajes::Reemplazar({});
     }
+};
+
+// The program started on a deployment on kHoy: LOGIN, then the day's copy.
+struct Arranque {
+    explicit Arranque(const Despliegue& d) : m(d), principal(m)
+    {
+        Mensajes::Reemplazar([this](const QString& texto, int estilo, const QString&) {
+            avisos << texto;
+            estilos << estilo;
+            return Mensajes::vbOK;
+        });
+        principal.show();
+        Arrancar(principal, d, kHoy);
+        Mensajes::Reemplazar({});
+    }
+    Module1 m;
+    MDIForm1 principal;
+    QStringList avisos;
+    QList<int> estilos;
 };
 
 Despliegue enCarpeta(const QString& archivo)
@@ -336,6 +359,57 @@ private slots:
         QVERIFY(no.avisos[0].contains(d.archivoAjustes));
         QCOMPARE(modo(d.archivoAjustes), 0644);
         QCOMPARE(Inicio(d, Mensajes::vbNo).avisos, QStringList());
+    }
+
+    // The day's copy that cannot be made (its folder's parent is a file, which
+    // refuses the folder to root as to any user, as a full disk would) is told
+    // once, and LOGIN waits for the code on an open connection.
+    void sinLugarParaLaCopiaElArranqueSigue()
+    {
+        BaseTemporal base(true);
+        const QString archivoEnMedio = base.carpeta() + QStringLiteral("/ocupado");
+        QFile ocupado(archivoEnMedio);
+        QVERIFY(ocupado.open(QIODevice::WriteOnly));
+        Despliegue d = enCarpeta(base.archivo());
+        d.carpetaCopias = archivoEnMedio + QStringLiteral("/copias");
+        Arranque a(d);
+        QCOMPARE(a.avisos.size(), 1);
+        QCOMPARE(a.estilos, QList<int>{Mensajes::vbExclamation});
+        QVERIFY(a.avisos[0].startsWith(QStringLiteral("No se pudo hacer la copia diaria de la base de datos")));
+        QVERIFY(a.avisos[0].contains(QStringLiteral("El trabajo sigue normalmente")));
+        auto* login = static_cast<LOGIN*>(a.principal.Abierta(QStringLiteral("LOGIN")));
+        QVERIFY(login && a.m.Conexion.Abierta() && !a.m.Clave.isEmpty());
+        login->Text1->setText(QStringLiteral("3607"));
+        QTest::keyClick(login->Text1, Qt::Key_Return);
+        QCoreApplication::processEvents();
+        QCOMPARE(a.principal.Abierta(QStringLiteral("LOGIN")), nullptr);
+    }
+
+    // A new installation's first start leaves a copy of the new book, which,
+    // put back as the README tells, is a database the program works on.
+    void elPrimerArranqueDejaUnaCopiaDeLaBaseNueva()
+    {
+        QTemporaryDir dir;
+        Despliegue d = enCarpeta(dir.filePath(QStringLiteral("datos/ramil.db")));
+        d.archivoPorDefecto = true;
+        Arranque a(d);
+        QCOMPARE(a.avisos, QStringList());
+        const QString copia = dir.filePath(QStringLiteral("datos/copias/ramil-2026-11-24.db"));
+        QVERIFY(Copias::Base_Sana(copia));
+        const QString cuantas = QStringLiteral("SELECT count(*) FROM MOVIMIENTOS");
+        QCOMPARE(BaseTemporal::valorDe(copia, cuantas), BaseTemporal::valorDe(d.archivo, cuantas));
+        QVERIFY(BaseTemporal::valorDe(copia, cuantas).toInt() > 100);
+
+        Despliegue restaurada = enCarpeta(dir.filePath(QStringLiteral("restaurada/ramil.db")));
+        QDir().mkpath(dir.filePath(QStringLiteral("restaurada")));
+        QVERIFY(QFile::copy(copia, restaurada.archivo));
+        Module1 otro(restaurada);
+        otro.Conexion.ConnectionString = QStringLiteral("Provider=embebido;Data Source=") + restaurada.archivo;
+        otro.Conexion.Open();
+        LOGIN::Carga_Parametros(otro);
+        QCOMPARE(otro.Clave, a.m.Clave);
+        QCOMPARE(otro.N_Clientes, a.m.N_Clientes);
+        QVERIFY(otro.N_Clientes > 100);
     }
 
     // A logout's SIGTERM ends the program the ordinary way: the database is

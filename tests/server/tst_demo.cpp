@@ -120,21 +120,61 @@ private slots:
         QCOMPARE(zelle, (QList<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
     }
 
-    void tarifasSegunElDolar()
+    // Rules every row of the demo keeps, each as the rows that would break it.
+    void reglas_data()
     {
-        const BaseTemporal& b = *base_;
+        QTest::addColumn<QString>("tabla");
+        QTest::addColumn<QString>("infraccion");
+        const QString m = QStringLiteral("MOVIMIENTOS m");
+        const QString pagada = QStringLiteral("C_BANCO NOT IN ('', '7777')");
+        const auto regla = [](const char* nombre, const QString& tabla, const QString& infraccion) {
+            QTest::newRow(nombre) << tabla << infraccion;
+        };
         // services priced from the dollar: its price less their percentage, cut to two decimals
-        QCOMPARE(infractores(b, "servicios", "sw_calculos = 1 AND NOT (MONTO BETWEEN "
-                                              "(SELECT Dolar FROM parametros) * (100 - porcentaje) / 100 - 0.01 AND "
-                                              "(SELECT Dolar FROM parametros) * (100 - porcentaje) / 100)"), 0);
+        regla("tarifa del dolar", "servicios", "sw_calculos = 1 AND NOT (MONTO BETWEEN (SELECT Dolar FROM parametros) * "
+                                               "(100 - porcentaje) / 100 - 0.01 AND (SELECT Dolar FROM parametros) * (100 - porcentaje) / 100)");
         // services priced from USDT: each has exactly one USDT row that points at it
-        QCOMPARE(infractores(b, "servicios s", "sw_calculos = 2 AND (C_SERVIcio < 50 OR "
-                                                "(SELECT count(*) FROM servicios_usdt u WHERE u.equivalencia = s.C_SERVIcio AND u.div IN (1, 2)) <> 1)"), 0);
-        QCOMPARE(infractores(b, "servicios_usdt", "C_SERVIcio <= 2 AND (equivalencia <> 0 OR div <> 0 OR compra <= 0)"), 0);
-        QVERIFY(infractores(b, "servicios", "sw_calculos NOT IN (1, 2)") == 0);
-        // the USDT base price stands above the reference dollar
-        QVERIFY(b.valor("SELECT compra FROM servicios_usdt WHERE C_SERVIcio = 2").toDouble()
-                > b.valor("SELECT compra FROM servicios_usdt WHERE C_SERVIcio = 1").toDouble());
+        regla("tarifa usdt", "servicios s", "sw_calculos = 2 AND (C_SERVIcio < 50 OR (SELECT count(*) FROM servicios_usdt u "
+                                            "WHERE u.equivalencia = s.C_SERVIcio AND u.div IN (1, 2)) <> 1)");
+        regla("precios base", "servicios_usdt", "C_SERVIcio <= 2 AND (equivalencia <> 0 OR div <> 0 OR compra <= 0)");
+        regla("forma de calculo", "servicios", "sw_calculos NOT IN (1, 2)");
+        regla("revisar", "clientes", "Revisar NOT IN ('', '9999')");
+        // every row names a client and a service that exist; paid rows a provider and a bank
+        regla("cliente", m, "NOT EXISTS (SELECT 1 FROM clientes c WHERE c.C_CLIENTE = m.C_CLIENTE)");
+        regla("servicio", m, "NOT EXISTS (SELECT 1 FROM servicios s WHERE s.C_SERVIcio = m.tipo_servicio)");
+        regla("pagada", m, pagada + " AND (NOT EXISTS (SELECT 1 FROM proveedor p WHERE p.C_proveedor = m.C_PROVEEDOR) OR NOT "
+                                    "EXISTS (SELECT 1 FROM bancos k WHERE k.C_Banco = CAST(m.C_BANCO AS INTEGER)) OR "
+                                    "length(C_BANCO) <> 4 OR REFERENCIA = '')");
+        // unpaid rows as the entry screen leaves them
+        regla("sin pagar", m, "C_BANCO = '' AND NOT (pago = 0 AND confirmacion = 0 AND ganancia = 100 AND g1 = recibido AND "
+                              "g2 = recibido AND g3 = 0 AND fecha_pago = '' AND hora_pago = '' AND C_PROVEEDOR = 0)");
+        // paid rows: the estimate at the rate paid, a gain that matches it, paid on or after the day
+        regla("pago", m, pagada + " AND tipo_servicio < 50 AND abs(pago - CAST(confirmacion * CASE WHEN tipo_servicio IN (1, 9) "
+                                  "THEN recibido ELSE enviado END AS INTEGER)) > 0.001");
+        regla("pago usdt", m, pagada + " AND tipo_servicio >= 50 AND abs(pago - enviado * confirmacion) > 0.01");
+        regla("ganancia", m, pagada + " AND (ganancia <= 0 OR ganancia >= 20 OR abs(g1 - recibido * (ganancia + 0.005) / 100) > "
+                                      "0.006 OR abs(g2 + g3 - g1) > 0.011 OR (tipo_servicio < 50 AND g3 <> 0))");
+        regla("dia del pago", m, pagada + QStringLiteral(" AND (fecha_pago < FECHA OR fecha_pago > '%1' OR length(hora_pago) <> 8"
+                                                         " OR dolar1 <= 0 OR dolar2 <= 0)").arg(hoy()));
+        // returned rows keep no gain
+        regla("devuelta", m, "C_BANCO = '7777' AND (pago <> 0 OR ganancia <> 0 OR g1 <> 0 OR g2 <> 0 OR g3 <> 0)");
+        // what arrives after the service's cut
+        regla("recibido 1", m, "tipo_servicio = 1 AND abs(recibido - (enviado * 0.946 - 0.3)) > 0.006");
+        regla("recibido 9", m, "tipo_servicio = 9 AND abs(recibido - (enviado * 0.971 - 0.3)) > 0.006");
+        regla("recibido", m, "tipo_servicio NOT IN (1, 9) AND tipo_servicio < 50 AND recibido <> enviado");
+        regla("montos", m, "enviado <= 0 OR recibido <= 0");
+        // the fixed shape of the columns
+        regla("forma", m, "operadora NOT IN ('1', '2') OR length(bancozelle) <> 1 OR tipo_operacion NOT IN (1, 2, 3) OR length(FECHA) <> 8");
+        // sequences run 1..n without gaps on every date, 20 to 60 a day before today
+        regla("secuencias", "(SELECT count(*) AS n, min(SECUENCIA) AS primera, max(SECUENCIA) AS ultima FROM MOVIMIENTOS GROUP BY FECHA)",
+              "primera <> 1 OR ultima <> n");
+        regla("por dia", "(SELECT count(*) AS n FROM MOVIMIENTOS WHERE FECHA < '" + hoy() + "' GROUP BY FECHA)", "n < 20 OR n > 60");
+    }
+    void reglas()
+    {
+        QFETCH(QString, tabla);
+        QFETCH(QString, infraccion);
+        QCOMPARE(infractores(*base_, tabla, infraccion), 0);
     }
 
     void fotosDeReferencia()
@@ -147,61 +187,26 @@ private slots:
             QVERIFY2(!imagen.isNull(), sql);
             QVERIFY(imagen.height() > imagen.width()); // a portrait, like the clients' photos
         }
-        QCOMPARE(infractores(*base_, "clientes", "Revisar NOT IN ('', '9999')"), 0);
         QVERIFY(infractores(*base_, "clientes", "Revisar = '9999'") > 0);
     }
 
-    void movimientosCoherentes()
+    // Three months up to today, every day with work, old days mostly paid,
+    // some rows returned, some unpaid; the USDT base price above the dollar.
+    void movimientosDeTresMeses()
     {
         const BaseTemporal& b = *base_;
-        const QString m = QStringLiteral("MOVIMIENTOS m");
-        // every row names a client and a service that exist; paid rows a provider and a bank
-        QCOMPARE(infractores(b, m, "NOT EXISTS (SELECT 1 FROM clientes c WHERE c.C_CLIENTE = m.C_CLIENTE)"), 0);
-        QCOMPARE(infractores(b, m, "NOT EXISTS (SELECT 1 FROM servicios s WHERE s.C_SERVIcio = m.tipo_servicio)"), 0);
-        const QString pagada = QStringLiteral("C_BANCO NOT IN ('', '7777')");
-        QCOMPARE(infractores(b, m, pagada + " AND (NOT EXISTS (SELECT 1 FROM proveedor p WHERE p.C_proveedor = m.C_PROVEEDOR)"
-                                            " OR NOT EXISTS (SELECT 1 FROM bancos k WHERE k.C_Banco = CAST(m.C_BANCO AS INTEGER))"
-                                            " OR length(C_BANCO) <> 4 OR REFERENCIA = '')"), 0);
-
-        // unpaid rows as the entry screen leaves them
-        QCOMPARE(infractores(b, m, "C_BANCO = '' AND NOT (pago = 0 AND confirmacion = 0 AND ganancia = 100 AND g1 = recibido"
-                                   " AND g2 = recibido AND g3 = 0 AND fecha_pago = '' AND hora_pago = '' AND C_PROVEEDOR = 0)"), 0);
-        // paid rows: the estimate at the rate paid, a gain that matches it, paid on or after the day
-        QCOMPARE(infractores(b, m, pagada + " AND tipo_servicio < 50 AND abs(pago - CAST(confirmacion * "
-                                            "CASE WHEN tipo_servicio IN (1, 9) THEN recibido ELSE enviado END AS INTEGER)) > 0.001"), 0);
-        QCOMPARE(infractores(b, m, pagada + " AND tipo_servicio >= 50 AND abs(pago - enviado * confirmacion) > 0.01"), 0);
-        QCOMPARE(infractores(b, m, pagada + " AND (ganancia <= 0 OR ganancia >= 20 OR abs(g1 - recibido * (ganancia + 0.005) / 100) > 0.006"
-                                            " OR abs(g2 + g3 - g1) > 0.011 OR (tipo_servicio < 50 AND g3 <> 0))"), 0);
-        QCOMPARE(infractores(b, m, pagada + QStringLiteral(" AND (fecha_pago < FECHA OR fecha_pago > '%1' OR length(hora_pago) <> 8"
-                                                           " OR dolar1 <= 0 OR dolar2 <= 0)").arg(hoy())), 0);
-        // returned rows keep no gain
-        QVERIFY(infractores(b, m, "C_BANCO = '7777'") > 0);
-        QCOMPARE(infractores(b, m, "C_BANCO = '7777' AND (pago <> 0 OR ganancia <> 0 OR g1 <> 0 OR g2 <> 0 OR g3 <> 0)"), 0);
-
-        // what arrives after the service's cut
-        QCOMPARE(infractores(b, m, "tipo_servicio = 1 AND abs(recibido - (enviado * 0.946 - 0.3)) > 0.006"), 0);
-        QCOMPARE(infractores(b, m, "tipo_servicio = 9 AND abs(recibido - (enviado * 0.971 - 0.3)) > 0.006"), 0);
-        QCOMPARE(infractores(b, m, "tipo_servicio NOT IN (1, 9) AND tipo_servicio < 50 AND recibido <> enviado"), 0);
-        QCOMPARE(infractores(b, m, "enviado <= 0 OR recibido <= 0"), 0);
-
-        // the fixed shape of the columns
-        QCOMPARE(infractores(b, m, "operadora NOT IN ('1', '2') OR length(bancozelle) <> 1 OR tipo_operacion NOT IN (1, 2, 3)"
-                                   " OR length(FECHA) <> 8"), 0);
-
-        // sequences run 1..n without gaps on every date
-        QCOMPARE(infractores(b, "(SELECT count(*) AS n, min(SECUENCIA) AS primera, max(SECUENCIA) AS ultima FROM MOVIMIENTOS GROUP BY FECHA)",
-                             "primera <> 1 OR ultima <> n"), 0);
-        // three months up to today, every day with work, old days mostly paid
+        const QString m = QStringLiteral("MOVIMIENTOS m"), pagada = QStringLiteral(" AND C_BANCO NOT IN ('', '7777')");
         QCOMPARE(b.valor("SELECT max(FECHA) FROM MOVIMIENTOS"), hoy());
         const QString primera = b.valor("SELECT min(FECHA) FROM MOVIMIENTOS");
         QVERIFY2(primera >= hoy(95) && primera <= hoy(85), qPrintable(primera));
         QCOMPARE(b.valor(QStringLiteral("SELECT count(DISTINCT FECHA) FROM MOVIMIENTOS WHERE FECHA >= '%1'").arg(primera)).toInt(),
                  int(QDate::fromString(primera, QStringLiteral("yyyyMMdd")).daysTo(QDate::currentDate())) + 1);
-        QCOMPARE(infractores(b, "(SELECT count(*) AS n FROM MOVIMIENTOS WHERE FECHA < '" + hoy() + "' GROUP BY FECHA)", "n < 20 OR n > 60"), 0);
         const int viejas = infractores(b, m, "FECHA < '" + hoy(3) + "'");
-        QVERIFY(infractores(b, m, "FECHA < '" + hoy(3) + "' AND " + pagada) > viejas * 9 / 10);
-        QVERIFY(infractores(b, m, "C_BANCO = ''") > 0);
-        QVERIFY(infractores(b, m, "FECHA = '" + hoy() + "' AND " + pagada) * 2 <= infractores(b, m, "FECHA = '" + hoy() + "'"));
+        QVERIFY(infractores(b, m, "FECHA < '" + hoy(3) + "'" + pagada) > viejas * 9 / 10);
+        QVERIFY(infractores(b, m, "FECHA = '" + hoy() + "'" + pagada) * 2 <= infractores(b, m, "FECHA = '" + hoy() + "'"));
+        QVERIFY(infractores(b, m, "C_BANCO = '7777'") > 0 && infractores(b, m, "C_BANCO = ''") > 0);
+        QVERIFY(b.valor("SELECT compra FROM servicios_usdt WHERE C_SERVIcio = 2").toDouble()
+                > b.valor("SELECT compra FROM servicios_usdt WHERE C_SERVIcio = 1").toDouble());
     }
 
 private:

@@ -96,34 +96,33 @@ private slots:
 
         // The refusal reaches the client as the server's failure, through both entries.
         BaseTemporal base;
-        Cliente c(base.cadenaConexion());
+        Cliente c(base);
         ESPERAR_FALLO(c.conexion.Execute("DROP TABLE fotos"), kServidor, "Incorrect syntax");
         ESPERAR_FALLO(c.abrir("select * from fotos; select 1"), kServidor, "Incorrect syntax");
         QCOMPARE(base.valor("select count(*) from fotos"), QString("2")); // the table is still there, with its two pictures
     }
 
-    void valoresPorPosicionYCuerposTodoONada()
+    void valoresPorPosicion()
     {
         BaseTemporal base;
-        Cliente c(base.cadenaConexion());
+        Cliente c(base);
         const char* cuerpo = "-- the values back, to see what was bound\n"
                              "--@param @codigo INTEGER\n"
                              "--@param @nombre TEXT = 'sin nombre'\n"
                              "--@param @monto REAL = 1.5\n"
                              "--@param @nota TEXT = NULL  -- remarks after the line are allowed\n"
                              "SELECT @CODIGO AS C_SERVIcio, @nombre AS Nombre, @monto AS monto, @nota AS nota;";
-        auto rs = c.texto(cuerpo, {Valor(7)});
-        QCOMPARE(rs.Fields("c_servicio").aTexto(), QString("7"));
-        QCOMPARE(rs.Fields("Nombre").aTexto(), QString("sin nombre"));
-        QCOMPARE(rs.Fields("monto").aDouble(), 1.5);
-        QVERIFY(rs.Fields("nota").esNulo());
-
+        const auto fila = [](Recordset rs) {
+            QStringList r;
+            for (const char* campo : {"c_servicio", "Nombre", "monto", "nota"})
+                r << (rs.Fields(campo).esNulo() ? QStringLiteral("(null)") : rs.Fields(campo).aTexto());
+            return r;
+        };
+        QCOMPARE(fila(c.texto(cuerpo, {Valor(7)})), QStringList({"7", "sin nombre", "1,5", "(null)"}));
         // An unset value in the middle takes its default; a null value stays null;
         // trailing unset values are not sent at all.
-        rs = c.texto(cuerpo, {Valor(8), std::nullopt, Valor(), Valor("x"), std::nullopt, std::nullopt});
-        QCOMPARE(rs.Fields("Nombre").aTexto(), QString("sin nombre"));
-        QVERIFY(rs.Fields("monto").esNulo());
-        QCOMPARE(rs.Fields("nota").aTexto(), QString("x"));
+        QCOMPARE(fila(c.texto(cuerpo, {Valor(8), std::nullopt, Valor(), Valor("x"), std::nullopt, std::nullopt})),
+                 QStringList({"8", "sin nombre", "(null)", "x"}));
 
         ESPERAR_FALLO(c.texto(cuerpo, {}), kServidor, "expects parameter '@codigo', which was not supplied");
         ESPERAR_FALLO(c.texto(cuerpo, {std::nullopt, Valor("a")}), kServidor, "expects parameter '@codigo'");
@@ -131,12 +130,17 @@ private slots:
                       "has too many arguments specified");
         ESPERAR_FALLO(c.texto("SELECT @otro AS x;"), kServidor, "Must declare the scalar variable \"@otro\"");
         ESPERAR_FALLO(c.texto("--@param @a DECIMAL\nSELECT 1 AS x;"), kServidor, "cannot read the parameter line");
+    }
 
+    void cuerposTodoONada()
+    {
+        BaseTemporal base;
+        Cliente c(base);
         c.texto("CREATE TABLE prueba (clave INTEGER PRIMARY KEY, texto TEXT);");
 
         // Every statement with columns gives one set, in order, even an empty one;
         // the others give none.
-        rs = c.texto("--@param @t TEXT\n"
+        auto rs = c.texto("--@param @t TEXT\n"
                           "INSERT INTO prueba VALUES (1, @t);\n"
                           "SELECT clave AS secuenciA FROM prueba WHERE clave = 99;\n"
                           "UPDATE prueba SET texto = texto || '!';\n"
@@ -155,16 +159,17 @@ private slots:
         QCOMPARE(c.texto("SELECT count(*) AS n FROM prueba;").Fields("n"), Valor(int64_t(1)));
 
         // A body may build a work table and then read it.
-        rs = c.texto("CREATE TEMP TABLE trabajo AS SELECT clave FROM prueba;\n"
-                     "SELECT count(*) AS n FROM trabajo;\n"
-                     "DROP TABLE trabajo;");
-        QCOMPARE(rs.Fields("n"), Valor(int64_t(1)));
+        QCOMPARE(c.texto("CREATE TEMP TABLE trabajo AS SELECT clave FROM prueba;\n"
+                         "SELECT count(*) AS n FROM trabajo;\n"
+                         "DROP TABLE trabajo;")
+                     .Fields("n"),
+                 Valor(int64_t(1)));
     }
 
     void conversionesDeLosValores()
     {
         BaseTemporal base;
-        Cliente c(base.cadenaConexion());
+        Cliente c(base);
         const auto entero = [&](const Valor& v) {
             return c.texto("--@param @v INTEGER\nSELECT @v AS v, typeof(@v) AS t;", {v});
         };
@@ -209,7 +214,7 @@ private slots:
     void procedimientosCompilados()
     {
         BaseTemporal base(true);
-        Cliente c(base.cadenaConexion());
+        Cliente c(base);
 
         // Names are found whatever their capitals.
         c.comando.CommandText = "tru_parametros";
@@ -245,7 +250,7 @@ private slots:
     void sentenciasDelClienteYLotesRotos()
     {
         BaseTemporal base(true);
-        Cliente c(base.cadenaConexion());
+        Cliente c(base);
         const auto fila = [&](const char* fecha, int secuencia, const char* columnas) {
             return base.valor(QStringLiteral("select %1 from MOVIMIENTOS where FECHA = '%2' and SECUENCIA = %3")
                                   .arg(QLatin1String(columnas), QLatin1String(fecha))
@@ -364,8 +369,8 @@ private slots:
     void dosClientesCompitenPorUnaSecuencia()
     {
         BaseTemporal base;
-        Cliente uno(base.cadenaConexion());
-        Cliente otro(base.cadenaConexion());
+        Cliente uno(base);
+        Cliente otro(base);
         const auto filas = [&] { return base.valor("select count(*) || '/' || count(DISTINCT SECUENCIA) || '/' || max(SECUENCIA)"
                                                    " from MOVIMIENTOS where FECHA = '20241225'"); };
 

@@ -1,18 +1,11 @@
 // The statement guard: the raw texts the program sends pass, anything else is
-// refused as a broken statement before it reaches either server, and text
-// typed into the real screens ends with the report and nothing written.
-#include "../consoles/mesa.h"
-#include "escribir.h"
+// refused as a broken statement before it reaches either server (the same
+// texts typed into the real screens: tests/app/tst_programa.cpp).
+#include "cliente.h"
 #include "fallo_esperado.h"
-#include "form1.h"
-#include "form2.h"
 #include "guardia.h"
-#include "movimientos.h"
 #include "prueba.h"
-#include "sesion.h"
 #include "sqlserver.h"
-
-#include <QLineEdit>
 
 namespace {
 
@@ -50,19 +43,6 @@ QString guardado(const QString& secuencia, const QString& resto, const QString& 
 const QString kGanancias = QStringLiteral(" g1 =  '9.5', g2 =  '9.5', g3 =  '0',");
 const QString kPago = QStringLiteral(" fecha_pago =  '20250311', hora_pago =  '10:00:00', dolar1 =  '36.5', dolar2 =  '37',");
 const QString kZelle = QStringLiteral(" bancozelle =  'B',");
-
-// Two unpaid rows of one day for a console.
-const char* const kFilas = R"(
-INSERT INTO clientes VALUES (12, 'MARIA PEREZ', '');
-INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra, MONTO)
-    VALUES (1, 'TRUMIN', 9, 2, 1, 'T', 364);
-INSERT INTO servicios_usdt (C_SERVIcio, D_SERVIcio, compra, venta, equivalencia, div)
-    VALUES (1, 'DOLAR', 400, 0, 0, 0), (2, 'BASE', 410, 0, 0, 0);
-INSERT INTO parametros VALUES ('1234', '', '', 400);
-INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, tipo_servicio, obs, g1, g2, operadora) VALUES
- ('20250310', 1, 12, 100, 94.3, 1, 'uno', 94.3, 94.3, '1'),
- ('20250310', 2, 12, 20, 18.6, 1, 'dos', 18.6, 18.6, '1');
-)";
 
 } // namespace
 
@@ -249,81 +229,10 @@ private slots:
         ESPERAR_FALLO(servidor.abrirConsulta("SELECT FECHA=GETDATE()"), FalloEjecucion::objetoCerrado().numero(), "");
     }
 
-    void inyeccionEnLaEntrada()
-    {
-        SesionDePrueba s;
-        auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
-        const QString todas = QStringLiteral("select count(*) || '/' || total(recibido) from MOVIMIENTOS");
-        const QString antes = s.base.valor(todas);
-        p->Text2[2]->setText(QStringLiteral("0012"));
-        p->Text2[4]->setText(QStringLiteral("10"));
-        p->Text2[5]->setText(QStringLiteral("9,5"));
-        p->Text2[10]->setText(QStringLiteral("x','1','1',0,'','',0,0,'0') DELETE MOVIMIENTOS WHERE 1=1 OR obs IN ('"));
-        ESPERAR_FALLO(p->Incluir_Click(), kServidor, "");
-        QCOMPARE(s.base.valor(todas), antes);
-    }
-
-    // A whole statement typed into the "Nota" or the "Referencia" of a row; one
-    // quote in each, which turns the statement's own text between them into
-    // values, the first of them the provider's code.
-    void inyeccionEnLaConsola()
-    {
-        const QString filas = QStringLiteral("select group_concat(SECUENCIA || obs || REFERENCIA || pago || C_BANCO, '|') from MOVIMIENTOS");
-        const QString entera = QStringLiteral("x' WHERE 1=1 UPDATE MOVIMIENTOS SET obs = 'x");
-        const struct {
-            QString nota, referencia;
-            const char* fallo;
-        } casos[] = {
-            {entera, QString(), ""},
-            {QString(), entera, ""},
-            {QStringLiteral("x' , C_PROVEEDOR ="), QStringLiteral("' y"), "Conversion failed when converting the varchar value ', C_PROVEEDOR ="},
-        };
-        for (const auto& caso : casos) {
-            Mesa<Form2> c(QString::fromUtf8(kFilas), "Form2", QDate(2025, 3, 10), QDate(2025, 3, 10));
-            const QString antes = c.s.base.valor(filas);
-            QCOMPARE(c.p->Celdas.UpperBound(1), 1);
-            if (!caso.nota.isEmpty())
-                c.escribir(0, 22, caso.nota);
-            if (!caso.referencia.isEmpty())
-                c.escribir(0, 11, caso.referencia);
-            QCOMPARE(c.celda(0, 12), QStringLiteral("1"));
-            ESPERAR_FALLO(c.p->ACTUALIZAR->click(), kServidor, caso.fallo);
-            QCOMPARE(c.s.base.valor(filas), antes);
-        }
-    }
-
-    // The second entry screen's lines: a client code entering another statement,
-    // and one quote in each of two lines. Refused, nothing written.
-    void inyeccionEnElLote()
-    {
-        const QString lineas[][2] = {
-            {QStringLiteral("12','100','94.3','0','0','','','0','1',2,'1',0,'',0,0,'',100,'','94.3','94.3',0,'','',0,0,'0')"
-                            " INSERT INTO MOVIMIENTOS VALUES ('20200101','1','12"),
-             QString()},
-            {QStringLiteral("12'"), QStringLiteral("'7")},
-        };
-        for (const auto& [primera, segunda] : lineas) {
-            SesionDePrueba s(false);
-            s.base.sql(QStringLiteral("INSERT INTO servicios (C_SERVIcio, D_SERVIcio, letra) VALUES (1, 'TRUMIN', 'T');"
-                                      "INSERT INTO clientes VALUES (12, 'ANA ROJAS', ''), (7, 'LUIS MORA', '')"));
-            s.m->Carga_Tablas();
-            auto* p = s.abrir<Form1>(QStringLiteral("Form1"));
-            for (int fila : {0, 1}) {
-                const QString cliente = fila == 0 ? primera : (segunda.isEmpty() ? QStringLiteral("7") : segunda);
-                escribirEnCelda(*p->GRID, fila, 1, cliente);
-                escribirEnCelda(*p->GRID, fila, 3, QStringLiteral("100"));
-                escribirEnCelda(*p->GRID, fila, 4, QStringLiteral("94,3"));
-                escribirEnCelda(*p->GRID, fila, 8, QStringLiteral("t"));
-            }
-            QCOMPARE(p->Celdas.Value(0, 1).texto(), primera);
-            ESPERAR_FALLO(p->INCLUIR->click(), kServidor, "");
-            QCOMPARE(s.base.valor("select count(*) from MOVIMIENTOS"), QStringLiteral("0"));
-        }
-    }
-
     // A text that SQL Server's code page cannot hold is refused on either
     // server before anything is written, naming the character; the letters
-    // and signs of Windows-1252 pass, in a raw value and in a procedure's.
+    // and signs of Windows-1252 pass, in a raw value and in a procedure's, and
+    // a procedure's text loses its control characters.
     void textosQueLaBaseNoPuedeGuardar()
     {
         const QString windows = QStringLiteral("áéíóúüñÑ¿¡ºª°±×÷ÿ €‚ƒ„…†‡ˆ‰Š‹ŒŽ‘’“”•–—˜™š›œžŸ");
@@ -343,40 +252,19 @@ private slots:
             QVERIFY(rechazo(alta("0001") + alta("0002", nota), false, 2).endsWith(nombra(caracter)));
         }
 
-        // The entry screen's note: the report, nothing written.
-        {
-            SesionDePrueba s;
-            auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
-            const QString todas = QStringLiteral("select count(*) from MOVIMIENTOS");
-            const QString antes = s.base.valor(todas);
-            p->Text2[2]->setText(QStringLiteral("0012"));
-            p->Text2[4]->setText(QStringLiteral("10"));
-            p->Text2[5]->setText(QStringLiteral("9,5"));
-            p->Text2[10]->setText(QStringLiteral("pagado a Ayşe"));
-            ESPERAR_FALLO(p->Incluir_Click(), kServidor, "no puede guardar");
-            QCOMPARE(s.base.valor(todas), antes);
-        }
-
         // A procedure's text: refused before the call; a Windows-1252 one is kept.
-        SesionDePrueba s(false);
-        s.m->Prepara_Comando(QStringLiteral("TRU_IN_CLIENTES_01"));
-        s.m->Comando.Parameters(1) = Valor(QStringLiteral("LI 漢"));
-        ESPERAR_FALLO(s.m->Ejecuta_Comando(), kServidor, "no puede guardar");
-        QCOMPARE(s.base.valor("select count(*) from clientes"), QStringLiteral("0"));
-        s.m->Comando.Parameters(1) = Valor(QStringLiteral("PEÑA “EL GÜERO” €"));
-        s.m->Ejecuta_Comando();
-        QCOMPARE(s.base.valor("select D_cliente from clientes"), QStringLiteral("PEÑA “EL GÜERO” €"));
-    }
-
-    // A text bound to a procedure loses its control characters: a NUL no
-    // longer cuts a client's name.
-    void textosSinControles()
-    {
-        SesionDePrueba s(false);
-        s.m->Prepara_Comando(QStringLiteral("TRU_IN_CLIENTES_01"));
-        s.m->Comando.Parameters(1) = Valor(QStringLiteral("ANA") + QChar(0) + QStringLiteral("MARIA\x01 DIAZ"));
-        s.m->Ejecuta_Comando();
-        QCOMPARE(s.base.valor("select D_cliente from clientes where D_cliente like 'ANA%'"), QStringLiteral("ANAMARIA DIAZ"));
+        BaseTemporal base;
+        Cliente c(base);
+        c.comando.CommandText = QStringLiteral("TRU_IN_CLIENTES_01");
+        c.comando.Parameters(1) = Valor(QStringLiteral("LI 漢"));
+        ESPERAR_FALLO(c.comando.Execute(), kServidor, "no puede guardar");
+        QCOMPARE(base.valor("select count(*) from clientes"), QStringLiteral("0"));
+        // Control characters are dropped: a NUL no longer cuts a client's name.
+        for (const QString& nombre : {QStringLiteral("PEÑA “EL GÜERO” €"), QStringLiteral("ANA") + QChar(0) + QStringLiteral("MARIA\x01 DIAZ")}) {
+            c.comando.Parameters(1) = Valor(nombre);
+            c.comando.Execute();
+        }
+        QCOMPARE(base.valor("select group_concat(D_cliente, '|') from (select D_cliente from clientes order by C_CLIENTE)"), QStringLiteral("PEÑA “EL GÜERO” €|ANAMARIA DIAZ"));
     }
 };
 

@@ -1,11 +1,9 @@
-// What fields do with Enter and with the focus, as the screens ask of them.
+// What fields do with Enter and with the focus, as the screens ask of them
+// (every screen's buttons: tests/app/tst_programa.cpp).
 #include "controles.h"
-#include "pantalla.h"
 #include "prueba.h"
-#include "sesion.h"
 
 #include <QLineEdit>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 class PruebaControles : public QObject {
@@ -54,40 +52,6 @@ private slots:
         QTRY_COMPARE(monto->selectedText(), QStringLiteral("125,50"));
         QTest::keyClicks(monto, QStringLiteral("90"));
         QCOMPARE(monto->text(), QStringLiteral("90"));
-    }
-
-    // Enter on a focused button of any screen presses it once, whether the
-    // button takes the key itself (auto-default) or through the program's
-    // filter, and whichever of the two Enter keys.
-    void enterPulsaCadaBotonUnaVez()
-    {
-        SesionDePrueba s;
-        for (const char* nombre :
-             {"Movimientos", "BANCOS", "BANCOS_ZELLE", "Clientes", "Proveedores", "CONCEPTOS", "Form_SERVICIOS", "Form2",
-              "Form2_Pago", "F5_USDT", "NEW_DOLAR", "SERVICIOS_USDT", "Dolar", "DOLAR_NEW", "Form1", "CALCULOS01",
-              "Resumen_mensual", "CALCULOS01_USDT", "RESUMEN_MENSUAL_USDT"}) {
-            auto* p = s.abrir<Pantalla>(QString::fromLatin1(nombre));
-            QVERIFY2(p, nombre);
-            int botones = 0;
-            for (QPushButton* b : p->findChildren<QPushButton*>()) {
-                if (!b->isEnabled() || !b->isVisibleTo(p))
-                    continue;
-                ++botones;
-                // Only the count of presses matters here, not what they do.
-                QObject::disconnect(b, &QAbstractButton::clicked, nullptr, nullptr);
-                int pulsado = 0;
-                connect(b, &QAbstractButton::clicked, [&] { ++pulsado; });
-                b->setFocus();
-                QTest::keyClick(b, Qt::Key_Return);
-                QTest::keyClick(b, Qt::Key_Enter);
-                QVERIFY2(pulsado == 2, qPrintable(QStringLiteral("%1.%2 pulsado %3 veces")
-                                                      .arg(QLatin1String(nombre), b->objectName()).arg(pulsado)));
-            }
-            QVERIFY2(botones > 0, nombre);
-            p->Unload();
-            QCoreApplication::processEvents();
-        }
-        QVERIFY(s.mensajes.isEmpty());
     }
 };
 

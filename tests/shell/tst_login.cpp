@@ -1,7 +1,6 @@
 // Start-up and the main window: the connection, the parameters, the access
-// code and what the menus allow before and after it; Qt's dialogs and the
-// connection's failures in Spanish.
-#include "arranque.h"
+// code and what the menus allow before and after it; the connection's
+// failures in Spanish.
 #include "base_temporal.h"
 #include "fallo.h"
 #include "login.h"
@@ -12,10 +11,6 @@
 #include "servidor.h"
 
 #include <QAction>
-#include <QDialogButtonBox>
-#include <QFileDialog>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMdiArea>
@@ -109,56 +104,52 @@ private:
 class PruebaLogin : public QObject {
     Q_OBJECT
 private slots:
+    // Before the code: the caption, the working menus and their shortcuts
+    // off, the parameters and the cache loaded; a wrong code is wiped.
     void arranqueEsperaElCodigoConLosMenusApagados()
     {
         BaseTemporal base(true);
         Arranque a(base);
-        QVERIFY(a.login);
+        QVERIFY(a.login && a.m->Conexion.Abierta());
         QCOMPARE(a.principal->windowTitle(), QStringLiteral("RAMIL  Contról de Pagos versión = 25.09.18  (Linux)"));
         QVERIFY(!a.menusHabilitados());
         QVERIFY(a.principal->menu(QStringLiteral("calcula"))->menuAction()->isEnabled());
         QCOMPARE(a.login->Text1->palette().color(QPalette::Base), QColor(Qt::white));
-        QVERIFY(!a.m->Clave.isEmpty());
-        QVERIFY(a.m->N_Clientes > 1000);
-        QVERIFY(a.m->Conexion.Abierta());
-
-        // before the code the shortcuts of the working menus are dead
+        QVERIFY(!a.m->Clave.isEmpty() && a.m->N_Clientes > 1000);
         for (Qt::Key f : {Qt::Key_F1, Qt::Key_F2, Qt::Key_F4, Qt::Key_F5, Qt::Key_F8, Qt::Key_F9})
             a.pulsar(f);
         QCOMPARE(a.abiertas, 0);
-
         a.teclear(QStringLiteral("0000"));
         QVERIFY(a.login->Text1->text().isEmpty());
         QVERIFY(!a.menusHabilitados());
+    }
 
+    // The code opens the menus and leaves the keyboard to the shortcuts: F1
+    // opens its screen, a second F1 only brings it to the front (a new
+    // activation when another stood before it). The USDT entries stay off.
+    void conElCodigoLasTeclasAbrenSuPantalla()
+    {
+        BaseTemporal base(true);
+        Arranque a(base);
         a.teclear(QStringLiteral("  3607 "));
         QVERIFY(a.menusHabilitados());
         QCOMPARE(a.m->Nivel, false);
         QCOMPARE(a.principal->Abierta(QStringLiteral("LOGIN")), nullptr);
-        QCOMPARE(a.principal->focusWidget(), a.principal->area()); // the keyboard stays for the shortcuts
-
-        // now F1 opens its screen, and a second F1 only brings it to the front
+        QCOMPARE(a.principal->focusWidget(), a.principal->area());
+        a.pulsar(Qt::Key_F1);
         a.pulsar(Qt::Key_F1);
         QCOMPARE(a.abiertas, 1);
         QCOMPARE(a.activaciones, 1);
-        a.pulsar(Qt::Key_F1);
-        QCOMPARE(a.abiertas, 1);
-        // another screen comes in front, then F1 brings this one back: a new activation
-        const int activaciones = a.activaciones;
         QMdiSubWindow* otra = a.principal->area()->addSubWindow(new QWidget);
         otra->show();
         a.principal->area()->setActiveSubWindow(otra);
         QCoreApplication::processEvents();
         a.pulsar(Qt::Key_F1);
         QCOMPARE(a.abiertas, 1);
-        QCOMPARE(a.activaciones, activaciones + 1);
-
-        // the USDT entries stay hidden and off, also after the code
-        for (const char* nombre : {"SERVI_USDT", "CONSULTAS_USDT", "ESTADISTICAS_USDT", "ESTADISTICAS_MENSUALES_USDT"}) {
-            QAction* e = a.principal->entrada(QString::fromLatin1(nombre));
-            QVERIFY(!e->isEnabled());
-            QVERIFY(!e->isVisible());
-        }
+        QCOMPARE(a.activaciones, 2);
+        for (const char* nombre : {"SERVI_USDT", "CONSULTAS_USDT", "ESTADISTICAS_USDT", "ESTADISTICAS_MENSUALES_USDT"})
+            QVERIFY2(!a.principal->entrada(QString::fromLatin1(nombre))->isEnabled()
+                         && !a.principal->entrada(QString::fromLatin1(nombre))->isVisible(), nombre);
     }
 
     void codigoDelServidor()
@@ -235,42 +226,6 @@ private slots:
         QVERIFY(menus);
         QVERIFY(cajaVista && cajaNegra);
         QCOMPARE(login->Text1->palette().color(QPalette::Base), QColor(Qt::white));
-    }
-
-    void unFalloTerminaElProgramaConSuReporte()
-    {
-        QStringList vistos;
-        Mensajes::Reemplazar([&](const QString& texto, int estilo, const QString&) {
-            vistos << QStringLiteral("%1|%2").arg(estilo).arg(texto);
-            return Mensajes::vbOK;
-        });
-        QTimer::singleShot(0, [] { Atiende_Fallo([]() -> bool { throw FalloEjecucion::tiposNoCoinciden(); }); });
-        const int estado = QCoreApplication::exec();
-        Mensajes::Reemplazar({});
-        QCOMPARE(estado, 1);
-        QCOMPARE(vistos.size(), 1);
-        QVERIFY(vistos[0].startsWith(QStringLiteral("16|")));
-        QVERIFY(vistos[0].contains(QStringLiteral("'13'")));
-        QVERIFY(vistos[0].contains(QStringLiteral("No coinciden los tipos")));
-    }
-
-    // Qt's own dialogs speak Spanish once the program has loaded its translations.
-    void dialogos_de_qt_en_castellano()
-    {
-        QVERIFY(Carga_Traducciones());
-        QMessageBox caja;
-        caja.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
-        QCOMPARE(caja.button(QMessageBox::Yes)->text().remove(QLatin1Char('&')), QStringLiteral("Sí"));
-        QCOMPARE(caja.button(QMessageBox::No)->text().remove(QLatin1Char('&')), QStringLiteral("No"));
-        QCOMPARE(caja.button(QMessageBox::Cancel)->text().remove(QLatin1Char('&')), QStringLiteral("Cancelar"));
-
-        // The photo's file dialog, as Qt draws it.
-        QFileDialog archivo;
-        archivo.setOption(QFileDialog::DontUseNativeDialog);
-        archivo.setAcceptMode(QFileDialog::AcceptOpen);
-        auto* botones = archivo.findChild<QDialogButtonBox*>();
-        QVERIFY(botones);
-        QCOMPARE(botones->button(QDialogButtonBox::Open)->text().remove(QLatin1Char('&')), QStringLiteral("Abrir"));
     }
 
     // The program's own words when a connection cannot be opened; a

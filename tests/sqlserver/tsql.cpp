@@ -77,17 +77,10 @@ Valor deVariant(const QVariant& v)
     switch (v.typeId()) {
     case QMetaType::Bool:
         return Valor(int64_t(v.toBool() ? -1 : 0));
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Long:
-    case QMetaType::ULong:
+    case QMetaType::Int: case QMetaType::UInt: case QMetaType::Short: case QMetaType::UShort:
+    case QMetaType::LongLong: case QMetaType::ULongLong: case QMetaType::Long: case QMetaType::ULong:
         return Valor(int64_t(v.toLongLong()));
-    case QMetaType::Double:
-    case QMetaType::Float:
+    case QMetaType::Double: case QMetaType::Float:
         return Valor(v.toDouble());
     case QMetaType::QByteArray:
         return Valor(v.toByteArray());
@@ -98,33 +91,43 @@ Valor deVariant(const QVariant& v)
     }
 }
 
-// A value of the embedded file as a literal of T-SQL, for a column of the given type.
-QString literal(sqlite3_stmt* st, int i, const QString& tipo)
+// One value of a row of the embedded file.
+Valor deSqlite(sqlite3_stmt* st, int i)
 {
     switch (sqlite3_column_type(st, i)) {
     case SQLITE_NULL:
-        return QStringLiteral("NULL");
+        return {};
     case SQLITE_INTEGER:
-        return QString::number(sqlite3_column_int64(st, i));
+        return Valor(int64_t(sqlite3_column_int64(st, i)));
     case SQLITE_FLOAT:
-        return QString::number(sqlite3_column_double(st, i), 'g', 17);
-    case SQLITE_BLOB: {
-        const QByteArray b(static_cast<const char*>(sqlite3_column_blob(st, i)), sqlite3_column_bytes(st, i));
-        return QStringLiteral("0x") + QString::fromLatin1(b.toHex());
+        return Valor(sqlite3_column_double(st, i));
+    case SQLITE_BLOB:
+        return Valor(QByteArray(static_cast<const char*>(sqlite3_column_blob(st, i)), sqlite3_column_bytes(st, i)));
+    default:
+        return Valor(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, i))));
     }
-    default: {
-        QString t = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, i)));
-        if (tipo == QLatin1String("datetime")) {
-            // Moments are kept as yyyy-mm-dd hh:mm:ss or dd/mm/yyyy hh:mm:ss text.
-            QDateTime m = QDateTime::fromString(t, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-            if (!m.isValid())
-                m = QDateTime::fromString(t, QStringLiteral("dd/MM/yyyy HH:mm:ss"));
-            return m.isValid() ? QLatin1Char('\'') + m.toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss")) + QLatin1Char('\'')
-                               : QStringLiteral("'1900-01-01T00:00:00'");
-        }
-        return QStringLiteral("N'") + t.replace(QLatin1Char('\''), QStringLiteral("''")) + QLatin1Char('\'');
+}
+
+// A value of the embedded file as a literal of T-SQL, for a column of the given type.
+QString literal(const Valor& v, const QString& tipo)
+{
+    if (v.esNulo())
+        return QStringLiteral("NULL");
+    if (v.esEntero())
+        return v.aTexto();
+    if (v.esReal())
+        return QString::number(v.aDouble(), 'g', 17);
+    if (v.esBytes())
+        return QStringLiteral("0x") + QString::fromLatin1(v.aBytes().toHex());
+    QString t = v.aTexto();
+    if (tipo == QLatin1String("datetime")) {
+        // Moments are kept as yyyy-mm-dd hh:mm:ss or dd/mm/yyyy hh:mm:ss text.
+        QDateTime m = QDateTime::fromString(t, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+        if (!m.isValid())
+            m = QDateTime::fromString(t, QStringLiteral("dd/MM/yyyy HH:mm:ss"));
+        return m.isValid() ? m.toString(QStringLiteral("''yyyy-MM-ddTHH:mm:ss''")) : QStringLiteral("'1900-01-01T00:00:00'");
     }
-    }
+    return QStringLiteral("N'") + t.replace(QLatin1Char('\''), QStringLiteral("''")) + QLatin1Char('\'');
 }
 
 } // namespace
@@ -344,7 +347,7 @@ void ServidorTsql::copiarDe(const QString& archivo) const
         while (sqlite3_step(st) == SQLITE_ROW) {
             QStringList valores;
             for (int i = 0; i < columnas.size(); ++i)
-                valores << literal(st, i, tipos.value(columnas[i].toLower()));
+                valores << literal(deSqlite(st, i), tipos.value(columnas[i].toLower()));
             filasSql << QLatin1Char('(') + valores.join(QLatin1Char(',')) + QLatin1Char(')');
             if (filasSql.size() == 500)
                 enviar();
@@ -372,25 +375,8 @@ QStringList ServidorTsql::tablaEmbebida(const QString& archivo, const QString& t
     sqlite3_prepare_v2(bd, QStringLiteral("SELECT * FROM %1 ORDER BY %2").arg(tabla, orden).toUtf8().constData(), -1, &st, nullptr);
     while (sqlite3_step(st) == SQLITE_ROW) {
         QStringList fila;
-        for (int i = 0; i < sqlite3_column_count(st); ++i) {
-            switch (sqlite3_column_type(st, i)) {
-            case SQLITE_NULL:
-                fila << comparable(Valor());
-                break;
-            case SQLITE_INTEGER:
-                fila << comparable(Valor(int64_t(sqlite3_column_int64(st, i))));
-                break;
-            case SQLITE_FLOAT:
-                fila << comparable(Valor(sqlite3_column_double(st, i)));
-                break;
-            case SQLITE_BLOB:
-                fila << comparable(Valor(QByteArray(static_cast<const char*>(sqlite3_column_blob(st, i)),
-                                                    sqlite3_column_bytes(st, i))));
-                break;
-            default:
-                fila << comparable(Valor(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, i)))));
-            }
-        }
+        for (int i = 0; i < sqlite3_column_count(st); ++i)
+            fila << comparable(deSqlite(st, i));
         r << fila.join(QLatin1Char('|'));
     }
     sqlite3_finalize(st);

@@ -6,32 +6,22 @@
 // both servers. Flows that create rows use dates of 2031, which no other test
 // touches; what the flows change is put back at the end, on both servers.
 #include "clientes.h"
-#include "dialogo.h"
-#include "escribir.h"
 #include "form1.h"
-#include "form2.h"
 #include "foto.h"
 #include "login.h"
 #include "mensajes.h"
+#include "mostrador.h"
 #include "movimientos.h"
 #include "new_dolar.h"
 #include "prueba.h"
-#include "sesion.h"
 #include "tsql.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QBuffer>
 #include <QComboBox>
-#include <QDateEdit>
 #include <QFile>
 #include <QImage>
-#include <QKeyEvent>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QRandomGenerator>
-#include <QTableView>
 
 namespace {
 
@@ -55,10 +45,11 @@ QStringList filas(Lado l, const QString& tabla, const QString& donde, const QStr
                                 : ServidorTsql::tablaEmbebida(servidor().gemelo().archivo(), filtrada, orden);
 }
 
+QString ymd(const QDate& fecha) { return fecha.toString(QStringLiteral("yyyyMMdd")); }
+
 QStringList movimientos(Lado l, const QDate& fecha)
 {
-    return filas(l, QStringLiteral("MOVIMIENTOS"), QStringLiteral("FECHA = '%1'").arg(fecha.toString(QStringLiteral("yyyyMMdd"))),
-                 QStringLiteral("SECUENCIA"));
+    return filas(l, QStringLiteral("MOVIMIENTOS"), QStringLiteral("FECHA = '%1'").arg(ymd(fecha)), QStringLiteral("SECUENCIA"));
 }
 
 // Columns of MOVIMIENTOS by their place in a row.
@@ -103,54 +94,7 @@ QString filasSinPagar(const QDate& fecha)
                "('%1', 3, 12, 123450, 30, 0, 0, '', '', 0, '1', 2, 55, 100, '', 30, 30, 0, '', '', 0, 0, '0'), "
                "('%1', 4, 14, 200, 188.9, 3, 68000, '0134', 'R555', 360, '2', 1, 1, 5.5, '', 10.39, 10.39, 0, "
                "'20310101', '10:00:00', 398, 405, '3')")
-        .arg(fecha.toString(QStringLiteral("yyyyMMdd")));
-}
-
-// Types a text into a field and presses Enter, as the operator does.
-void teclear(QLineEdit* campo, const QString& texto)
-{
-    campo->setFocus();
-    campo->selectAll();
-    QTest::keyClicks(campo, texto);
-    QTest::keyClick(campo, Qt::Key_Return);
-}
-
-// A text with accents typed into a grid cell: the letters the keyboard
-// composes reach the cell's editor as text, then Enter commits it.
-void escribirConAcentos(Rejilla& g, int fila, int col, const QString& texto)
-{
-    QTableView* v = g.vista();
-    g.setBookmark(fila);
-    g.setCol(col);
-    v->edit(v->currentIndex());
-    QLineEdit* editor = editorAbierto(v);
-    QVERIFY(editor);
-    editor->selectAll();
-    for (const QChar c : texto) {
-        QKeyEvent tecla(QEvent::KeyPress, 0, Qt::NoModifier, QString(c));
-        QApplication::sendEvent(editor, &tecla);
-    }
-    QTest::keyClick(editor, Qt::Key_Return);
-    QCoreApplication::processEvents();
-}
-
-// The row of a console that holds a sequence; -1 when none does.
-int filaDe(const Consola* p, int secuencia)
-{
-    for (int i : p->Celdas.Filas())
-        if (p->Celdas.Value(i, 1).texto().toInt() == secuencia)
-            return i;
-    return -1;
-}
-
-// The console by date of transaction, queried over one day.
-Form2* consola(SesionDePrueba& s, const QDate& fecha)
-{
-    auto* p = s.abrir<Form2>(QStringLiteral("Form2"));
-    p->Fecha1->setDate(fecha);
-    p->Fecha2->setDate(fecha);
-    p->SELECCIONA->click();
-    return p;
+        .arg(ymd(fecha));
 }
 
 // The notes of a date's rows, "sequence:note". SQL Server's are read in two
@@ -165,7 +109,7 @@ QStringList notas(Lado l, const QDate& fecha)
     for (const QStringList& f : servidor().filas(QStringLiteral("SELECT SECUENCIA, CAST(SUBSTRING(obs, 1, 250) AS varchar(500)), "
                                                                 "CAST(SUBSTRING(obs, 251, 250) AS varchar(500)) "
                                                                 "FROM dbo.MOVIMIENTOS WHERE FECHA = '%1' ORDER BY SECUENCIA")
-                                                     .arg(fecha.toString(QStringLiteral("yyyyMMdd")))))
+                                                     .arg(ymd(fecha))))
         r << f.value(0) + QLatin1Char(':') + f.value(1) + f.value(2);
     return r;
 }
@@ -254,20 +198,13 @@ private slots:
             auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
             p->Fecha1->setDate(kEntrada);
             QCOMPARE(p->Text2[0]->text(), QStringLiteral("0001"));
-            teclear(p->Text2[1], QStringLiteral("2"));
-            teclear(p->Text2[2], QStringLiteral("12"));
-            teclear(p->Text2[11], QStringLiteral("z"));
-            teclear(p->Text2[4], QStringLiteral("250,75"));
-            teclear(p->Text2[5], QStringLiteral("236,4"));
+            teclear(p, {{1, "2"}, {2, "12"}, {11, "z"}, {4, "250,75"}, {5, "236,4"}});
             p->Text2[10]->setText(QStringLiteral("entrega en Mérida, señora Peña (ñ, ü, ç)"));
             p->Combo2->setCurrentIndex(3);
             p->INCLUIR->click();
             QCOMPARE(p->Text2[0]->text(), QStringLiteral("0002"));
 
-            teclear(p->Text2[2], QStringLiteral("137"));
-            teclear(p->Text2[11], QStringLiteral("m"));
-            teclear(p->Text2[4], QStringLiteral("10129"));
-            teclear(p->Text2[5], QStringLiteral("2,5"));
+            teclear(p, {{2, "137"}, {11, "m"}, {4, "10129"}, {5, "2,5"}});
             p->Text2[10]->setText(notaLarga());
             QCOMPARE(p->Text2[10]->text().size(), 500);
             p->INCLUIR->click();
@@ -288,7 +225,7 @@ private slots:
     {
         enAmbos(QStringLiteral("INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, operadora, tipo_servicio, obs) "
                                "VALUES ('%1', 1, 12, 10, 9.5, '1', 1, '%2')")
-                    .arg(kNota.toString(QStringLiteral("yyyyMMdd")), notaLarga()));
+                    .arg(ymd(kNota), notaLarga()));
         QCOMPARE(notas(Lado::SqlServer, kNota), QStringList{"1:" + notaLarga()});
         QMap<Lado, QString> vistas;
         enCadaServidor([&vistas](SesionDePrueba& s, Lado l) {
@@ -324,8 +261,7 @@ private slots:
             QCOMPARE(p->Text2[0]->text(), QStringLiteral("0001"));
             QCOMPARE(segunda.Text2[0]->text(), QStringLiteral("0001"));
             const auto llenar = [](Movimientos* q, const char* cliente, const char* nota) {
-                teclear(q->Text2[2], QString::fromLatin1(cliente));
-                teclear(q->Text2[4], QStringLiteral("10"));
+                teclear(q, {{2, cliente}, {4, "10"}});
                 q->Text2[10]->setText(QString::fromLatin1(nota));
             };
             llenar(p, "12", "primera");
@@ -342,11 +278,8 @@ private slots:
             // A batch of two lines stores 4 and 5 while the screen still shows 4.
             auto* lote = s.abrir<Form1>(QStringLiteral("Form1"));
             lote->Fecha1->setDate(kChoque);
-            for (int fila : {0, 1}) {
-                escribirEnCelda(*lote->GRID, fila, 1, QStringLiteral("15"));
-                escribirEnCelda(*lote->GRID, fila, 3, QStringLiteral("20"));
-                escribirEnCelda(*lote->GRID, fila, 4, QStringLiteral("18,5"));
-            }
+            for (int fila : {0, 1})
+                escribirEnFila(*lote->GRID, fila, {{1, "15"}, {3, "20"}, {4, "18,5"}});
             lote->INCLUIR->click();
             llenar(p, "16", "cuarta");
             p->INCLUIR->click();
@@ -367,11 +300,9 @@ private slots:
             Form2* p = consola(s, kConsola);
             QCOMPARE(p->Celdas.filas(), 4);
             escribirEnCelda(*p->GRID, filaDe(p, 1), 5, QStringLiteral("95.5"));
-            escribirConAcentos(*p->GRID, filaDe(p, 1), 22, QStringLiteral("revisado por la señora Peña"));
-            escribirEnCelda(*p->GRID, filaDe(p, 2), 9, QStringLiteral("0134"));
-            escribirEnCelda(*p->GRID, filaDe(p, 2), 11, QStringLiteral("REF-2031"));
-            escribirEnCelda(*p->GRID, filaDe(p, 3), 6, QStringLiteral("3"));
-            escribirEnCelda(*p->GRID, filaDe(p, 3), 9, QStringLiteral("7777"));
+            escribirEnCelda(*p->GRID, filaDe(p, 1), 22, QStringLiteral("revisado por la señora Peña"), true);
+            escribirEnFila(*p->GRID, filaDe(p, 2), {{9, "0134"}, {11, "REF-2031"}});
+            escribirEnFila(*p->GRID, filaDe(p, 3), {{6, "3"}, {9, "7777"}});
             escribirEnCelda(*p->GRID, filaDe(p, 4), 2, QStringLiteral("15"));
             p->ACTUALIZAR->click();
             // The save reloads the day: nothing is left marked.
@@ -406,18 +337,7 @@ private slots:
         enCadaServidor([](SesionDePrueba& s, Lado) {
             s.m->reloj = [] { return QDateTime(QDate(2031, 3, 7), QTime(10, 11, 12)); };
             Form2* p = consola(s, kPago);
-            for (int secuencia : {1, 2, 3})
-                p->Marcar(filaDe(p, secuencia));
-            Dialogo::Reemplazar([](Dialogo& d) {
-                d.Text2[1]->setText(QStringLiteral("3"));
-                QTest::keyClick(d.Text2[1], Qt::Key_Return);
-                d.Text2[2]->setText(QStringLiteral("LOTE-2031"));
-                d.Option2[1]->setChecked(true);
-                d.Option3[0]->setChecked(true);
-                d.OKButton->click();
-            });
-            p->Sumarizar->click();
-            Dialogo::Reemplazar({});
+            pagar(p, {1, 2, 3}, QStringLiteral("LOTE-2031"));
             QCOMPARE(p->Text5->text(), QStringLiteral("0"));
         });
         const QStringList sqlServer = movimientos(Lado::SqlServer, kPago);
@@ -446,20 +366,14 @@ private slots:
         enAmbos(filasSinPagar(kBorrado));
         enCadaServidor([](SesionDePrueba& s, Lado) {
             Form2* p = consola(s, kBorrado);
-            const auto dobleClic = [p](int secuencia) {
-                p->GRID->vista()->setCurrentIndex(p->GRID->modelo()->index(filaDe(p, secuencia), 3));
-                emit p->GRID->DblClick();
-            };
-            dobleClic(4);
+            dobleClic(p, 4);
             QVERIFY(s.mensajes.isEmpty());
-            s.respuesta = Mensajes::vbNo;
-            dobleClic(2);
-            QCOMPARE(s.mensajes.size(), 1);
-            QCOMPARE(p->Celdas.filas(), 4);
-            s.respuesta = Mensajes::vbYes;
-            dobleClic(2);
-            QCOMPARE(s.mensajes.size(), 2);
-            QCOMPARE(p->Celdas.filas(), 3);
+            for (int respuesta : {Mensajes::vbNo, Mensajes::vbYes}) {
+                s.respuesta = respuesta;
+                dobleClic(p, 2);
+                QCOMPARE(s.mensajes.size(), respuesta == Mensajes::vbNo ? 1 : 2);
+                QCOMPARE(p->Celdas.filas(), respuesta == Mensajes::vbNo ? 4 : 3);
+            }
             s.mensajes.clear(); // the two questions, answered
         });
         const QStringList sqlServer = movimientos(Lado::SqlServer, kBorrado);
@@ -473,20 +387,12 @@ private slots:
     {
         enAmbos(QStringLiteral("INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, operadora, tipo_servicio) "
                                "VALUES ('%1', 5, 12, 10, 9.5, '1', 1)")
-                    .arg(kLote.toString(QStringLiteral("yyyyMMdd"))));
+                    .arg(ymd(kLote)));
         enCadaServidor([](SesionDePrueba& s, Lado) {
             auto* p = s.abrir<Form1>(QStringLiteral("Form1"));
             p->Fecha1->setDate(kLote);
-            escribirEnCelda(*p->GRID, 0, 1, QStringLiteral("12"));
-            escribirEnCelda(*p->GRID, 0, 3, QStringLiteral("100"));
-            escribirEnCelda(*p->GRID, 0, 4, QStringLiteral("94,3"));
-            escribirEnCelda(*p->GRID, 0, 5, QStringLiteral("3"));
-            escribirEnCelda(*p->GRID, 0, 8, QStringLiteral("z"));
-            escribirEnCelda(*p->GRID, 2, 1, QStringLiteral("7"));
-            escribirEnCelda(*p->GRID, 2, 3, QStringLiteral("10129"));
-            escribirEnCelda(*p->GRID, 2, 4, QStringLiteral("2.44"));
-            escribirEnCelda(*p->GRID, 2, 7, QStringLiteral("NOELINA"));
-            escribirEnCelda(*p->GRID, 2, 8, QStringLiteral("M"));
+            escribirEnFila(*p->GRID, 0, {{1, "12"}, {3, "100"}, {4, "94,3"}, {5, "3"}, {8, "z"}});
+            escribirEnFila(*p->GRID, 2, {{1, "7"}, {3, "10129"}, {4, "2.44"}, {7, "NOELINA"}, {8, "M"}});
             p->INCLUIR->click();
             QCOMPARE(p->Celdas.Value(0, 1).texto(), QString());
         });

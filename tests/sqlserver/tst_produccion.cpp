@@ -36,6 +36,14 @@ struct Textos {
     QString zelle = QStringLiteral("B");
 };
 
+Textos conNota(const QString& obs, const QString& referencia = {})
+{
+    Textos t;
+    t.obs = obs;
+    t.referencia = referencia;
+    return t;
+}
+
 // A console's plain save of one row.
 QString guardado(int secuencia, const Textos& t = {})
 {
@@ -138,10 +146,8 @@ private slots:
             QCOMPARE(nuevas.size(), 4);
 
             // A run of saves whose third fails: the first two are not kept.
-            Textos referenciaLarga;
-            referenciaLarga.referencia = QString(51, QLatin1Char('R'));
-            Textos bien;
-            bien.obs = QStringLiteral("guardada");
+            const Textos bien = conNota(QStringLiteral("guardada"));
+            const Textos referenciaLarga = conNota(QStringLiteral("x"), QString(51, QLatin1Char('R')));
             const Fallo guardados = intentar(
                 [&] { l.servidor->ejecutar(guardado(1, bien) + guardado(2, bien) + guardado(3, referenciaLarga) + guardado(4, bien), 4); });
             QVERIFY2(guardados.numero == kServidor && !guardados.texto.isEmpty(), donde.constData());
@@ -149,9 +155,7 @@ private slots:
 
             // A good run of saves is written, and so is a single one after it.
             l.servidor->ejecutar(guardado(1, bien) + guardado(2, bien), 2);
-            Textos otra;
-            otra.obs = QStringLiteral("sola");
-            l.servidor->ejecutar(guardado(3, otra));
+            l.servidor->ejecutar(guardado(3, conNota(QStringLiteral("sola"))));
             QCOMPARE(l.valor(QStringLiteral("SELECT COUNT(*) FROM MOVIMIENTOS WHERE FECHA = '%1' AND obs = 'guardada'").arg(kDia)),
                      QStringLiteral("2"));
             QCOMPARE(l.valor(QStringLiteral("SELECT obs FROM MOVIMIENTOS WHERE FECHA = '%1' AND SECUENCIA = 3").arg(kDia)),
@@ -175,23 +179,16 @@ private slots:
                 + s.tablaSqlServer(QStringLiteral("proveedor"), QStringLiteral("C_proveedor"));
         };
         const QStringList antes = todo();
-        const auto conNota = [](int secuencia, const QString& nota) {
-            Textos t;
-            t.obs = nota;
-            return guardado(secuencia, t);
-        };
         // A note that closes this row's save and saves the other row.
         const QString resto = guardado(1).section(QStringLiteral("obs =  'x'"), 1);
         const QString cabeza = guardado(2).section(QStringLiteral("obs =  'x'"), 0, 0) + QStringLiteral("obs =  'y");
-        Textos dosComillas;
-        dosComillas.obs = QStringLiteral("x' , C_PROVEEDOR =");
-        dosComillas.referencia = QStringLiteral("' y");
         const QString cambios[] = {
             alta(3, QStringLiteral("x','1','1',0,'','',0,0,'0') DELETE MOVIMIENTOS WHERE 1=1 OR obs IN ('")),
-            conNota(1, QStringLiteral("x' WHERE 1=1 UPDATE MOVIMIENTOS SET obs = 'x")),
-            conNota(1, QStringLiteral("x', pago = '0")),
-            guardado(1, dosComillas), // the joining text between them lands in the provider's code
-            conNota(2, QStringLiteral("x'") + resto + cabeza), // a whole second save, where the screen built one
+            guardado(1, conNota(QStringLiteral("x' WHERE 1=1 UPDATE MOVIMIENTOS SET obs = 'x"))),
+            guardado(1, conNota(QStringLiteral("x', pago = '0"))),
+            // the joining text between two quotes lands in the provider's code
+            guardado(1, conNota(QStringLiteral("x' , C_PROVEEDOR ="), QStringLiteral("' y"))),
+            guardado(2, conNota(QStringLiteral("x'") + resto + cabeza)), // a whole second save, where the screen built one
             guardado(1) + QStringLiteral(" OR 1=1"),
             QString(guardado(1)).replace(QStringLiteral("'0012'"), QStringLiteral("'0012' -- '")),
             guardado(1) + QStringLiteral("; DROP TABLE MOVIMIENTOS"),
@@ -227,8 +224,7 @@ private slots:
             l.servidor->ejecutar(alta(1));
             const QStringList antes = l.filas();
             for (const QString& caracter : {QStringLiteral("ğ"), QStringLiteral("漢"), QStringLiteral("😀"), QStringLiteral("Ā")}) {
-                Textos t;
-                t.obs = QStringLiteral("Pago de Öz") + caracter + QStringLiteral("ür");
+                const Textos t = conNota(QStringLiteral("Pago de Öz") + caracter + QStringLiteral("ür"));
                 const Fallo guardar = intentar([&] { l.servidor->ejecutar(guardado(1, t)); });
                 QCOMPARE(guardar.numero, kServidor);
                 QVERIFY2(guardar.texto.contains(sinGuardar(caracter)) && guardar.texto.contains(t.obs), qPrintable(guardar.texto));
@@ -259,9 +255,7 @@ private slots:
             QVERIFY2(busqueda.numero == 0, qPrintable(l.nombre + QStringLiteral(": ") + busqueda.texto));
             conexion.Close();
 
-            Textos t;
-            t.obs = kept;
-            l.servidor->ejecutar(guardado(1, t));
+            l.servidor->ejecutar(guardado(1, conNota(kept)));
             QCOMPARE(l.valor(QStringLiteral("SELECT obs FROM MOVIMIENTOS WHERE FECHA = '%1' AND SECUENCIA = 1").arg(kDia)), kept);
         }
         std::vector<Lado> l = lados();
@@ -272,11 +266,8 @@ private slots:
     // letters counting one each; one character more is refused on both.
     void textosAlLargoDeSuColumna()
     {
-        Textos justos;
-        justos.obs = QString(499, QChar(u'ñ')) + QStringLiteral("€");
-        justos.referencia = QString(50, QChar(u'É'));
-        justos.operadora = QStringLiteral("ÁÉÍÓÚ");
-        justos.zelle = QStringLiteral("ZELLÉ");
+        const Textos justos{QString(499, QChar(u'ñ')) + QStringLiteral("€"), QString(50, QChar(u'É')), QStringLiteral("ÁÉÍÓÚ"),
+                            QStringLiteral("ZELLÉ")};
         const struct {
             const char* columna;
             QString Textos::*campo;

@@ -3,21 +3,10 @@
 // again, is refused whole with the rows named, and the console reloads. The
 // versions the trigger gives are never given twice. Rows of April 2031, which
 // no other test touches, removed at the end.
-#include "dialogo.h"
-#include "escribir.h"
-#include "form2.h"
-#include "login.h"
 #include "mensajes.h"
-#include "movimientos.h"
+#include "mostrador.h"
 #include "prueba.h"
-#include "sesion.h"
 #include "tsql.h"
-
-#include <QDateEdit>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTableView>
 
 namespace {
 
@@ -54,23 +43,6 @@ qint64 version(int secuencia)
     return f.isEmpty() ? -1 : f[0].value(0).toLongLong();
 }
 
-Form2* consola(SesionDePrueba& s)
-{
-    auto* p = s.abrir<Form2>(QStringLiteral("Form2"));
-    p->Fecha1->setDate(kDia);
-    p->Fecha2->setDate(kDia);
-    p->SELECCIONA->click();
-    return p;
-}
-
-int filaDe(const Consola* p, int secuencia)
-{
-    for (int i : p->Celdas.Filas())
-        if (p->Celdas.Value(i, 1).texto().toInt() == secuencia)
-            return i;
-    return -1;
-}
-
 // The one box shown: the refusal, naming the row.
 void rechazo(const SesionDePrueba& s, const char* filaNombrada)
 {
@@ -93,10 +65,9 @@ private slots:
         filasDelDia();
         SesionDePrueba a(servidor().cadenaTrumin());
         SesionDePrueba b(servidor().cadenaTrumin());
-        Form2* pb = consola(b);
-        Form2* pa = consola(a);
-        escribirEnCelda(*pa->GRID, filaDe(pa, 2), 9, QStringLiteral("0134"));
-        escribirEnCelda(*pa->GRID, filaDe(pa, 2), 11, QStringLiteral("PAGO-A"));
+        Form2* pb = consola(b, kDia);
+        Form2* pa = consola(a, kDia);
+        escribirEnFila(*pa->GRID, filaDe(pa, 2), {{9, "0134"}, {11, "PAGO-A"}});
         pa->ACTUALIZAR->click();
         QCOMPARE(fila(QStringLiteral("C_BANCO, REFERENCIA"), 2), QStringLiteral("0134/PAGO-A"));
         b.mensajes.clear();
@@ -124,24 +95,13 @@ private slots:
         filasDelDia();
         SesionDePrueba a(servidor().cadenaTrumin());
         SesionDePrueba b(servidor().cadenaTrumin());
-        Form2* pa = consola(a);
-        Form2* pb = consola(b);
+        Form2* pa = consola(a, kDia);
+        Form2* pb = consola(b, kDia);
         escribirEnCelda(*pb->GRID, filaDe(pb, 1), 22, QStringLiteral("llamar antes"));
         pb->ACTUALIZAR->click();
         const QString antes = regalo();
         b.mensajes.clear();
-        for (int secuencia : {1, 2})
-            pa->Marcar(filaDe(pa, secuencia));
-        Dialogo::Reemplazar([](Dialogo& d) {
-            d.Text2[1]->setText(QStringLiteral("3"));
-            QTest::keyClick(d.Text2[1], Qt::Key_Return);
-            d.Text2[2]->setText(QStringLiteral("LOTE-A"));
-            d.Option2[1]->setChecked(true);
-            d.Option3[0]->setChecked(true);
-            d.OKButton->click();
-        });
-        pa->Sumarizar->click();
-        Dialogo::Reemplazar({});
+        pagar(pa, {1, 2}, QStringLiteral("LOTE-A"));
         rechazo(b, "02/04/2031  0001");
         QCOMPARE(fila(QStringLiteral("C_BANCO, C_PROVEEDOR, obs"), 1), QStringLiteral("/0/llamar antes"));
         QCOMPARE(fila(QStringLiteral("C_BANCO, REFERENCIA, fecha_pago"), 2), QStringLiteral("//"));
@@ -157,23 +117,17 @@ private slots:
         filasDelDia();
         SesionDePrueba a(servidor().cadenaTrumin());
         SesionDePrueba b(servidor().cadenaTrumin());
-        Form2* pb = consola(b);
-        Form2* pa = consola(a);
+        Form2* pb = consola(b, kDia);
+        Form2* pa = consola(a, kDia);
         const qint64 vieja = version(3);
         QVERIFY(vieja > 0);
         b.respuesta = Mensajes::vbYes;
-        pa->GRID->vista()->setCurrentIndex(pa->GRID->modelo()->index(filaDe(pa, 3), 3));
-        emit pa->GRID->DblClick();
+        dobleClic(pa, 3);
         QCOMPARE(version(3), qint64(-1));
         auto* entrada = a.abrir<Movimientos>(QStringLiteral("Movimientos"));
         entrada->Fecha1->setDate(kDia);
         QCOMPARE(entrada->Text2[0]->text(), QStringLiteral("0003"));
-        for (const auto& [campo, texto] : {std::pair{2, "13"}, std::pair{4, "77"}}) {
-            entrada->Text2[campo]->setFocus();
-            entrada->Text2[campo]->selectAll();
-            QTest::keyClicks(entrada->Text2[campo], QString::fromLatin1(texto));
-            QTest::keyClick(entrada->Text2[campo], Qt::Key_Return);
-        }
+        teclear(entrada, {{2, "13"}, {4, "77"}});
         entrada->Text2[10]->setText(QStringLiteral("nueva de A"));
         entrada->INCLUIR->click();
         const QString nueva = QStringLiteral("C_CLIENTE, enviado, obs");
