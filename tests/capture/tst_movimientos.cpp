@@ -1,6 +1,5 @@
 // The entry screen: a transaction typed at the counter, from the keyboard to
 // its row in MOVIMIENTOS, with the client look-ups and photos beside it.
-#include "fallo.h"
 #include "foto.h"
 #include "guardada.h"
 #include "imagenes.h"
@@ -43,7 +42,6 @@ private slots:
         SesionDePrueba s;
         s.m->Dolar_Actual = 36.5f;
         auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
-        QCOMPARE(p->windowTitle(), QStringLiteral("Ingreso de transacciones"));
         const QString hoy = QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
         const int siguiente = s.base.valor(QStringLiteral("select coalesce(max(SECUENCIA),0)+1 from MOVIMIENTOS where FECHA='%1'").arg(hoy)).toInt();
         QCOMPARE(p->Text2[M::txtSecuencia]->text(), QString::asprintf("%04d", siguiente));
@@ -51,14 +49,11 @@ private slots:
         QCOMPARE(p->Text2[M::txtLetra]->text(), QStringLiteral("T"));
 
         // Operator 1 by Enter: the name gets its trailing blank; 3 leaves it.
-        teclear(p->Text2[M::txtOperadora], QStringLiteral("1"));
-        QCOMPARE(p->Text2[M::txtNombreOperadora]->text(), QStringLiteral("Ramil "));
-        QCOMPARE(p->focusWidget(), p->Text2[M::txtCliente]);
-        teclear(p->Text2[M::txtOperadora], QStringLiteral("2"));
-        QCOMPARE(p->Text2[M::txtNombreOperadora]->text(), QStringLiteral("Noelina"));
-        teclear(p->Text2[M::txtOperadora], QStringLiteral("3"));
-        QCOMPARE(p->Text2[M::txtNombreOperadora]->text(), QStringLiteral("Noelina"));
-        teclear(p->Text2[M::txtOperadora], QStringLiteral("1"));
+        for (auto [operadora, nombre] : {std::pair{"1", "Ramil "}, {"2", "Noelina"}, {"3", "Noelina"}, {"1", "Ramil "}}) {
+            teclear(p->Text2[M::txtOperadora], QString::fromLatin1(operadora));
+            QCOMPARE(p->Text2[M::txtNombreOperadora]->text(), QString::fromLatin1(nombre));
+            QCOMPARE(p->focusWidget(), p->Text2[M::txtCliente]);
+        }
 
         // Codes and amounts take only digits and decimal marks; the note takes anything.
         teclear(p->Text2[M::txtCliente], QStringLiteral("1a2 "));
@@ -173,7 +168,7 @@ private slots:
         QCOMPARE(p->focusWidget(), p->Text2[M::txtRecibido]);
     }
 
-    void clientes_a_mano_y_sus_fotos()
+    void busqueda_y_alta_de_clientes()
     {
         SesionDePrueba s;
         auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
@@ -203,8 +198,13 @@ private slots:
         teclear(p->Text2[M::txtCliente], QString::number(todos + 1));
         QCOMPARE(p->Text2[M::txtNombreCliente]->text(), QStringLiteral("ELOY CASTRO"));
         QCOMPARE(p->List2->count(), 0);
+    }
 
-        // The tally: names cut or padded to 14, counts beside.
+    // The tally of what the client has used: names cut or padded to 14, counts beside.
+    void servicios_del_cliente()
+    {
+        SesionDePrueba s;
+        auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
         s.base.sql(QStringLiteral("update servicios set D_SERVIcio = 'TRANSFERENCIA TRUMIN' where C_SERVIcio = 1;"
                                   "delete from MOVIMIENTOS where C_CLIENTE = 12;"
                                   "insert into MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, tipo_servicio) values"
@@ -212,8 +212,13 @@ private slots:
         teclear(p->Text2[M::txtCliente], QStringLiteral("12"));
         QCOMPARE(p->List2->item(0)->text(), QStringLiteral("TRANSFERENCIA  2"));
         QCOMPARE(p->List2->item(1)->text(), QStringLiteral("ZELLE          1"));
+    }
 
-        // The client's photo beside the entry.
+    // The client's photo beside the entry.
+    void foto_del_cliente()
+    {
+        SesionDePrueba s;
+        auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
         const QByteArray png = imagen("PNG", Qt::green, QSize(40, 50));
         s.base.sql(QStringLiteral("insert into fotos values (12, x'%1'); update clientes set Revisar='9999' where C_CLIENTE = 137")
                        .arg(QString::fromLatin1(png.toHex())));
@@ -257,24 +262,19 @@ private slots:
         QCOMPARE(p->Text2[M::txtObservacion]->text(), QStringLiteral("D'Angelo"));
     }
 
-    void el_servidor_rechaza()
+    // Two counters take the same sequence: the second entry is not lost but
+    // stored under the next free sequence, which its next preparation passes.
+    // (A note that breaks the statement: tests/server/tst_guardia.cpp.)
+    void dos_mostradores_una_secuencia()
     {
         SesionDePrueba s;
         auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
-        const QString antes = s.base.valor(QStringLiteral("select count(*) from MOVIMIENTOS"));
         auto preparar = [](Movimientos* q, const QString& nota) {
             q->Text2[M::txtCliente]->setText(QStringLiteral("0012"));
             q->Text2[M::txtEnviado]->setText(QStringLiteral("10"));
             q->Text2[M::txtRecibido]->setText(QStringLiteral("9,5"));
             q->Text2[M::txtObservacion]->setText(nota);
         };
-        // A quote in the note breaks the statement: nothing is stored.
-        preparar(p, QStringLiteral("D'Alessandro"));
-        QVERIFY_THROWS_EXCEPTION(FalloEjecucion, p->Incluir_Click());
-        QCOMPARE(s.base.valor(QStringLiteral("select count(*) from MOVIMIENTOS")), antes);
-
-        // Two counters take the same sequence: the second entry is not lost but
-        // stored under the next free sequence, which its next preparation passes.
         Module1 otro(s.m->despliegue);
         otro.Conexion.ConnectionString = s.base.cadenaConexion();
         otro.Conexion.Open();

@@ -208,8 +208,7 @@ private slots:
         ruta = imagenes + QStringLiteral("/IMG_0001.jpg");
         const QByteArray grande = grabar(telefono);
         const QSize dentro = QSize(3000, 4000).scaled(Foto::Lado_Maximo, Foto::Lado_Maximo, Qt::KeepAspectRatio);
-        QCOMPARE(formatoYMedida(grande),
-                 QStringLiteral("jpeg %1x%2").arg(dentro.width()).arg(dentro.height()));
+        QCOMPARE(formatoYMedida(grande), QStringLiteral("jpeg %1x%2").arg(dentro.width()).arg(dentro.height()));
         QVERIFY2(grande.size() * 10 < telefono.size(), qPrintable(QString::number(grande.size())));
         // Upright: what was left in the file stands on top.
         const QImage guardada = QImage::fromData(grande);

@@ -248,18 +248,24 @@ private slots:
             p->INGRESO->click();
             return s.mensajes.isEmpty() ? QString() : s.mensajes.takeLast().texto;
         };
-        QCOMPARE(pedir(QString(), QStringLiteral("60")), QStringLiteral("Indique la Descripcipón del Servicio"));
-        QCOMPARE(p->focusWidget(), p->Text2);
-        QCOMPARE(pedir(QStringLiteral("usdt chile"), QString()), QStringLiteral("Indique codigo de equivalencia"));
-        // 56 is tied to another USDT row: refused as taken, before looking at the service.
-        QCOMPARE(pedir(QStringLiteral("usdt chile"), QStringLiteral("56")),
-                 QStringLiteral(" ERROR : Código de equivalencia ya esta asignado"));
-        QCOMPARE(p->Text3->text(), QString());
-        QCOMPARE(pedir(QStringLiteral("usdt chile"), QStringLiteral("57")),
-                 QStringLiteral(" ERROR : Codigo de servicio equivalente no existe"));
-        QCOMPARE(pedir(QStringLiteral("usdt chile"), QStringLiteral("4")),
-                 QStringLiteral(" ERROR : No se puede asignar equivalencia a ese servicio, SW-C=1"));
-        QCOMPARE(s.mensajes.size(), 0);
+        // Each refusal with the field it leaves the focus in; 56 is tied to
+        // another USDT row, refused as taken before looking at the service.
+        const struct {
+            const char *nombre, *codigo, *aviso;
+            QLineEdit* foco;
+        } rechazos[] = {
+            {"", "60", "Indique la Descripcipón del Servicio", p->Text2},
+            {"usdt chile", "", "Indique codigo de equivalencia", p->Text3},
+            {"usdt chile", "56", " ERROR : Código de equivalencia ya esta asignado", p->Text3},
+            {"usdt chile", "57", " ERROR : Codigo de servicio equivalente no existe", p->Text3},
+            {"usdt chile", "4", " ERROR : No se puede asignar equivalencia a ese servicio, SW-C=1", p->Text3},
+        };
+        for (const auto& r : rechazos) {
+            QCOMPARE(pedir(QString::fromUtf8(r.nombre), QString::fromUtf8(r.codigo)), QString::fromUtf8(r.aviso));
+            QCOMPARE(p->focusWidget(), r.foco);
+            QVERIFY(s.mensajes.isEmpty());
+        }
+        QCOMPARE(p->Text3->text(), QString()); // a refused code is emptied
         QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios_usdt")), QStringLiteral("6"));
 
         // 60.9 is the code 60, stored as such with the name in capitals, quotes
