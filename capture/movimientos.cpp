@@ -188,17 +188,8 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
     Frame3->hide();
 
     // ---- the keyboard's road through a transaction
-    const QList<QWidget*> camino{Fecha1,
-                                 Text2[txtOperadora],
-                                 Text2[txtCliente],
-                                 Text2[txtLetra],
-                                 Text2[txtEnviado],
-                                 Text2[txtRecibido],
-                                 Text2[txtProveedor],
-                                 Text2[txtObservacion],
-                                 INCLUIR,
-                                 Combo2,
-                                 List1};
+    const QList<QWidget*> camino{Fecha1, Text2[txtOperadora], Text2[txtCliente], Text2[txtLetra], Text2[txtEnviado],
+                                 Text2[txtRecibido], Text2[txtProveedor], Text2[txtObservacion], INCLUIR, Combo2, List1};
     for (int i = 1; i < camino.size(); ++i)
         setTabOrder(camino[i - 1], camino[i]);
 

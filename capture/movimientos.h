@@ -41,13 +41,13 @@ public:
         txtNombreOperadora,
         txtNombreCliente,
         txtObservacion = 10,
-        txtLetra,           // the service's letter
+        txtLetra, // the service's letter
         txtNombreServicio,
     };
 
     // ---- controls, by their design names
     std::array<QLineEdit*, 13> Text2{};
-    QLineEdit* Text1_4;                 // search text and new client's name
+    QLineEdit* Text1_4; // search text and new client's name
     QDateEdit* Fecha1;
     QListWidget* List1; // services: " T - TRUMIN", item data the service code
     QListWidget* List2; // what the client has used

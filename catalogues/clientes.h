@@ -22,8 +22,8 @@ public:
     enum Columna : int {
         colCodigo = 0,
         colDescripcion,
-        colMod, // the change mark
-        colTM,  // never loaded
+        colMod,     // the change mark
+        colTM,      // never loaded
         colRevisar, // the review mark; "9999" under review
     };
     // The elements of Text1, captions among the fields. The count, the

@@ -125,9 +125,8 @@ QList<Valor> Form_SERVICIOS::Valores_Modificar(int fila)
 {
     Celdas.Value(fila, colPorcentaje) = conComa(Celdas.Value(fila, colPorcentaje).texto());
     auto celda = [&](int col) { return Celdas.Value(fila, col).texto().trimmed(); };
-    return {Valor(celda(colCodigo)),   Valor(celda(colDescripcion)),     Valor(celda(colPorcentaje)),
-            Valor(celda(colDecimales)), Valor(celda(colSwCal)), Valor(celda(colLetra).toUpper()),
-            Valor(celda(colStatus))};
+    return {Valor(celda(colCodigo)), Valor(celda(colDescripcion)), Valor(celda(colPorcentaje)), Valor(celda(colDecimales)),
+            Valor(celda(colSwCal)),  Valor(celda(colLetra).toUpper()), Valor(celda(colStatus))};
 }
 
 void Form_SERVICIOS::MODIFICAR_Click()

@@ -147,7 +147,6 @@ private slots:
         using P = Proveedores;
         auto* p = abrirPorMenu<Proveedores>(s, "TAB_PROVEEDORES", "Proveedores");
         QVERIFY(p);
-        QCOMPARE(p->windowTitle(), QStringLiteral("Proveedores (grupos)"));
         const auto celda = [p](int f, int k) { return p->Celdas.Value(f, k).texto(); };
         QCOMPARE(QStringList({celda(0, P::colCodigo), celda(0, P::colRegalo), celda(0, P::colUltRegalo), celda(1, P::colUltRegalo)}),
                  QStringList({"01", "1.000,2500", "", "2,5000"}));
