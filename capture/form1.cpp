@@ -18,8 +18,7 @@ using Mensajes::MsgBox;
 
 namespace {
 
-// Columns of a line: 0 sequence (given at the store), 1 client, 2 its name,
-// 3 sent, 4 received, 5 provider, 6 its name, 7 operator, 8 service letter.
+// The layout of a line's columns, in the order of Form1::Columna.
 struct ColumnaLinea {
     const char* titulo;
     int ancho;
@@ -69,11 +68,11 @@ Form1::Form1(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral(
     SALIR = Controles::Boton(this, QStringLiteral("SALIR"), QStringLiteral("Salir"), 635, 598, 220);
 
     connect(GRID, &Rejilla::AfterColEdit, this, [this](int col) { GRID_AfterColEdit(col); });
-    connect(grid1, &Rejilla::DblClick, this, [this] { Elige(Celdas1, grid1, 1); });
-    connect(grid2, &Rejilla::DblClick, this, [this] { Elige(Celdas2, grid2, 5); });
+    connect(grid1, &Rejilla::DblClick, this, [this] { Elige(Celdas1, grid1, colCliente); });
+    connect(grid2, &Rejilla::DblClick, this, [this] { Elige(Celdas2, grid2, colProveedor); });
     // Enter on a look-up picks it, as the double click does.
-    Controles::AlPulsarEnter(grid1->vista(), [this] { Elige(Celdas1, grid1, 1); });
-    Controles::AlPulsarEnter(grid2->vista(), [this] { Elige(Celdas2, grid2, 5); });
+    Controles::AlPulsarEnter(grid1->vista(), [this] { Elige(Celdas1, grid1, colCliente); });
+    Controles::AlPulsarEnter(grid2->vista(), [this] { Elige(Celdas2, grid2, colProveedor); });
     connect(Busca, &QPushButton::clicked, this, [this] { Busca_Cliente(); });
     connect(REFRESCA_C, &QPushButton::clicked, this, [this] { Carga_Clientes(); });
     connect(Command1, &QPushButton::clicked, this, [this] { Carga_Proveedores(); });
@@ -101,12 +100,12 @@ void Form1::Prepara_Lineas()
             .setAlignment(kColumnas[n].alineacion)
             .setHeadAlignment(Alineacion::Centro)
             .setAllowFocus(kColumnas[n].editable);
-    GRID->Columns(7).setDataWidth(5); // the operator, as its column holds it
+    GRID->Columns(colOperadora).setDataWidth(5); // the operator, as its column holds it
     Celdas.ReDim(-1, -1, 0, 0);
-    Celdas.ReDim(0, kLineas - 1, 0, 8);
+    Celdas.ReDim(0, kLineas - 1, 0, colLetra);
     for (int i = 0; i < kLineas; ++i) {
-        Celdas(i, 7) = QStringLiteral("1");
-        Celdas(i, 8) = QStringLiteral("T");
+        Celdas(i, colOperadora) = QStringLiteral("1");
+        Celdas(i, colLetra) = QStringLiteral("T");
     }
     GRID->Array(Celdas);
     GRID->ReBind();
@@ -146,7 +145,7 @@ void Form1::Busca_Cliente()
 void Form1::GRID_AfterColEdit(int col)
 {
     const int i = GRID->Bookmark();
-    if (i < 0 || (col != 1 && col != 5))
+    if (i < 0 || (col != colCliente && col != colProveedor))
         return;
     // A typed code shows its name; a text that is no code shows none.
     const QString codigo = Celdas(i, col).texto().trimmed();
@@ -154,7 +153,7 @@ void Form1::GRID_AfterColEdit(int col)
     if (EsNumerico(codigo) && std::abs(CDbl(codigo)) < 32768) {
         const int16_t n = CInt(CDbl(codigo));
         Celdas(i, col) = Format(double(n), QStringLiteral("0000"));
-        nombre = col == 1 ? m.Nombre_Cliente(n) : m.Nombre_Proveedor(n);
+        nombre = col == colCliente ? m.Nombre_Cliente(n) : m.Nombre_Proveedor(n);
     }
     Celdas(i, col + 1) = nombre;
     GRID->Refresh();
@@ -166,8 +165,8 @@ void Form1::Elige(const ::Celdas& lista, Rejilla* grid, int colCodigo)
     const int linea = GRID->Bookmark() < 0 ? 0 : GRID->Bookmark();
     if (elegida < 0)
         return;
-    Celdas(linea, colCodigo) = lista(elegida, 0).texto();
-    Celdas(linea, colCodigo + 1) = lista(elegida, 1).texto();
+    Celdas(linea, colCodigo) = lista(elegida, Listas::colCodigo).texto();
+    Celdas(linea, colCodigo + 1) = lista(elegida, Listas::colNombre).texto();
     GRID->Refresh();
 }
 
@@ -184,12 +183,12 @@ void Form1::INCLUIR_Click()
     GRID->Update();
     // Every line to store must name a known service before anything is sent.
     for (int i = 0; i < kLineas; ++i) {
-        if (Celdas(i, 1).texto().trimmed().isEmpty())
+        if (Celdas(i, colCliente).texto().trimmed().isEmpty())
             continue;
-        if (Servicio_De_Letra(Celdas(i, 8).texto().trimmed()) == 0) {
+        if (Servicio_De_Letra(Celdas(i, colLetra).texto().trimmed()) == 0) {
             MsgBox(QStringLiteral("Letra del Servicio no esta asignada"), Mensajes::vbCritical);
             GRID->setBookmark(i);
-            GRID->setCol(8);
+            GRID->setCol(colLetra);
             GRID->setFocus();
             return;
         }
@@ -209,18 +208,18 @@ void Form1::INCLUIR_Click()
     m.SQL.clear();
     int lineas = 0;
     for (int i = 0; i < kLineas; ++i) {
-        if (Celdas(i, 1).texto().trimmed().isEmpty())
+        if (Celdas(i, colCliente).texto().trimmed().isEmpty())
             continue;
         ++lineas;
-        Celdas(i, 0) = Format(double(++secuencia), QStringLiteral("0000"));
-        const QString recibido = punto(Celdas(i, 4));
-        const QString proveedor = Celdas(i, 5).texto().trimmed();
+        Celdas(i, colSecuencia) = Format(double(++secuencia), QStringLiteral("0000"));
+        const QString recibido = punto(Celdas(i, colRecibido));
+        const QString proveedor = Celdas(i, colProveedor).texto().trimmed();
         m.SQL += QStringLiteral(" INSERT INTO MOVIMIENTOS VALUES ('") + Fecha_T + QStringLiteral("','") +
-                 Celdas(i, 0).texto() + QStringLiteral("','") + Celdas(i, 1).texto().trimmed() + QStringLiteral("','") +
-                 punto(Celdas(i, 3)) + QStringLiteral("','") + recibido + QStringLiteral("','") +
-                 (proveedor.isEmpty() ? QStringLiteral("0") : proveedor) + QStringLiteral("','0','','','0','") +
-                 Celdas(i, 7).texto().trimmed() + QStringLiteral("',2,'") +
-                 QString::number(Servicio_De_Letra(Celdas(i, 8).texto().trimmed())) +
+                 Celdas(i, colSecuencia).texto() + QStringLiteral("','") + Celdas(i, colCliente).texto().trimmed() +
+                 QStringLiteral("','") + punto(Celdas(i, colEnviado)) + QStringLiteral("','") + recibido +
+                 QStringLiteral("','") + (proveedor.isEmpty() ? QStringLiteral("0") : proveedor) +
+                 QStringLiteral("','0','','','0','") + Celdas(i, colOperadora).texto().trimmed() + QStringLiteral("',2,'") +
+                 QString::number(Servicio_De_Letra(Celdas(i, colLetra).texto().trimmed())) +
                  QStringLiteral("',0,'',0,0,'',100,'','") + recibido + QStringLiteral("','") + recibido +
                  QStringLiteral("',0,'','',0,0,'0')");
     }

@@ -30,6 +30,18 @@ public:
     void INCLUIR_Click();
 
     static constexpr int kLineas = 24;
+    // The columns of a line. A code column has its name at its right.
+    enum Columna : int {
+        colSecuencia = 0, // given at the store
+        colCliente,
+        colNombreCliente,
+        colEnviado,
+        colRecibido,
+        colProveedor,
+        colNombreProveedor,
+        colOperadora,
+        colLetra, // the service's letter
+    };
 
     // ---- controls, by their design names
     QDateEdit* Fecha1;
@@ -48,7 +60,8 @@ private:
     void Carga_Lista(Rejilla* grid, ::Celdas& celdas, const QString& titulo, const QString& procedimiento,
                      const QString& campoCodigo, const QString& campoNombre, const QString& busqueda = QString());
     void GRID_AfterColEdit(int col);
-    // A double click on a look-up writes its code and name into the current line.
+    // A double click on a look-up writes its code and name into the current
+    // line, at colCodigo and the name at its right.
     void Elige(const ::Celdas& lista, Rejilla* grid, int colCodigo);
     // The code of the service with that letter; 0 when no service has it.
     int Servicio_De_Letra(const QString& letra) const;

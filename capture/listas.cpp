@@ -9,8 +9,8 @@ namespace Listas {
 void Prepara(Rejilla* grid, Celdas& celdas, const QString& titulo, int ancho)
 {
     grid->setAllowUpdate(false);
-    grid->Columns(0).setWidth(800).setCaption(QStringLiteral("Código")).setAlignment(Alineacion::Centro);
-    grid->Columns(1).setWidth(ancho).setCaption(titulo);
+    grid->Columns(colCodigo).setWidth(800).setCaption(QStringLiteral("Código")).setAlignment(Alineacion::Centro);
+    grid->Columns(colNombre).setWidth(ancho).setCaption(titulo);
     celdas.ReDim(-1, -1, 0, 0);
     grid->Array(celdas);
     grid->ReBind();
@@ -19,9 +19,9 @@ void Prepara(Rejilla* grid, Celdas& celdas, const QString& titulo, int ancho)
 void Llena(Module1& m, Rejilla* grid, Celdas& celdas, const QString& campoCodigo, const QString& campoNombre)
 {
     for (int fila = 0; !m.Rs->Eof(); ++fila, m.Rs->MoveNext()) {
-        celdas.ReDim(0, fila, 0, 1);
-        celdas.Value(fila, 0) = Format(m.Rs->Fields(campoCodigo), QStringLiteral("0000"));
-        celdas.Value(fila, 1) = Format(m.Rs->Fields(campoNombre), QStringLiteral("&"));
+        celdas.ReDim(0, fila, 0, colNombre);
+        celdas.Value(fila, colCodigo) = Format(m.Rs->Fields(campoCodigo), QStringLiteral("0000"));
+        celdas.Value(fila, colNombre) = Format(m.Rs->Fields(campoNombre), QStringLiteral("&"));
     }
     m.Cierra_Rs();
     grid->Array(celdas);

@@ -9,6 +9,9 @@ class Rejilla;
 
 namespace Listas {
 
+// The two columns of a look-up.
+enum Columna : int { colCodigo = 0, colNombre };
+
 // The two columns (the code, and the name `ancho` twips wide under `titulo`),
 // shown empty until the rows arrive.
 void Prepara(Rejilla* grid, Celdas& celdas, const QString& titulo, int ancho);

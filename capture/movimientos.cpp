@@ -26,8 +26,8 @@ using Mensajes::MsgBox;
 
 namespace {
 
-// The labels of the fields, by index of Text2; the ones without a label show
-// a name beside the field before them.
+// The labels of the fields, by Movimientos::Campo; the ones without a label
+// show a name beside the field before them.
 const char* const kEtiquetas[13] = {"Secuencia Transacción :",
                                     "Operadora",
                                     "Código Cliente",
@@ -43,7 +43,11 @@ const char* const kEtiquetas[13] = {"Secuencia Transacción :",
                                     "Nombre del servicio"};
 
 // Fields where only an amount or a code can be typed.
-bool soloCifras(int indice) { return indice == 1 || indice == 2 || indice == 4 || indice == 5; }
+bool soloCifras(int indice)
+{
+    return indice == Movimientos::txtOperadora || indice == Movimientos::txtCliente ||
+           indice == Movimientos::txtEnviado || indice == Movimientos::txtRecibido;
+}
 
 } // namespace
 
@@ -80,40 +84,40 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
 
     const int xc = 175;
     int y = 48;
-    etiqueta(QString::fromUtf8(kEtiquetas[0]), 10, y, 160);
-    campo(0, xc, y, 70)->setReadOnly(true);
+    etiqueta(QString::fromUtf8(kEtiquetas[txtSecuencia]), 10, y, 160);
+    campo(txtSecuencia, xc, y, 70)->setReadOnly(true);
     y += 34;
-    etiqueta(QString::fromUtf8(kEtiquetas[1]), 10, y, 160);
-    campo(1, xc, y, 40)->setMaxLength(5); // the operator, as its column holds it
-    campo(7, xc + 50, y, 260)->setReadOnly(true);
+    etiqueta(QString::fromUtf8(kEtiquetas[txtOperadora]), 10, y, 160);
+    campo(txtOperadora, xc, y, 40)->setMaxLength(5); // the operator, as its column holds it
+    campo(txtNombreOperadora, xc + 50, y, 260)->setReadOnly(true);
     y += 34;
-    etiqueta(QString::fromUtf8(kEtiquetas[2]), 10, y, 160);
-    campo(2, xc, y, 70);
-    campo(8, xc + 80, y, 300)->setReadOnly(true);
+    etiqueta(QString::fromUtf8(kEtiquetas[txtCliente]), 10, y, 160);
+    campo(txtCliente, xc, y, 70);
+    campo(txtNombreCliente, xc + 80, y, 300)->setReadOnly(true);
     y += 34;
-    etiqueta(QString::fromUtf8(kEtiquetas[11]), 10, y, 160);
-    campo(11, xc, y, 40)->setMaxLength(1);
-    campo(12, xc + 50, y, 260)->setReadOnly(true);
+    etiqueta(QString::fromUtf8(kEtiquetas[txtLetra]), 10, y, 160);
+    campo(txtLetra, xc, y, 40)->setMaxLength(1);
+    campo(txtNombreServicio, xc + 50, y, 260)->setReadOnly(true);
     y += 34;
-    etiqueta(QString::fromUtf8(kEtiquetas[4]), 10, y, 160);
-    campo(4, xc, y, 120);
+    etiqueta(QString::fromUtf8(kEtiquetas[txtEnviado]), 10, y, 160);
+    campo(txtEnviado, xc, y, 120);
     y += 34;
-    etiqueta(QString::fromUtf8(kEtiquetas[5]), 10, y, 160);
-    campo(5, xc, y, 120);
+    etiqueta(QString::fromUtf8(kEtiquetas[txtRecibido]), 10, y, 160);
+    campo(txtRecibido, xc, y, 120);
     y += 34;
-    etiqueta(QString::fromUtf8(kEtiquetas[6]), 10, y, 160);
-    campo(6, xc, y, 120)->setReadOnly(true);
+    etiqueta(QString::fromUtf8(kEtiquetas[txtEstimado]), 10, y, 160);
+    campo(txtEstimado, xc, y, 120)->setReadOnly(true);
     y += 34;
-    etiqueta(QString::fromUtf8(kEtiquetas[3]), 10, y, 160);
-    campo(3, xc, y, 70);
+    etiqueta(QString::fromUtf8(kEtiquetas[txtProveedor]), 10, y, 160);
+    campo(txtProveedor, xc, y, 70);
     y += 34;
-    etiqueta(QString::fromUtf8(kEtiquetas[10]), 10, y, 160);
-    campo(10, xc, y, 380)->setMaxLength(500); // the note, as its column holds it
-    for (int i : {4, 5, 6})
+    etiqueta(QString::fromUtf8(kEtiquetas[txtObservacion]), 10, y, 160);
+    campo(txtObservacion, xc, y, 380)->setMaxLength(500); // the note, as its column holds it
+    for (int i : {txtEnviado, txtRecibido, txtEstimado})
         Text2[i]->setAlignment(Qt::AlignRight);
-    QFont negrita = Text2[12]->font();
+    QFont negrita = Text2[txtNombreServicio]->font();
     negrita.setBold(true);
-    Text2[12]->setFont(negrita);
+    Text2[txtNombreServicio]->setFont(negrita);
 
     y += 40;
     etiqueta(QStringLiteral("Banco Zelle"), 10, y, 160);
@@ -184,13 +188,13 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
     Frame3->hide();
 
     // ---- the keyboard's road through a transaction
-    const QList<QWidget*> camino{Fecha1,    Text2[1],  Text2[2], Text2[11], Text2[4], Text2[5],
-                                 Text2[3],  Text2[10], INCLUIR,  Combo2,    List1};
+    const QList<QWidget*> camino{Fecha1, Text2[txtOperadora], Text2[txtCliente], Text2[txtLetra], Text2[txtEnviado],
+                                 Text2[txtRecibido], Text2[txtProveedor], Text2[txtObservacion], INCLUIR, Combo2, List1};
     for (int i = 1; i < camino.size(); ++i)
         setTabOrder(camino[i - 1], camino[i]);
 
     connect(Fecha1, &QDateEdit::dateChanged, this, [this] { Prepara_Transaccion(); });
-    connect(Text2[11], &QLineEdit::textChanged, this, [this] { Letra_Cambiada(); });
+    connect(Text2[txtLetra], &QLineEdit::textChanged, this, [this] { Letra_Cambiada(); });
     // A service chosen with the arrow keys, the mouse or by the screen itself:
     // every change of the current row is a click.
     connect(List1, &QListWidget::currentRowChanged, this, [this] { List1_Click(); });
@@ -233,8 +237,8 @@ void Movimientos::Form_Activate()
     }
     if (List1->count() > 0)
         List1->setCurrentRow(0);
-    Text2[11]->setText(QStringLiteral("T"));
-    Text2[12]->setText(QStringLiteral("TRUMIN"));
+    Text2[txtLetra]->setText(QStringLiteral("T"));
+    Text2[txtNombreServicio]->setText(QStringLiteral("TRUMIN"));
     Letra_OK = true;
     Cargado = 1;
 }
@@ -250,15 +254,15 @@ void Movimientos::Prepara_Transaccion()
     m.Rs->NextRecordset();
     m.Cierra_Rs();
 
-    for (int i = 1; i <= 10; ++i)
+    for (int i = txtOperadora; i <= txtObservacion; ++i)
         if (Text2[i])
             Text2[i]->clear();
-    for (int i = 1; i <= 6; ++i)
+    for (int i = txtOperadora; i <= txtEstimado; ++i)
         Text2[i]->setCursorPosition(0);
-    Text2[0]->setText(Format(double(secuencia), QStringLiteral("0000")));
-    Text2[1]->setText(QStringLiteral("1"));
-    Text2[7]->setText(QStringLiteral("Ramil"));
-    Text2[2]->setFocus();
+    Text2[txtSecuencia]->setText(Format(double(secuencia), QStringLiteral("0000")));
+    Text2[txtOperadora]->setText(QStringLiteral("1"));
+    Text2[txtNombreOperadora]->setText(QStringLiteral("Ramil"));
+    Text2[txtCliente]->setFocus();
 }
 
 int Movimientos::indiceDe(QObject* campo) const
@@ -285,58 +289,59 @@ bool Movimientos::eventFilter(QObject* objeto, QEvent* evento)
 
 void Movimientos::Text2_Enter(int indice)
 {
+    QLineEdit* const campo = Text2[indice];
     switch (indice) {
-    case 1:
-        if (Text2[1]->text() == QLatin1String("1"))
-            Text2[7]->setText(QStringLiteral("Ramil "));
-        else if (Text2[1]->text() == QLatin1String("2"))
-            Text2[7]->setText(QStringLiteral("Noelina"));
-        Text2[2]->setFocus();
+    case txtOperadora:
+        if (campo->text() == QLatin1String("1"))
+            Text2[txtNombreOperadora]->setText(QStringLiteral("Ramil "));
+        else if (campo->text() == QLatin1String("2"))
+            Text2[txtNombreOperadora]->setText(QStringLiteral("Noelina"));
+        Text2[txtCliente]->setFocus();
         break;
-    case 2: {
-        if (Text2[2]->text().trimmed().isEmpty()) {
+    case txtCliente: {
+        if (campo->text().trimmed().isEmpty()) {
             MsgBox(QStringLiteral("Indique Numero del Cliente"), Mensajes::vbCritical);
-            Text2[2]->setFocus();
+            campo->setFocus();
             return;
         }
-        const int16_t cliente = CInt(CDbl(Text2[2]->text()));
-        Text2[8]->setText(m.Nombre_Cliente(cliente));
-        Text2[2]->setText(Format(double(cliente), QStringLiteral("0000")));
+        const int16_t cliente = CInt(CDbl(campo->text()));
+        Text2[txtNombreCliente]->setText(m.Nombre_Cliente(cliente));
+        campo->setText(Format(double(cliente), QStringLiteral("0000")));
         Cuenta_Servicios();
-        Text2[11]->setFocus();
+        Text2[txtLetra]->setFocus();
         break;
     }
-    case 11:
-        Text2[4]->setFocus();
+    case txtLetra:
+        Text2[txtEnviado]->setFocus();
         break;
-    case 4: {
-        if (Text2[4]->text().trimmed().isEmpty()) {
+    case txtEnviado: {
+        if (campo->text().trimmed().isEmpty()) {
             MsgBox(QStringLiteral("Indique Monto Enviado"), Mensajes::vbCritical);
-            Text2[4]->setFocus();
+            campo->setFocus();
             return;
         }
-        Text2[4]->setText(Text2[4]->text().replace(QLatin1Char('.'), QLatin1Char(',')));
-        m.Monto_Conv = CDbl(Text2[4]->text());
+        campo->setText(campo->text().replace(QLatin1Char('.'), QLatin1Char(',')));
+        m.Monto_Conv = CDbl(campo->text());
         m.Convierte_Dolar(m.Monto_Conv, Cod_Servicio);
-        Text2[5]->setText(Format(m.Monto_Usd, QStringLiteral("##0.00")));
+        Text2[txtRecibido]->setText(Format(m.Monto_Usd, QStringLiteral("##0.00")));
         // For this letter the received amount is cut to cents, never rounded up.
-        if (Text2[11]->text() == QLatin1String("M")) {
+        if (Text2[txtLetra]->text() == QLatin1String("M")) {
             m.Monto_Usd = Int(m.Monto_Usd * 100) / 100;
-            Text2[5]->setText(Format(m.Monto_Usd, QStringLiteral("##0.00")));
+            Text2[txtRecibido]->setText(Format(m.Monto_Usd, QStringLiteral("##0.00")));
         }
-        Text2[10]->setFocus();
+        Text2[txtObservacion]->setFocus();
         break;
     }
-    case 5: {
-        if (Text2[5]->text().trimmed().isEmpty()) {
+    case txtRecibido: {
+        if (campo->text().trimmed().isEmpty()) {
             MsgBox(QStringLiteral("Indique Monto Recibido"), Mensajes::vbCritical);
-            Text2[5]->setFocus();
+            campo->setFocus();
             return;
         }
-        Text2[5]->setText(Text2[5]->text().replace(QLatin1Char('.'), QLatin1Char(',')));
-        const float estimado = CSng(CDbl(Text2[5]->text()) * m.Dolar_Actual);
-        Text2[6]->setText(Format(Fix(estimado), QStringLiteral("###,##0")));
-        Text2[10]->setFocus();
+        campo->setText(campo->text().replace(QLatin1Char('.'), QLatin1Char(',')));
+        const float estimado = CSng(CDbl(campo->text()) * m.Dolar_Actual);
+        Text2[txtEstimado]->setText(Format(Fix(estimado), QStringLiteral("###,##0")));
+        Text2[txtObservacion]->setFocus();
         break;
     }
     default:
@@ -346,7 +351,7 @@ void Movimientos::Text2_Enter(int indice)
 
 void Movimientos::Letra_Cambiada()
 {
-    QLineEdit* letra = Text2[11];
+    QLineEdit* letra = Text2[txtLetra];
     const QString capital = letra->text().toUpper();
     if (capital != letra->text()) {
         const int cursor = letra->cursorPosition();
@@ -355,12 +360,12 @@ void Movimientos::Letra_Cambiada()
         return;
     }
     Letra_OK = false;
-    Text2[12]->setText(QStringLiteral("LETRA NO ASIGNADA"));
+    Text2[txtNombreServicio]->setText(QStringLiteral("LETRA NO ASIGNADA"));
     const QString buscada = capital.trimmed();
     for (int i = 0; i < List1->count(); ++i) {
         const QString item = List1->item(i)->text();
         if (item.mid(1, 1) == buscada) {
-            Text2[12]->setText(item.mid(5, 20));
+            Text2[txtNombreServicio]->setText(item.mid(5, 20));
             Cod_Servicio = CInt(List1->item(i)->data(Qt::UserRole).toDouble());
             m.K = i;
             List1->setCurrentRow(i);
@@ -377,8 +382,8 @@ void Movimientos::List1_Click()
         return;
     for (int i = 0; i < List1->count(); ++i)
         List1->item(i)->setSelected(List1->item(i) == item);
-    Text2[11]->setText(item->text().mid(1, 1));
-    Text2[12]->setText(item->text().mid(5, 20));
+    Text2[txtLetra]->setText(item->text().mid(1, 1));
+    Text2[txtNombreServicio]->setText(item->text().mid(5, 20));
 }
 
 void Movimientos::Incluir_Click()
@@ -387,29 +392,30 @@ void Movimientos::Incluir_Click()
         MsgBox(QString::fromUtf8(texto), estilo);
         Text2[indice]->setFocus();
     };
-    if (Text2[2]->text().isEmpty())
-        return falta(2, "Indique Código de Cliente", Mensajes::vbInformation);
-    if (Text2[4]->text().isEmpty())
-        return falta(4, "Indique Monto Enviado", Mensajes::vbInformation);
-    if (Text2[5]->text().isEmpty())
-        return falta(5, "Indique Monto Recibido", Mensajes::vbInformation);
+    if (Text2[txtCliente]->text().isEmpty())
+        return falta(txtCliente, "Indique Código de Cliente", Mensajes::vbInformation);
+    if (Text2[txtEnviado]->text().isEmpty())
+        return falta(txtEnviado, "Indique Monto Enviado", Mensajes::vbInformation);
+    if (Text2[txtRecibido]->text().isEmpty())
+        return falta(txtRecibido, "Indique Monto Recibido", Mensajes::vbInformation);
     if (!Letra_OK)
-        return falta(11, "Letra del Servicio no esta asignada", Mensajes::vbCritical);
+        return falta(txtLetra, "Letra del Servicio no esta asignada", Mensajes::vbCritical);
 
     // The server reads the decimal point; the screen holds the comma.
-    const QString enviado = Text2[4]->text().trimmed().replace(QLatin1Char(','), QLatin1Char('.'));
-    const QString recibido = Text2[5]->text().trimmed().replace(QLatin1Char(','), QLatin1Char('.'));
-    Text2[3]->setText(QStringLiteral("0"));
+    const QString enviado = Text2[txtEnviado]->text().trimmed().replace(QLatin1Char(','), QLatin1Char('.'));
+    const QString recibido = Text2[txtRecibido]->text().trimmed().replace(QLatin1Char(','), QLatin1Char('.'));
+    Text2[txtProveedor]->setText(QStringLiteral("0"));
 
     // One positional row of 28 values; the payment columns start empty, and
     // the whole received amount counts as gain at 100 until a console
     // completes the row.
-    m.SQL = QStringLiteral(" INSERT INTO MOVIMIENTOS VALUES ('") + Fecha_T + QStringLiteral("','") + Text2[0]->text() +
-            QStringLiteral("','") + Text2[2]->text() + QStringLiteral("','") + enviado + QStringLiteral("','") + recibido +
-            QStringLiteral("','") + Text2[3]->text() + QStringLiteral("','0','','','0','") + Text2[1]->text() +
-            QStringLiteral("',2,'") + QString::number(Cod_Servicio) + QStringLiteral("',0,'',0,0,'',100,'") +
-            Text2[10]->text() + QStringLiteral("','") + recibido + QStringLiteral("','") + recibido +
-            QStringLiteral("',0,'','',0,0,'") + Combo2->currentText().left(1) + QStringLiteral("')");
+    m.SQL = QStringLiteral(" INSERT INTO MOVIMIENTOS VALUES ('") + Fecha_T + QStringLiteral("','") +
+            Text2[txtSecuencia]->text() + QStringLiteral("','") + Text2[txtCliente]->text() + QStringLiteral("','") +
+            enviado + QStringLiteral("','") + recibido + QStringLiteral("','") + Text2[txtProveedor]->text() +
+            QStringLiteral("','0','','','0','") + Text2[txtOperadora]->text() + QStringLiteral("',2,'") +
+            QString::number(Cod_Servicio) + QStringLiteral("',0,'',0,0,'',100,'") + Text2[txtObservacion]->text() +
+            QStringLiteral("','") + recibido + QStringLiteral("','") + recibido + QStringLiteral("',0,'','',0,0,'") +
+            Combo2->currentText().left(1) + QStringLiteral("')");
     if (m.SQL.length() > 5)
         m.Conexion.Execute(m.SQL);
     m.Cierra_Rs();
@@ -418,8 +424,8 @@ void Movimientos::Incluir_Click()
     if (List1->count() > 0)
         List1->setCurrentRow(0);
     Combo2->setCurrentIndex(0);
-    Text2[11]->setText(QStringLiteral("T"));
-    Text2[12]->setText(QStringLiteral("TRUMIN"));
+    Text2[txtLetra]->setText(QStringLiteral("T"));
+    Text2[txtNombreServicio]->setText(QStringLiteral("TRUMIN"));
     Letra_OK = true;
     List2->clear();
 }
@@ -480,7 +486,7 @@ void Movimientos::Crea_Cliente()
     Carga_Clientes();
     m.Carga_Tablas();
     Text1_4->clear();
-    Text2[2]->setFocus();
+    Text2[txtCliente]->setFocus();
 }
 
 void Movimientos::Cuenta_Servicios()
@@ -488,7 +494,7 @@ void Movimientos::Cuenta_Servicios()
     List2->clear();
     m.Cierra_Rs();
     m.Prepara_Comando(QStringLiteral("TRU_Cuenta_servicios"));
-    m.Comando.Parameters(1) = Valor(Text2[2]->text());
+    m.Comando.Parameters(1) = Valor(Text2[txtCliente]->text());
     m.Ejecuta_Comando();
     while (!m.Rs->Eof()) {
         const QString servicio = m.Rs->Fields(QStringLiteral("Servicio")).aTexto().leftJustified(14, QLatin1Char(' '), true);
@@ -503,7 +509,7 @@ void Movimientos::Cuenta_Servicios()
 
 void Movimientos::Ver_Foto()
 {
-    const QByteArray foto = Foto::Lee(m, Text2[2]->text(), Ruta == QLatin1String("9999"));
+    const QByteArray foto = Foto::Lee(m, Text2[txtCliente]->text(), Ruta == QLatin1String("9999"));
     Foto::Muestra(Imagen, foto);
     Foto::Muestra(Image1, foto);
 }

@@ -29,9 +29,25 @@ public:
     void Form_Load() override;
     void Form_Activate() override;
 
+    // The fields of Text2. Element 9 is not part of the form.
+    enum Campo : int {
+        txtSecuencia = 0,
+        txtOperadora,
+        txtCliente,
+        txtProveedor,
+        txtEnviado,
+        txtRecibido,
+        txtEstimado, // the bolivars, estimated from the received dollars
+        txtNombreOperadora,
+        txtNombreCliente,
+        txtObservacion = 10,
+        txtLetra, // the service's letter
+        txtNombreServicio,
+    };
+
     // ---- controls, by their design names
-    std::array<QLineEdit*, 13> Text2{}; // index 9 is not part of the form
-    QLineEdit* Text1_4;                 // search text and new client's name
+    std::array<QLineEdit*, 13> Text2{};
+    QLineEdit* Text1_4; // search text and new client's name
     QDateEdit* Fecha1;
     QListWidget* List1; // services: " T - TRUMIN", item data the service code
     QListWidget* List2; // what the client has used

@@ -9,6 +9,10 @@ class BANCOS : public Catalogo {
 public:
     BANCOS(Module1& m, MDIForm1& principal);
 
+    enum Columna : int { colCodigo = 0, colDescripcion };
+    // The elements of Text1: each field with its caption before it.
+    enum Campo : int { rotCodigo = 0, txtCodigo, rotDescripcion, txtDescripcion };
+
     void INCLUIR_Click();
     void Procesar_Click();
 };

@@ -8,4 +8,7 @@ class BANCOS_ZELLE : public Catalogo {
     Q_OBJECT
 public:
     BANCOS_ZELLE(Module1& m, MDIForm1& principal);
+
+    // colMarca is the hidden change mark.
+    enum Columna : int { colCodigo = 0, colDescripcion, colMarca };
 };

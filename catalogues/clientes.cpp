@@ -24,25 +24,25 @@ Clientes::Clientes(Module1& modulo, MDIForm1& p)
     lista_ = QStringLiteral("TRU_CLIENTES_01");
     modifica_ = QStringLiteral("TRU_MOD_CLIENTES");
     const auto centro = Alineacion::Centro;
-    columnas_ = {
+    columnas_ = { // in the order of Columna
         {QStringLiteral("Codigo"), QStringLiteral("C_CLIENTE"), QStringLiteral("0000"), 1000, centro, centro, false},
         {QStringLiteral("Descripcion"), QStringLiteral("D_cliente"), QStringLiteral("&"), 4700},
         {QStringLiteral("Mod"), QString(), QString(), 500, centro, centro, true, false},
         {QStringLiteral("T-M"), QString(), QString(), 1000, Alineacion::Derecha, centro, false, false},
         {QStringLiteral("Revisar"), QStringLiteral("Revisar"), QStringLiteral("&"), 1000, centro, centro},
     };
-    bandera_ = 2;
-    enviadas_ = {0, 1, 4};
+    bandera_ = colMod;
+    enviadas_ = {colCodigo, colDescripcion, colRevisar};
     recargaCache_ = true;
-    camposDeIngreso_ = {0, 1, 2, 3};
+    camposDeIngreso_ = {rotCodigo, txtCodigo, rotDescripcion, txtDescripcion};
 
     // ---- search and grid, left
-    etiqueta(4, QStringLiteral("Busqueda"), 10, 12, 80);
-    campo(5, QStringLiteral("Busqueda"), 90, 12, 250);
+    etiqueta(rotBusqueda, QStringLiteral("Busqueda"), 10, 12, 80);
+    campo(txtBusqueda, QStringLiteral("Busqueda"), 90, 12, 250);
     Busca = boton(QStringLiteral("Busca"), QStringLiteral("Buscar"), 345, 9, 90);
     // The count, the client's code and the picture's path are written by the
     // screen, never typed: no length limit cuts what the screen writes there.
-    campo(6, QStringLiteral("Filas"), 445, 12, 60)->setReadOnly(true);
+    campo(txtFilas, QStringLiteral("Filas"), 445, 12, 60)->setReadOnly(true);
     rejilla(10, 46, 495, 484);
     Command1 = boton(QStringLiteral("Command1"), QStringLiteral("Fila 1"), 10, 540, 120);
     Ultimo = boton(QStringLiteral("Ultimo"), QStringLiteral("Ultima Fila"), 140, 540, 120);
@@ -54,18 +54,18 @@ Clientes::Clientes(Module1& modulo, MDIForm1& p)
     Controles::Nombrar(List1, QStringLiteral("List1"), QStringLiteral("Servicio"));
     CONSULTAR = boton(QStringLiteral("CONSULTAR"), QStringLiteral("Consultar Clientes"), xm, 210, 240);
     INCLUIR = boton(QStringLiteral("INCLUIR"), QStringLiteral("Incluir Cliente"), xm, 260, 240);
-    etiqueta(0, QStringLiteral("Código"), xm, 298, 90);
-    campo(1, QStringLiteral("Código"), xm + 95, 298, 60, 4);
-    etiqueta(2, QStringLiteral("Descripción"), xm, 298, 240);
-    campo(3, QStringLiteral("Descripción"), xm, 326, 240, 40);
+    etiqueta(rotCodigo, QStringLiteral("Código"), xm, 298, 90);
+    campo(txtCodigo, QStringLiteral("Código"), xm + 95, 298, 60, 4);
+    etiqueta(rotDescripcion, QStringLiteral("Descripción"), xm, 298, 240);
+    campo(txtDescripcion, QStringLiteral("Descripción"), xm, 326, 240, 40);
     Procesar = boton(QStringLiteral("Procesar"), QStringLiteral("Procesar Ingreso"), xm, 358, 240);
     MODIFICAR = boton(QStringLiteral("MODIFICAR"), QStringLiteral("Procesar Modificaciones"), xm, 410, 240);
     SALIR = boton(QStringLiteral("SALIR"), QStringLiteral("Salir"), xm, 540, 240);
 
     // ---- the photograph, right
     const int xf = 785;
-    etiqueta(8, QStringLiteral("Cliente ="), xf, 12, 75);
-    campo(9, QStringLiteral("Cliente"), xf + 80, 12, 60)->setReadOnly(true);
+    etiqueta(rotCliente, QStringLiteral("Cliente ="), xf, 12, 75);
+    campo(txtCliente, QStringLiteral("Cliente"), xf + 80, 12, 60)->setReadOnly(true);
     Imagen = new QLabel(this);
     Imagen->setGeometry(xf, 44, 260, 325);
     Imagen->setAlignment(Qt::AlignCenter);
@@ -80,7 +80,7 @@ Clientes::Clientes(Module1& modulo, MDIForm1& p)
     Text2->hide();
     FOTO = boton(QStringLiteral("FOTO"), QStringLiteral("Buscar Foto"), xf, 378, 125);
     GRABAR_IMAGEN = boton(QStringLiteral("GRABAR_IMAGEN"), QStringLiteral("Grabar Foto"), xf + 135, 378, 125);
-    campo(7, QStringLiteral("Archivo de la foto"), xf, 416, 260)->setReadOnly(true);
+    campo(txtArchivo, QStringLiteral("Archivo de la foto"), xf, 416, 260)->setReadOnly(true);
     Check1 = new QCheckBox(QStringLiteral("Foto Grande"), this);
     Check1->setGeometry(xf, 450, 200, 24);
     Controles::Nombrar(Check1, QStringLiteral("Check1"), QStringLiteral("Foto Grande"));
@@ -162,14 +162,14 @@ void Clientes::Carga_Grid()
     Reloj_De_Arena(true);
     Catalogo::Carga_Grid();
     Fila = int16_t(Celdas.UpperBound(1));
-    Text1[6]->setText(QString::number(Fila + 1));
+    Text1[txtFilas]->setText(QString::number(Fila + 1));
     N_Filas = int16_t(Fila + 1);
-    Text1[5]->setFocus();
+    Text1[txtBusqueda]->setFocus();
     Imagen->clear();
     m.K = 0;
-    Text1[9]->clear();
+    Text1[txtCliente]->clear();
     Revisar_Fila.clear();
-    Text1[7]->clear();
+    Text1[txtArchivo]->clear();
     Reloj_De_Arena(false);
 }
 
@@ -177,26 +177,26 @@ void Clientes::Carga_Grid()
 void Clientes::Busca_Click()
 {
     Prepara_Grid();
-    Llama(QStringLiteral("TRU_Busca_CLIENTES"), {Valor(Text1[5]->text().trimmed())});
+    Llama(QStringLiteral("TRU_Busca_CLIENTES"), {Valor(Text1[txtBusqueda]->text().trimmed())});
     Llena_Grid();
-    Text1[5]->setFocus();
+    Text1[txtBusqueda]->setFocus();
 }
 
 void Clientes::GRID_Click()
 {
     const int fila = GRID->SelBookmark0();
-    m.K = Valor(Celdas.Value(fila, 0).texto());
-    Revisar_Fila = Celdas.Value(fila, 4).texto();
-    Text1[9]->setText(Format(m.K, QStringLiteral("0000")));
+    m.K = Valor(Celdas.Value(fila, colCodigo).texto());
+    Revisar_Fila = Celdas.Value(fila, colRevisar).texto();
+    Text1[txtCliente]->setText(Format(m.K, QStringLiteral("0000")));
     Muestra_Foto();
 }
 
-void Clientes::INCLUIR_Click() { Modo_Ingreso({1, 3}, {2, 3}, 3); }
+void Clientes::INCLUIR_Click() { Modo_Ingreso({txtCodigo, txtDescripcion}, {rotDescripcion, txtDescripcion}, txtDescripcion); }
 
 // An empty name is not refused; the new client arrives on the last row.
 void Clientes::Procesar_Click()
 {
-    Ingresa(QStringLiteral("TRU_IN_CLIENTES_01"), {Valor(Text1[3]->text())}, true);
+    Ingresa(QStringLiteral("TRU_IN_CLIENTES_01"), {Valor(Text1[txtDescripcion]->text())}, true);
     GRID->setBookmark(N_Filas - 1);
 }
 
@@ -218,7 +218,7 @@ void Clientes::Muestra_Foto()
         Aviso(QStringLiteral("Cliente no tiene Foto"));
     Foto::Muestra(Imagen, foto);
     Foto::Muestra(Image1, foto);
-    Text1[7]->clear(); // what is on the screen is stored already
+    Text1[txtArchivo]->clear(); // what is on the screen is stored already
 }
 
 QByteArray Clientes::Lee_Archivo(const QString& ruta)
@@ -237,18 +237,19 @@ void Clientes::FOTO_Click()
         return;
     }
     Dialogo_InitDir = Foto::Carpeta_De_Fotos();
-    Text1[7]->setText(Dialogo_ShowOpen());
-    if (Text1[7]->text().isEmpty())
+    QLineEdit* const archivo = Text1[txtArchivo];
+    archivo->setText(Dialogo_ShowOpen());
+    if (archivo->text().isEmpty())
         Imagen->clear();
     else
-        Foto::Muestra(Imagen, Lee_Archivo(Text1[7]->text()));
+        Foto::Muestra(Imagen, Lee_Archivo(archivo->text()));
 }
 
 // The path stays in its field, so a second click stores the same file again.
 // What is stored is the picture at the size of the screens, not the file.
 void Clientes::GRABAR_IMAGEN_Click()
 {
-    const QString ruta = Text1[7]->text().trimmed();
+    const QString ruta = Text1[txtArchivo]->text().trimmed();
     if (ruta.isEmpty()) {
         MsgBox(QStringLiteral("----- ESA FOTO YA ESTA GRABADA -------"));
         return;

@@ -19,6 +19,28 @@ class Clientes : public Catalogo {
 public:
     Clientes(Module1& m, MDIForm1& principal);
 
+    enum Columna : int {
+        colCodigo = 0,
+        colDescripcion,
+        colMod,     // the change mark
+        colTM,      // never loaded
+        colRevisar, // the review mark; "9999" under review
+    };
+    // The elements of Text1, captions among the fields. The count, the
+    // client's code and the picture's path are written by the screen.
+    enum Campo : int {
+        rotCodigo = 0,
+        txtCodigo,
+        rotDescripcion,
+        txtDescripcion, // the name of a new client
+        rotBusqueda,
+        txtBusqueda,
+        txtFilas,   // the count of the last full list
+        txtArchivo, // the picture file chosen by FOTO
+        rotCliente,
+        txtCliente, // the client clicked, whose photo is shown
+    };
+
     void Form_Activate() override;
     void Carga_Grid() override;
     void Carga_Servicios();

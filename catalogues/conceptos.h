@@ -10,6 +10,11 @@ class CONCEPTOS : public Catalogo {
 public:
     CONCEPTOS(Module1& m, MDIForm1& principal);
 
+    // colMarca is the hidden change mark.
+    enum Columna : int { colCodigo = 0, colDescripcion, colMarca };
+    // The elements of Text1: the new concept and its caption.
+    enum Campo : int { rotConcepto = 2, txtConcepto = 3 };
+
     void Carga_Grid() override;
     void Procesar_Click();
 };

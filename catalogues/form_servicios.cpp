@@ -22,7 +22,7 @@ Form_SERVICIOS::Form_SERVICIOS(Module1& modulo, MDIForm1& p)
     lista_ = QStringLiteral("TRU_servicios");
     modifica_ = QStringLiteral("TRU_MOD_servicios_01");
     const auto centro = Alineacion::Centro;
-    columnas_ = {
+    columnas_ = { // in the order of Columna
         {QStringLiteral("Codigo"), QStringLiteral("C_SERVIcio"), QStringLiteral("00"), 1000, centro, centro, false},
         {QStringLiteral("Descripcion"), QStringLiteral("D_SERVIcio"), QStringLiteral("&"), 3000},
         {QStringLiteral("Porcen."), QStringLiteral("porcentaje"), QStringLiteral("#0.00"), 900, centro, centro},
@@ -32,27 +32,27 @@ Form_SERVICIOS::Form_SERVICIOS(Module1& modulo, MDIForm1& p)
         {QStringLiteral("Letra"), QStringLiteral("letra"), QStringLiteral("&"), 1000, centro, centro},
         {QStringLiteral("Status"), QStringLiteral("St_servicio"), QStringLiteral("&"), 1000, centro, centro},
     };
-    bandera_ = 4;
+    bandera_ = colMarca;
     banderaInicial_ = QStringLiteral("0");
     recargaCache_ = true;
 
     rejilla(10, 10, 690, 400);
-    etiqueta(2, QStringLiteral("Servicio"), 10, 424, 80);
-    campo(3, QStringLiteral("Servicio"), 95, 424, 250, 60);
-    etiqueta(0, QStringLiteral("Porcent."), 365, 424, 70);
-    campo(1, QStringLiteral("Porcent."), 440, 424, 80, 10);
-    etiqueta(4, QStringLiteral("Decimales"), 10, 458, 80);
-    campo(5, QStringLiteral("Decimales"), 95, 458, 50, 2);
-    etiqueta(7, QStringLiteral("Letra"), 165, 458, 50);
-    campo(6, QStringLiteral("Letra"), 220, 458, 30, 1);
+    etiqueta(rotServicio, QStringLiteral("Servicio"), 10, 424, 80);
+    campo(txtServicio, QStringLiteral("Servicio"), 95, 424, 250, 60);
+    etiqueta(rotPorcentaje, QStringLiteral("Porcent."), 365, 424, 70);
+    campo(txtPorcentaje, QStringLiteral("Porcent."), 440, 424, 80, 10);
+    etiqueta(rotDecimales, QStringLiteral("Decimales"), 10, 458, 80);
+    campo(txtDecimales, QStringLiteral("Decimales"), 95, 458, 50, 2);
+    etiqueta(rotLetra, QStringLiteral("Letra"), 165, 458, 50);
+    campo(txtLetra, QStringLiteral("Letra"), 220, 458, 30, 1);
     Frame1 = new QGroupBox(QStringLiteral("Sw-Calculos"), this);
     Frame1->setGeometry(540, 418, 160, 64);
     Controles::Nombrar(Frame1, QStringLiteral("Frame1"), QStringLiteral("Sw-Calculos"));
     auto* grupo = new QButtonGroup(this);
     grupo->setExclusive(false); // after a load neither option is on
-    for (int i : {1, 2}) {
+    for (int i : {swDolar, swUsdt}) {
         auto* o = new QRadioButton(QString::number(i), Frame1);
-        o->setGeometry(20 + (i - 1) * 70, 28, 60, 24);
+        o->setGeometry(20 + (i - swDolar) * 70, 28, 60, 24);
         o->setAutoExclusive(false);
         Controles::Nombrar(o, QStringLiteral("Option1"), i, QString::number(i));
         grupo->addButton(o, i);
@@ -61,7 +61,7 @@ Form_SERVICIOS::Form_SERVICIOS(Module1& modulo, MDIForm1& p)
     // Exclusive by hand: choosing one puts the other off.
     connect(grupo, &QButtonGroup::idClicked, this, [this](int id) {
         Option1[id]->setChecked(true);
-        Option1[3 - id]->setChecked(false);
+        Option1[id == swDolar ? swUsdt : swDolar]->setChecked(false);
     });
 
     Procesar = boton(QStringLiteral("Procesar"), QStringLiteral("Procesar Ingreso"), 10, 500, 220);
@@ -76,10 +76,10 @@ Form_SERVICIOS::Form_SERVICIOS(Module1& modulo, MDIForm1& p)
 
 void Form_SERVICIOS::Carga_Grid()
 {
-    for (int i : {3, 1, 5, 6})
+    for (int i : {txtServicio, txtPorcentaje, txtDecimales, txtLetra})
         Text1[i]->clear();
-    Option1[1]->setChecked(false);
-    Option1[2]->setChecked(false);
+    Option1[swDolar]->setChecked(false);
+    Option1[swUsdt]->setChecked(false);
     Catalogo::Carga_Grid();
 }
 
@@ -90,39 +90,43 @@ void Form_SERVICIOS::Procesar_Click()
         if (campo)
             campo->setFocus();
     };
-    if (Text1[3]->text().isEmpty())
-        return falta(Text1[3], "Indique la Descripcipón del Servicio");
-    if (Text1[1]->text().isEmpty())
-        return falta(Text1[1], "Indique Porcentaje de descuento del Servicio");
-    Text1[5]->setText(Text1[5]->text().trimmed());
-    if (Text1[5]->text().isEmpty())
-        return falta(Text1[5], "Indique Numero de decimales del Servicio");
-    Text1[1]->setText(conComa(Text1[1]->text()));
-    if (!Option1[1]->isChecked() && !Option1[2]->isChecked())
+    QLineEdit* const servicio = Text1[txtServicio];
+    QLineEdit* const porcentaje = Text1[txtPorcentaje];
+    QLineEdit* const decimales = Text1[txtDecimales];
+    QLineEdit* const letra = Text1[txtLetra];
+    if (servicio->text().isEmpty())
+        return falta(servicio, "Indique la Descripcipón del Servicio");
+    if (porcentaje->text().isEmpty())
+        return falta(porcentaje, "Indique Porcentaje de descuento del Servicio");
+    decimales->setText(decimales->text().trimmed());
+    if (decimales->text().isEmpty())
+        return falta(decimales, "Indique Numero de decimales del Servicio");
+    porcentaje->setText(conComa(porcentaje->text()));
+    if (!Option1[swDolar]->isChecked() && !Option1[swUsdt]->isChecked())
         return falta(nullptr, "Indique tipo de calculo del Servicio (Sw-calculo)");
-    Text1[6]->setText(Text1[6]->text().trimmed().toUpper());
-    if (Text1[6]->text().isEmpty())
-        return falta(Text1[6], "Indique Letra del Servicio");
+    letra->setText(letra->text().trimmed().toUpper());
+    if (letra->text().isEmpty())
+        return falta(letra, "Indique Letra del Servicio");
 
     // A letter already held is warned about, once per holder, and the service
     // is stored all the same: the operator mends it in the grid.
     for (int i = 1; i <= m.N_Servicios; ++i) {
-        if (Text1[6]->text() == m.Servicios_T(i)[5].trimmed()) {
+        if (letra->text() == m.Servicios_T(i)[5].trimmed()) {
             MsgBox(QStringLiteral("Error : la letra ya esta asignada al servicio = ") + QString::number(i));
-            Text1[6]->setFocus();
+            letra->setFocus();
         }
     }
-    m.I = Option1[2]->isChecked() ? 2 : 1;
+    m.I = Option1[swUsdt]->isChecked() ? swUsdt : swDolar;
     Ingresa(QStringLiteral("TRU_IN_SERVICIOS_02"),
-            {Valor(Text1[3]->text()), Valor(Text1[1]->text()), Valor(Text1[5]->text()), m.I, Valor(Text1[6]->text())}, true);
+            {Valor(servicio->text()), Valor(porcentaje->text()), Valor(decimales->text()), m.I, Valor(letra->text())}, true);
 }
 
 QList<Valor> Form_SERVICIOS::Valores_Modificar(int fila)
 {
-    Celdas.Value(fila, 2) = conComa(Celdas.Value(fila, 2).texto());
+    Celdas.Value(fila, colPorcentaje) = conComa(Celdas.Value(fila, colPorcentaje).texto());
     auto celda = [&](int col) { return Celdas.Value(fila, col).texto().trimmed(); };
-    return {Valor(celda(0)), Valor(celda(1)), Valor(celda(2)), Valor(celda(3)),
-            Valor(celda(5)), Valor(celda(6).toUpper()), Valor(celda(7))};
+    return {Valor(celda(colCodigo)), Valor(celda(colDescripcion)), Valor(celda(colPorcentaje)), Valor(celda(colDecimales)),
+            Valor(celda(colSwCal)),  Valor(celda(colLetra).toUpper()), Valor(celda(colStatus))};
 }
 
 void Form_SERVICIOS::MODIFICAR_Click()

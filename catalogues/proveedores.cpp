@@ -13,7 +13,7 @@ Proveedores::Proveedores(Module1& modulo, MDIForm1& p)
     const auto centro = Alineacion::Centro;
     const auto general = Alineacion::General;
     const auto derecha = Alineacion::Derecha;
-    columnas_ = {
+    columnas_ = { // in the order of Columna
         {QStringLiteral("Codigo"), QStringLiteral("C_proveedor"), QStringLiteral("00"), 1000, centro, centro, false},
         {QStringLiteral("Descripcion"), QStringLiteral("D_proveedor"), QStringLiteral("&"), 3000, general, general},
         {QStringLiteral("Clave"), QStringLiteral("clave_pro"), QStringLiteral("&"), 800, general, centro},
@@ -21,21 +21,20 @@ Proveedores::Proveedores(Module1& modulo, MDIForm1& p)
         {QStringLiteral("% Gan"), QStringLiteral("porgan"), QStringLiteral("0"), 800, centro, general},
         {QStringLiteral("Comision"), QStringLiteral("Comision"), QStringLiteral("#,##0.00"), 1000, centro, centro},
         {QStringLiteral("Regalo"), QStringLiteral("Regalo"), QStringLiteral("#,##0.0000"), 1200, derecha, centro},
-        // Written only for a last gift above 0; an edit here goes nowhere.
         {QStringLiteral("Ult.Regalo"), QString(), QString(), 1200, derecha, centro},
     };
-    bandera_ = 3;
-    camposDeIngreso_ = {0, 1, 2, 3, 4, 5};
+    bandera_ = colMod;
+    camposDeIngreso_ = {rotCodigo, txtCodigo, rotDescripcion, txtDescripcion, txtClave, rotClave};
 
     rejilla(10, 10, 640, 560);
     GRID->setColumnFooters(true);
     const int x = 670;
-    etiqueta(0, QStringLiteral("Código"), x, 20, 100);
-    campo(1, QStringLiteral("Código"), x + 110, 20, 60, 4);
-    etiqueta(2, QStringLiteral("Descripción"), x, 54, 100);
-    campo(3, QStringLiteral("Descripción"), x + 110, 54, 300, 30);
-    etiqueta(5, QStringLiteral("Clave Grupo"), x, 88, 100);
-    campo(4, QStringLiteral("Clave Grupo"), x + 110, 88, 80, 5);
+    etiqueta(rotCodigo, QStringLiteral("Código"), x, 20, 100);
+    campo(txtCodigo, QStringLiteral("Código"), x + 110, 20, 60, 4);
+    etiqueta(rotDescripcion, QStringLiteral("Descripción"), x, 54, 100);
+    campo(txtDescripcion, QStringLiteral("Descripción"), x + 110, 54, 300, 30);
+    etiqueta(rotClave, QStringLiteral("Clave Grupo"), x, 88, 100);
+    campo(txtClave, QStringLiteral("Clave Grupo"), x + 110, 88, 80, 5);
     INCLUIR = boton(QStringLiteral("INCLUIR"), QStringLiteral("Incluir Proveedor"), x, 130, 200);
     Procesar = boton(QStringLiteral("Procesar"), QStringLiteral("Procesar Ingreso"), x + 210, 130, 200);
     MODIFICAR = boton(QStringLiteral("MODIFICAR"), QStringLiteral("Procesar Modificaciones"), x, 170, 200);
@@ -52,24 +51,27 @@ void Proveedores::Carga_Grid()
     Total_Regalo = 0;
     Total_Ult_Regalo = 0;
     Catalogo::Carga_Grid();
-    GRID->Columns(6).setFooterText(Format(Total_Regalo, QStringLiteral("###,##0.00")));
-    GRID->Columns(7).setFooterText(Format(Total_Ult_Regalo, QStringLiteral("###,##0.00")));
+    GRID->Columns(colRegalo).setFooterText(Format(Total_Regalo, QStringLiteral("###,##0.00")));
+    GRID->Columns(colUltRegalo).setFooterText(Format(Total_Ult_Regalo, QStringLiteral("###,##0.00")));
 }
 
 void Proveedores::Fila_Leida(int fila)
 {
     const double ultimo = m.Rs->Fields(QStringLiteral("ultregalo")).aDouble();
     if (ultimo > 0)
-        Celdas.Value(fila, 7) = Format(ultimo, QStringLiteral("#,##0.0000"));
+        Celdas.Value(fila, colUltRegalo) = Format(ultimo, QStringLiteral("#,##0.0000"));
     Total_Regalo += m.Rs->Fields(QStringLiteral("Regalo")).aDouble();
     Total_Ult_Regalo += ultimo;
 }
 
-void Proveedores::INCLUIR_Click() { Modo_Ingreso({1, 3, 4}, {2, 3, 4, 5}, 3); }
+void Proveedores::INCLUIR_Click()
+{
+    Modo_Ingreso({txtCodigo, txtDescripcion, txtClave}, {rotDescripcion, txtDescripcion, txtClave, rotClave}, txtDescripcion);
+}
 
 void Proveedores::Procesar_Click()
 {
-    Ingresa(QStringLiteral("TRU_IN_proveedor_01"), {Valor(Text1[3]->text()), Valor(Text1[4]->text())}, false);
+    Ingresa(QStringLiteral("TRU_IN_proveedor_01"), {Valor(Text1[txtDescripcion]->text()), Valor(Text1[txtClave]->text())}, false);
 }
 
 // The amounts leave with a decimal comma; a cell typed with a point is mended
@@ -78,5 +80,6 @@ QList<Valor> Proveedores::Valores_Modificar(int fila)
 {
     auto celda = [&](int col) { return Celdas.Value(fila, col).texto().trimmed(); };
     auto importe = [&](int col) { return Valor(celda(col).replace(QLatin1Char('.'), QLatin1Char(','))); };
-    return {Valor(celda(0)), Valor(celda(1)), Valor(celda(2)), Valor(celda(4)), importe(5), importe(6)};
+    return {Valor(celda(colCodigo)), Valor(celda(colDescripcion)), Valor(celda(colClave)),
+            Valor(celda(colGanancia)), importe(colComision), importe(colRegalo)};
 }

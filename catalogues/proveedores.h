@@ -11,6 +11,19 @@ public:
     QList<Valor> Valores_Modificar(int fila) override;
     Proveedores(Module1& m, MDIForm1& principal);
 
+    enum Columna : int {
+        colCodigo = 0,
+        colDescripcion,
+        colClave, // the group key
+        colMod,   // the change mark
+        colGanancia,
+        colComision,
+        colRegalo,
+        colUltRegalo, // written only for a last gift above 0; an edit here goes nowhere
+    };
+    // The elements of Text1: each field with its caption.
+    enum Campo : int { rotCodigo = 0, txtCodigo, rotDescripcion, txtDescripcion, txtClave, rotClave };
+
     void Carga_Grid() override;
     void INCLUIR_Click();
     void Procesar_Click();

@@ -10,7 +10,7 @@
 Dolar::Dolar(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral("Dolar"))
 {
     setWindowTitle(QStringLiteral("Precio del Dolar"));
-    for (int i : {0, 1}) {
+    for (int i : {lnGuardado, lnNuevo}) {
         auto* l = new QLabel(this);
         l->setGeometry(10, 10 + i * 50, 280, 22);
         Controles::Nombrar(l, QStringLiteral("Label1"), i, QStringLiteral("Precio de Dolar al "));
@@ -18,17 +18,17 @@ Dolar::Dolar(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral(
         auto* t = new QLineEdit(this);
         t->setGeometry(300, 9 + i * 50, 110, 24);
         t->setAlignment(Qt::AlignRight);
-        Controles::Nombrar(t, QStringLiteral("Text2"), i, i == 0 ? QStringLiteral("Precio guardado") : QStringLiteral("Precio nuevo"));
+        Controles::Nombrar(t, QStringLiteral("Text2"), i, i == lnGuardado ? QStringLiteral("Precio guardado") : QStringLiteral("Precio nuevo"));
         Text2.insert(i, t);
     }
-    Text2[0]->setReadOnly(true);
-    Text2[0]->setFocusPolicy(Qt::NoFocus);
-    Controles::SeleccionarAlEnfocar(Text2[1]);
+    Text2[lnGuardado]->setReadOnly(true);
+    Text2[lnGuardado]->setFocusPolicy(Qt::NoFocus);
+    Controles::SeleccionarAlEnfocar(Text2[lnNuevo]);
     Actualizar = new QPushButton(QStringLiteral("Actualizar"), this);
     Actualizar->setGeometry(300, 105, 110, 30);
     Controles::Nombrar(Actualizar, QStringLiteral("Actualizar"), QStringLiteral("Actualizar"));
     // Enter in the new price moves on to the button.
-    Controles::AlPulsarEnter(Text2[1], [this] { Actualizar->setFocus(); });
+    Controles::AlPulsarEnter(Text2[lnNuevo], [this] { Actualizar->setFocus(); });
     connect(Actualizar, &QPushButton::clicked, this, [this] { Actualizar_Click(); });
 }
 
@@ -36,25 +36,25 @@ void Dolar::Form_Load() { Colocar(3000, 5001, 6550, 2700); }
 
 void Dolar::Form_Activate()
 {
-    Label1[1]->setText(QStringLiteral("Precio de Dolar al ") + m.reloj().toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")));
+    Label1[lnNuevo]->setText(QStringLiteral("Precio de Dolar al ") + m.reloj().toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")));
     m.Cierra_Rs();
     m.SQL = QStringLiteral(" select * from dolar");
     m.Abre_Rs(m.SQL);
-    Label1[0]->setText(QStringLiteral("Precio de Dolar al ") + m.Rs->Fields(QStringLiteral("Fecha")).aTexto());
-    Text2[0]->setText(m.Rs->Fields(QStringLiteral("valor")).aTexto());
+    Label1[lnGuardado]->setText(QStringLiteral("Precio de Dolar al ") + m.Rs->Fields(QStringLiteral("Fecha")).aTexto());
+    Text2[lnGuardado]->setText(m.Rs->Fields(QStringLiteral("valor")).aTexto());
     m.Cierra_Rs();
 }
 
 void Dolar::Actualizar_Click()
 {
     // An empty price would be stored as 0 and price every estimate at 0.
-    if (Text2[1]->text().trimmed().isEmpty()) {
+    if (Text2[lnNuevo]->text().trimmed().isEmpty()) {
         Mensajes::MsgBox(QStringLiteral("Indique Dolar del día"));
-        Text2[1]->setFocus();
+        Text2[lnNuevo]->setFocus();
         return;
     }
     // This procedure takes the decimal point, unlike the other rate procedures.
-    const QString valor = Text2[1]->text().replace(QLatin1Char(','), QLatin1Char('.'));
+    const QString valor = Text2[lnNuevo]->text().replace(QLatin1Char(','), QLatin1Char('.'));
     const QDateTime ahora = m.reloj();
     m.Cierra_Rs();
     m.Prepara_Comando(QStringLiteral("TRU_UPDATE_DOLAR"));

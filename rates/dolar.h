@@ -19,7 +19,11 @@ public:
     void Form_Activate() override;
     void Actualizar_Click();
 
-    QMap<int, QLabel*> Label1;   // 0 the stored price's moment, 1 this moment
-    QMap<int, QLineEdit*> Text2; // 0 the stored price, 1 the new one
+    // The two lines of Label1 and Text2: the stored price with its moment,
+    // the new price with this moment.
+    enum Linea : int { lnGuardado = 0, lnNuevo = 1 };
+
+    QMap<int, QLabel*> Label1;   // the moment of each line
+    QMap<int, QLineEdit*> Text2; // the price of each line
     QPushButton* Actualizar;
 };

@@ -14,7 +14,7 @@
 using namespace Numeros;
 
 namespace {
-// From the dollar of the day to each wallet's price, by index of Text3.
+// From the dollar of the day to each wallet's price, by DOLAR_NEW::Billetera.
 const double kFactores[5] = {0, 0.91, 0.94, 0.96, 0.85};
 const char* const kBilleteras[5] = {"", "TRUMIN", "ZELLE", "ZINLI", "AMAZON"};
 
@@ -38,9 +38,9 @@ DOLAR_NEW::DOLAR_NEW(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QString
         return t;
     };
 
-    etiqueta(0, QString(), 10, 8, 560);
-    etiqueta(1, QString(), 10, 30, 560);
-    etiqueta(3, QStringLiteral(" Dolar del día ="), 10, 70, 130);
+    etiqueta(lblGuardado, QString(), 10, 8, 560);
+    etiqueta(lblAhora, QString(), 10, 30, 560);
+    etiqueta(lblDolar, QStringLiteral(" Dolar del día ="), 10, 70, 130);
     Text1 = new QLineEdit(this);
     Text1->setGeometry(145, 69, 110, 24);
     Text1->setAlignment(Qt::AlignRight);
@@ -50,14 +50,14 @@ DOLAR_NEW::DOLAR_NEW(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QString
 
     // The heads are one text spaced by blanks; each column of prices stands
     // centred under its word, wherever the face of this machine puts it.
-    etiqueta(2, QStringLiteral("  TRUMIN             ZELLE                  ZINLI                AMAZON"), 145, 110, 520);
-    const QFontMetrics medida(Label1[2]->font());
-    const QString cabeza = Label1[2]->text();
-    for (int i = 1; i <= 4; ++i) {
+    etiqueta(lblCabezas, QStringLiteral("  TRUMIN             ZELLE                  ZINLI                AMAZON"), 145, 110, 520);
+    const QFontMetrics medida(Label1[lblCabezas]->font());
+    const QString cabeza = Label1[lblCabezas]->text();
+    for (int i = bTrumin; i <= bAmazon; ++i) {
         const QString billetera = QString::fromLatin1(kBilleteras[i]);
         const int centro = 145 + medida.horizontalAdvance(cabeza.left(cabeza.indexOf(billetera))) +
                            medida.horizontalAdvance(billetera) / 2;
-        const int x = qMax(145 + (i - 1) * 92, centro - 44);
+        const int x = qMax(145 + (i - bTrumin) * 92, centro - 44);
         QLineEdit* guardado = campo(QStringLiteral("Text2"), i - 1, billetera, x, 134);
         guardado->setReadOnly(true);
         guardado->setFocusPolicy(Qt::NoFocus);
@@ -84,13 +84,13 @@ void DOLAR_NEW::Form_Load() { Colocar(2000, 3001, 12550, 5000); }
 
 void DOLAR_NEW::Form_Activate()
 {
-    Label1[1]->setText(QStringLiteral("Precio de Dolar al ") + m.reloj().toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")));
+    Label1[lblAhora]->setText(QStringLiteral("Precio de Dolar al ") + m.reloj().toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")));
     m.Cierra_Rs();
     m.SQL = QStringLiteral(" select * from dolar_NEW");
     m.Abre_Rs(m.SQL);
-    Label1[0]->setText(QStringLiteral("Precio de Dolar al ") + m.Rs->Fields(QStringLiteral("Fecha")).aTexto());
-    for (int i = 0; i < 4; ++i)
-        Text2[i]->setText(Format(m.Rs->Fields(QString::fromLatin1(kBilleteras[i + 1])), QStringLiteral("###.00")));
+    Label1[lblGuardado]->setText(QStringLiteral("Precio de Dolar al ") + m.Rs->Fields(QStringLiteral("Fecha")).aTexto());
+    for (int i = bTrumin; i <= bAmazon; ++i)
+        Text2[i - 1]->setText(Format(m.Rs->Fields(QString::fromLatin1(kBilleteras[i])), QStringLiteral("###.00")));
     Text1->clear();
     Text1->setFocus();
     m.Cierra_Rs();
@@ -105,26 +105,26 @@ void DOLAR_NEW::Text1_Enter()
         return;
     }
     const double dolar = CDbl(Text1->text());
-    for (int i = 1; i <= 4; ++i)
+    for (int i = bTrumin; i <= bAmazon; ++i)
         Text3[i]->setText(Format(dolar * kFactores[i], QStringLiteral("###.00")));
     Text1->selectAll();
 }
 
 void DOLAR_NEW::Actualizar_Click()
 {
-    for (int i = 1; i <= 4; ++i)
+    for (int i = bTrumin; i <= bAmazon; ++i)
         Text3[i]->setText(Format(conComa(Text3[i]->text()), QStringLiteral("##0.00")));
     const QDateTime ahora = m.reloj();
     m.Cierra_Rs();
     m.Prepara_Comando(QStringLiteral("TRU_UPDATE_DOLAR_01"));
     m.Comando.Parameters(1) = Valor(ahora);
-    for (int i = 1; i <= 4; ++i)
+    for (int i = bTrumin; i <= bAmazon; ++i)
         m.Comando.Parameters(i + 1) = Valor(Text3[i]->text());
     m.Ejecuta_Comando();
     m.Cierra_Rs();
     m.Rec_Fecha = ahora.toString(QStringLiteral("dd/MM/yyyy HH:mm:ss"));
     // The cached amounts of the four wallets change at once, without a reload.
-    for (int i = 1; i <= 4; ++i) {
+    for (int i = bTrumin; i <= bAmazon; ++i) {
         if (Text3[i]->text().trimmed().isEmpty())
             throw FalloEjecucion::tiposNoCoinciden(); // an empty price is no number
         m.Monto_T(i) = CSng(CDbl(Text3[i]->text()));

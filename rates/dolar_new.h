@@ -21,10 +21,17 @@ public:
     void Text1_Enter();
     void Actualizar_Click();
 
-    QMap<int, QLabel*> Label1;   // 0 the stored prices' moment, 1 this moment, 2 heads, 3 caption of Text1
+    // The elements of Label1.
+    enum Rotulo : int { lblGuardado = 0, lblAhora, lblCabezas, lblDolar };
+    // The wallets, as Text3 counts them; they are also the codes of their
+    // services. Text2 counts them from 0: the stored price of a wallet b is
+    // Text2[b - 1].
+    enum Billetera : int { bTrumin = 1, bZelle, bZinli, bAmazon };
+
+    QMap<int, QLabel*> Label1;
     QLineEdit* Text1;            // the dollar of the day
-    QMap<int, QLineEdit*> Text2; // 0 to 3: the stored prices
-    QMap<int, QLineEdit*> Text3; // 1 to 4: the new prices
+    QMap<int, QLineEdit*> Text2; // the stored prices
+    QMap<int, QLineEdit*> Text3; // the new prices
     QPushButton* Actualizar;
     QPushButton* SALIR;
 };

@@ -41,12 +41,41 @@ public:
     void Notifica_Click();
     void CIERRA_NOTI_Click();
 
+    // ---- the columns of the three grids
+    // GRID, the service rates. Only colMontoActual takes the focus: the
+    // calculation writes it and the operator may correct it.
+    enum Columna : int {
+        colCodigo = 0,
+        colServicio,
+        colMontoAnterior,
+        colPorcentaje,
+        colMontoActual,
+        colDecimales,
+        colSwC, // 1: priced from the dollar; 2: from a USDT row
+    };
+    // GRID1, the USDT prices. usdtVenta travels with the row out of the
+    // operator's sight (one twip wide); usdtMarca is the hidden change mark.
+    enum ColumnaUsdt : int {
+        usdtCodigo = 0,
+        usdtDescripcion,
+        usdtCompra,
+        usdtVenta,
+        usdtMarca,
+        usdtEquivalencia, // the service that the row prices; above 49 only
+        usdtDivide,       // 1 base over price, 2 price over base
+    };
+    // GRID2, the notifications; notiOculta is hidden and never loaded.
+    enum ColumnaNoti : int { notiProveedor = 0, notiNombre, notiTitulo, notiMensaje, notiFecha, notiTipo, notiLeida, notiOculta };
+    // The elements of Label1 and of uev.
+    enum Rotulo : int { lblUltima = 0, lblAhora = 1, lblDolar = 3 };
+    enum RotuloUev : int { uevEquivalencia = 0, uevServicio = 2 };
+
     // ---- controls, by their design names
     QLineEdit* Text1;          // the reference dollar
     QLineEdit* Text2;          // name of a new USDT service
     QLineEdit* Text3;          // its equivalence code
-    QMap<int, QLabel*> Label1; // 0 last store, 1 this moment, 3 caption of Text1
-    QMap<int, QLabel*> uev;    // captions of Text3 (0) and Text2 (2)
+    QMap<int, QLabel*> Label1; // last store, this moment, caption of Text1
+    QMap<int, QLabel*> uev;    // captions of Text3 and Text2
     Rejilla* GRID;             // service rates
     Rejilla* GRID1;            // USDT prices
     Rejilla* GRID2;            // notifications
@@ -77,4 +106,7 @@ private:
     void Valida_Equivalencia_Existe();
     void Rechaza_Equivalencia(const QString& texto);
     double Equivalencia_Pedida() const;
+    // The text with its decimal points turned into the comma that the
+    // calculation and the procedures read.
+    static QString Con_Coma(QString texto);
 };

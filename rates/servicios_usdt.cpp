@@ -13,20 +13,20 @@ SERVICIOS_USDT::SERVICIOS_USDT(Module1& modulo, MDIForm1& p)
     lista_ = QStringLiteral("TRU_servicios_USDT");
     modifica_ = QStringLiteral("TRU_MOD_servicios_USDT");
     const auto c = Alineacion::Centro;
-    columnas_ = {
+    columnas_ = { // in the order of Columna
         {QStringLiteral("Codigo"), QStringLiteral("C_SERVIcio"), QStringLiteral("00"), 1000, c, c, false},
         {QStringLiteral("Descripcion"), QStringLiteral("D_SERVIcio"), QStringLiteral("&"), 3000, Alineacion::General, c},
         {QStringLiteral("Precio\rCompra"), QStringLiteral("compra"), QStringLiteral("#0.0000"), 1400, c, c},
         {QStringLiteral("Precio\rVenta"), QStringLiteral("venta"), QStringLiteral("0.0000"), 1400, c, c},
         {QString(), QString(), QString(), 200, Alineacion::General, Alineacion::General, false, false},
     };
-    bandera_ = 4;
+    bandera_ = colMarca;
     banderaInicial_ = QStringLiteral("0");
-    enviadas_ = {0, 1, 2, 3};
+    enviadas_ = {colCodigo, colDescripcion, colCompra, colVenta};
 
-    for (int i : {1, 2}) {
+    for (int i : {lblAhora, lblUltima}) {
         auto* l = new QLabel(this);
-        l->setGeometry(10, i == 1 ? 8 : 446, 640, 22);
+        l->setGeometry(10, i == lblAhora ? 8 : 446, 640, 22);
         Controles::Nombrar(l, QStringLiteral("Label1"), i, QString());
         Label1.insert(i, l);
     }
@@ -51,13 +51,13 @@ SERVICIOS_USDT::SERVICIOS_USDT(Module1& modulo, MDIForm1& p)
 
 void SERVICIOS_USDT::Rotula_Ultima()
 {
-    Label1[2]->setText(QStringLiteral("Ultima actualización : ") + m.Fecha_Compraventas);
+    Label1[lblUltima]->setText(QStringLiteral("Ultima actualización : ") + m.Fecha_Compraventas);
 }
 
 void SERVICIOS_USDT::Form_Activate()
 {
-    Label1[1]->setText(QStringLiteral("Actualización Precios de Compra/Venta USDT  al : ") +
-                       m.reloj().toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")));
+    Label1[lblAhora]->setText(QStringLiteral("Actualización Precios de Compra/Venta USDT  al : ") +
+                              m.reloj().toString(QStringLiteral("dd/MM/yyyy HH:mm:ss")));
     Rotula_Ultima();
     Carga_Grid();
 }
@@ -71,7 +71,7 @@ void SERVICIOS_USDT::Carga_Grid()
 QList<Valor> SERVICIOS_USDT::Valores_Modificar(int fila)
 {
     // The prices reach the server with the decimal comma; a typed point becomes one.
-    for (int col : {2, 3})
+    for (int col : {colCompra, colVenta})
         Celdas.Value(fila, col) = Celdas.Value(fila, col).texto().replace(QLatin1Char('.'), QLatin1Char(','));
     // Code, description and the two prices: the divide flag is left to the server's default.
     return Catalogo::Valores_Modificar(fila);

@@ -20,9 +20,14 @@ public:
     void Procesar_Click();
     void ACTUALIZAR_Click();
 
+    // The columns of the grid; colMarca is the hidden change mark.
+    enum Columna : int { colCodigo = 0, colDescripcion, colCompra, colVenta, colMarca };
+    // The elements of Label1.
+    enum Rotulo : int { lblAhora = 1, lblUltima = 2 };
+
     QLineEdit* Text2;          // name of a new USDT service
     QLabel* uev;               // its caption
-    QMap<int, QLabel*> Label1; // 1 this moment, 2 the last price update
+    QMap<int, QLabel*> Label1;
     QPushButton* ACTUALIZAR;
 
 private:

@@ -21,8 +21,8 @@ void EnterComoEspacio();
 // The whole text is selected each time the field gets the focus.
 void SeleccionarAlEnfocar(QLineEdit* campo);
 
-// Gives a control its design name as object name ("INCLUIR", or "Text2(4)"
-// for the element 4 of a control array) and the name that screen readers and
+// Gives a control its design name as object name ("INCLUIR", or "Text2(n)"
+// for the element n of a control array) and the name that screen readers and
 // UI automation announce: its caption or its label.
 void Nombrar(QWidget* control, const QString& nombre, const QString& accesible);
 void Nombrar(QWidget* control, const QString& arreglo, int indice, const QString& accesible);

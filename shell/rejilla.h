@@ -4,11 +4,11 @@
 // and an edit goes straight into the matrix. Under the rows a strip of footers
 // holds one text per column (the totals of a load), each exactly under its
 // column. The screen lays it out column by column in twips, as the original
-// form data did:
+// form data did, each column by the name its screen gives it:
 //
-//   GRID->Columns(4).setWidth(1150).setCaption("Envio").setAlignment(Alineacion::Derecha);
+//   GRID->Columns(colEnvio).setWidth(1150).setCaption("Envio").setAlignment(Alineacion::Derecha);
 //   GRID->Array(Celdas);             // after a load
-//   GRID->Columns(5).setFooterText(Format(Total_Recibido, "#,###,##0.00"));
+//   GRID->Columns(colRecibido).setFooterText(Format(Total_Recibido, "#,###,##0.00"));
 //
 // and answers its events: AfterColEdit (mark the row in the hidden flag
 // column), HeadClick (sort with ordenarPorColumna), DblClick and Click.

@@ -35,9 +35,33 @@ public:
     void Form_Load() override;
     void Form_Activate() override;
 
+    // ---- named indexes
+    // The elements of Text1, captions among the fields. The monthly summary
+    // fills the month, the average and the balance without showing them.
+    enum Campo : int {
+        rotAno = 0,
+        txtAno,
+        rotMes,
+        txtMes,
+        rotPromedio,
+        txtPromedio,
+        txtBalance, // what was received and did not come as a direct transfer
+        rotBalance,
+    };
+    // The operator boxes of Option2 and the service boxes of Option3: the
+    // index of the box goes to the server.
+    enum Operadora : int { opTodas = 0, opRamil, opNoelina };
+    enum TipoServicio : int { srvTodos = 0, srvTrum, srvZelle, srvZinli, srvAmaz };
+    // The columns of GRID, a row a day. In the monthly summary a row is a
+    // month: colDia shows it ("2025-03") and colSemana, hidden, holds its key
+    // (202503). On the USDT screens colRecibido is what the client sent.
+    enum ColumnaDia : int { colDia = 0, colSemana, colRecibido, colDirectos, colTotM, colPorc, colTotG };
+    // The columns of GRID1, GRID2, GRID4 and GRID5, a row a provider, client,
+    // bank or service: its code, its name, its money and its share of the
+    // month's total; GRID2 alone has the count of transactions (grpCuantos).
+    enum ColumnaGrupo : int { grpCodigo = 0, grpNombre, grpRecibido, grpPorcentaje, grpCuantos };
+
     // ---- controls, by their design names
-    // 0 "Año=", 1 year, 2 "Mes =", 3 month, 4 "Promedio Diario =", 5 the
-    // average, 6 the balance, 7 "Balance="
     std::array<QLineEdit*, 8> Text1;
     QTabWidget* SSTab1;
     QFrame* Line1;
@@ -85,12 +109,12 @@ protected:
     virtual void Prepara_Grid();
     // After the layout of all five grids: captions and widths of a variant.
     virtual void Retoca_Columnas() {}
-    virtual bool Con_Cuantos() const { return true; }   // GRID2 column 4
+    virtual bool Con_Cuantos() const { return true; }   // GRID2 has grpCuantos
     virtual bool Con_Reloj() const { return true; }     // hourglass during the load
     virtual bool Cuenta_Filas() const { return true; }  // asks the first set's record count
     virtual bool Ordena_GRID() const { return true; }
     virtual bool Ordena_GRID2() const { return true; }
-    // Cell pattern of GRID column 6, footer pattern of column 5, share pattern of GRID5.
+    // Cell pattern of colTotG, footer pattern of colPorc, share pattern of GRID5.
     QString Formato_Gan = QStringLiteral("#,##0.00");
     QString Formato_Pie_Porc = QStringLiteral("###,##0.00");
     QString Formato_Porc_Servicio = QStringLiteral("###,##0.00");
@@ -107,17 +131,18 @@ protected:
     void Prepara_Grid2();
     void Prepara_Grid4();
     void Prepara_Grid5();
-    // Blanks the footers of columns 0 to 3 of GRID, GRID1, GRID2 and GRID4.
+    // Blanks the footers of the first four columns of GRID, GRID1, GRID2 and GRID4.
     void Blanquea_Pies();
     // Cierra_Rs, then the procedure with the values given, into Rs.
     void Ejecuta(std::initializer_list<Valor> valores);
-    // Columns 2, 4, 5 and 6 of a row of GRID from the current record, added to the totals.
+    // Received, transactions, % and gain of a row of GRID from the current
+    // record, added to the totals.
     void Escribe_Dia(int fila);
-    // Footers 2, 4, 5 and 6 of GRID.
+    // The footers of those four columns of GRID.
     void Pies_Del_Mes();
     // A set by code into its grid, rows in arrival order: the code, its name,
-    // Suma and its share of `total`; with `cuantos` also column 4. The footer
-    // of column 0 counts the rows when `conteo`; column 2 has Suma_Grid.
+    // Suma and its share of `total`; with `cuantos` also the count. The footer
+    // of the code counts the rows when `conteo`; the money's has Suma_Grid.
     void Lee_Grupo(Rejilla* grid, ::Celdas& celdas, const QString& campo, const QString& formatoCodigo,
                    const std::function<QString(const Valor&)>& nombre, double total, const QString& formatoPorc,
                    bool conteo, bool cuantos);
@@ -128,8 +153,7 @@ protected:
     // Cierra_Rs, every grid bound anew, the hourglass off.
     void Termina();
     // The hourglass on and the totals of the last load back to zero, with the
-    // average of Text1(6); the average of Text1(5) stays until a month with
-    // data replaces it.
+    // balance emptied; the average stays until a month with data replaces it.
     void Empieza();
     // (Suma x 100) / total when Suma > 0, else 0.
     static double Porcion(double suma, double total);

@@ -17,12 +17,12 @@ void CALCULOS01_USDT::Form_Load()
 
 void CALCULOS01_USDT::Columnas_Usdt(CALCULOS01& p, int anchoCliente)
 {
-    p.GRID->Columns(2).setCaption(QStringLiteral("Enviado"));
-    p.GRID2->Columns(1).setWidth(anchoCliente);
-    p.GRID2->Columns(2).setCaption(QStringLiteral("Enviado "));
+    p.GRID->Columns(CALCULOS01::colRecibido).setCaption(QStringLiteral("Enviado"));
+    p.GRID2->Columns(CALCULOS01::grpNombre).setWidth(anchoCliente);
+    p.GRID2->Columns(CALCULOS01::grpRecibido).setCaption(QStringLiteral("Enviado "));
     for (Rejilla* g : {p.GRID1, p.GRID4, p.GRID5}) {
-        g->Columns(1).setWidth(2000);
-        g->Columns(2).setCaption(QStringLiteral("Enviado"));
+        g->Columns(CALCULOS01::grpNombre).setWidth(2000);
+        g->Columns(CALCULOS01::grpRecibido).setCaption(QStringLiteral("Enviado"));
     }
 }
 

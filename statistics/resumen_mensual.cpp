@@ -6,7 +6,7 @@
 
 Resumen_mensual::Resumen_mensual(Module1& modulo, MDIForm1& p, const QString& nombre) : CALCULOS01(modulo, p, nombre)
 {
-    for (int i : {2, 3, 4, 6, 7})
+    for (int i : {rotMes, txtMes, rotPromedio, txtBalance, rotBalance})
         Text1[size_t(i)]->hide();
     Formato_Gan = QStringLiteral("###,###");
     Formato_Pie_Porc = QStringLiteral("##0.00");
@@ -15,16 +15,16 @@ Resumen_mensual::Resumen_mensual(Module1& modulo, MDIForm1& p, const QString& no
 
 void Resumen_mensual::Retoca_Columnas()
 {
-    GRID1->Columns(3).setWidth(800);
-    GRID2->Columns(1).setWidth(2500);
-    GRID2->Columns(2).setWidth(1100);
-    GRID2->Columns(3).setWidth(800);
+    GRID1->Columns(grpPorcentaje).setWidth(800);
+    GRID2->Columns(grpNombre).setWidth(2500);
+    GRID2->Columns(grpRecibido).setWidth(1100);
+    GRID2->Columns(grpPorcentaje).setWidth(800);
 }
 
 void Resumen_mensual::Busca_Fila(const QString& clave)
 {
     for (const int i : Celdas.Filas())
-        if (Celdas(i, 1) == clave) {
+        if (Celdas(i, colSemana) == clave) {
             Fila = int16_t(i);
             return;
         }
@@ -40,10 +40,10 @@ void Resumen_mensual::Prepara_Grid()
     const QString campo = Campo_Clave();
     int i = 0;
     for (; !rs.Eof(); rs.MoveNext()) {
-        Celdas.ReDim(0, i, 0, 6);
+        Celdas.ReDim(0, i, 0, colTotG);
         const Valor& fecha = rs.Fields(campo);
-        Celdas(i, 0) = Format(fecha, QStringLiteral("000-00"));
-        Celdas(i, 1) = Format(fecha, QStringLiteral("&"));
+        Celdas(i, colDia) = Format(fecha, QStringLiteral("000-00"));
+        Celdas(i, colSemana) = Format(fecha, QStringLiteral("&")); // the key, hidden
         ++i;
     }
     m.I = i;
@@ -52,7 +52,7 @@ void Resumen_mensual::Prepara_Grid()
     Prepara_Grid1();
 }
 
-void Resumen_mensual::Ejecuta_Procedimiento() { Ejecuta({Text1[1]->text(), m.K, m.L}); }
+void Resumen_mensual::Ejecuta_Procedimiento() { Ejecuta({Text1[txtAno]->text(), m.K, m.L}); }
 
 void Resumen_mensual::Porcentaje_Del_Ano() { Porc_Gan = 100 * Divide(Total_Gan, Total_Recibido); }
 
@@ -92,13 +92,13 @@ void Resumen_mensual::Carga_Estadistica()
     for (; !rs.Eof(); rs.MoveNext()) {
         Busca_Fila(rs.Fields(QStringLiteral("Fecha")).aTexto());
         const double suma = rs.Fields(QStringLiteral("Suma")).aDouble();
-        Celdas(Fila, 3) = Format(suma, QStringLiteral("###,###"));
+        Celdas(Fila, colDirectos) = Format(suma, QStringLiteral("###,###"));
         Total_Recibido += suma;
     }
-    GRID->Columns(3).setFooterText(Format(Total_Recibido, QStringLiteral("###,##0")));
+    GRID->Columns(colDirectos).setFooterText(Format(Total_Recibido, QStringLiteral("###,##0")));
     // The hidden balance: the gain's percentage less the directs, a figure
     // kept as the screen has always computed it.
-    Text1[6]->setText(Format(Porc_Gan - Total_Recibido, QStringLiteral("###,##0")));
+    Text1[txtBalance]->setText(Format(Porc_Gan - Total_Recibido, QStringLiteral("###,##0")));
 
     Lee_Servicios(Total_Fijo);
     Termina();

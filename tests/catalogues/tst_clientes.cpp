@@ -1,5 +1,6 @@
 // The client catalogue: filter, search, jumps, add and change, and the
 // photographs shown on a click and stored from a picture file.
+#include "../rates/por_menu.h"
 #include "clientes.h"
 #include "escribir.h"
 #include "foto.h"
@@ -7,20 +8,19 @@
 #include "prueba.h"
 #include "sesion.h"
 
-#include <QAction>
-#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QImageReader>
-#include <QPainter>
-#include <QScopeGuard>
-#include <QTemporaryDir>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPainter>
 #include <QPushButton>
+#include <QScopeGuard>
+#include <QTemporaryDir>
 
 namespace {
+
+using C = Clientes;
 
 int cuenta(const BaseTemporal& base, const QString& sql) { return base.valor(sql).toInt(); }
 
@@ -66,11 +66,10 @@ private slots:
     void filtro_busqueda_y_saltos()
     {
         SesionDePrueba s;
-        s.principal->entrada(QStringLiteral("TAB_CLIENTES"))->trigger();
-        auto* p = qobject_cast<Clientes*>(s.principal->Abierta(QStringLiteral("Clientes")));
+        auto* p = abrirPorMenu<Clientes>(s, "TAB_CLIENTES", "Clientes");
         QVERIFY(p);
         const int todos = cuenta(s.base, QStringLiteral("select count(*) from clientes"));
-        QCOMPARE(p->Text1[6]->text(), QString::number(todos));
+        QCOMPARE(p->Text1[C::txtFilas]->text(), QString::number(todos));
         QCOMPARE(p->List1->item(0)->text(), QStringLiteral("00 - TODOS"));
         QCOMPARE(p->List1->count(), 1 + cuenta(s.base, QStringLiteral("select count(*) from servicios where C_SERVIcio between 1 and 100")));
         QCOMPARE(p->List1->item(8)->text(), QStringLiteral("09 - PAYPAL")); // code 8 is a gap
@@ -88,21 +87,21 @@ private slots:
         QCOMPARE(p->N_Filas, int16_t(deZelle));
 
         // A search leaves the count and the last row of the full list.
-        p->Text1[5]->setText(QStringLiteral(" perez le "));
+        p->Text1[C::txtBusqueda]->setText(QStringLiteral(" perez le "));
         p->Busca->click();
         const int hallados = p->Celdas.UpperBound(1) + 1;
         QVERIFY(hallados > 0 && hallados < deZelle);
-        QCOMPARE(p->Text1[6]->text(), QString::number(deZelle));
-        QCOMPARE(p->focusWidget(), p->Text1[5]);
+        QCOMPARE(p->Text1[C::txtFilas]->text(), QString::number(deZelle));
+        QCOMPARE(p->focusWidget(), p->Text1[C::txtBusqueda]);
         p->Ultimo->click();
         QCOMPARE(p->GRID->Bookmark(), -1); // beyond the rows found
         p->Command1->click();
         QCOMPARE(p->GRID->Bookmark(), 0);
 
         // A head click sorts the rows by that column, as text.
-        emit p->GRID->HeadClick(1);
+        emit p->GRID->HeadClick(C::colDescripcion);
         for (int i = 1; i < hallados; ++i)
-            QVERIFY(p->Celdas.Value(i - 1, 1).texto() <= p->Celdas.Value(i, 1).texto());
+            QVERIFY(p->Celdas.Value(i - 1, C::colDescripcion).texto() <= p->Celdas.Value(i, C::colDescripcion).texto());
 
         // Away and back: the list, the grid and the count show all the clients again.
         s.abrir<Pantalla>(QStringLiteral("CONCEPTOS"));
@@ -110,7 +109,7 @@ private slots:
         QCOMPARE(p->List1->currentItem()->text(), QStringLiteral("00 - TODOS"));
         QCOMPARE(p->Servicio_Filtro, int16_t(0));
         QCOMPARE(p->N_Filas, int16_t(todos));
-        QCOMPARE(p->Text1[6]->text(), QString::number(todos));
+        QCOMPARE(p->Text1[C::txtFilas]->text(), QString::number(todos));
     }
 
     void alta_y_cambios()
@@ -123,21 +122,21 @@ private slots:
         const int todos = p->N_Filas;
 
         p->INCLUIR->click();
-        QVERIFY(p->Text1[0]->isHidden() && p->Text1[1]->isHidden());
-        QVERIFY(!p->Text1[2]->isHidden() && !p->Text1[3]->isHidden() && !p->Procesar->isHidden());
-        QCOMPARE(p->focusWidget(), p->Text1[3]);
-        p->Text1[3]->setText(QStringLiteral("ELOY CASTRO"));
+        QVERIFY(p->Text1[C::rotCodigo]->isHidden() && p->Text1[C::txtCodigo]->isHidden());
+        QVERIFY(!p->Text1[C::rotDescripcion]->isHidden() && !p->Text1[C::txtDescripcion]->isHidden() && !p->Procesar->isHidden());
+        QCOMPARE(p->focusWidget(), p->Text1[C::txtDescripcion]);
+        p->Text1[C::txtDescripcion]->setText(QStringLiteral("ELOY CASTRO"));
         p->Procesar->click();
         QCOMPARE(p->N_Filas, int16_t(todos + 1));
         QCOMPARE(p->GRID->Bookmark(), todos);
-        QCOMPARE(p->Celdas.Value(todos, 1).texto(), QStringLiteral("ELOY CASTRO"));
+        QCOMPARE(p->Celdas.Value(todos, C::colDescripcion).texto(), QStringLiteral("ELOY CASTRO"));
         QCOMPARE(s.m->Nombre_Cliente(int16_t(todos + 1)), QStringLiteral("ELOY CASTRO"));
         QVERIFY(p->Procesar->isHidden());
 
         // Two columns of one row edited: one call, trimmed; the cache follows.
-        escribirEnCelda(*p->GRID, 1, 1, QStringLiteral(" ANA MARIA SOTO "));
-        escribirEnCelda(*p->GRID, 1, 4, QStringLiteral(" 9999 "));
-        escribirEnCelda(*p->GRID, 2, 4, QStringLiteral("  ")); // blanks: an edit, sent empty
+        escribirEnCelda(*p->GRID, 1, C::colDescripcion, QStringLiteral(" ANA MARIA SOTO "));
+        escribirEnCelda(*p->GRID, 1, C::colRevisar, QStringLiteral(" 9999 "));
+        escribirEnCelda(*p->GRID, 2, C::colRevisar, QStringLiteral("  ")); // blanks: an edit, sent empty
         p->MODIFICAR->click();
         QCOMPARE(s.base.valor(QStringLiteral("select group_concat(codigo) from llamadas")), QStringLiteral("2,3"));
         QCOMPARE(s.base.valor(QStringLiteral("select D_cliente || '/' || Revisar from clientes where C_CLIENTE = 2")),
@@ -181,7 +180,7 @@ private slots:
             return Foto::Lee(*s.m, QStringLiteral("0012"), false);
         };
         clicEnFila(p, 11); // client 12, with no photo yet
-        QCOMPARE(p->Text1[9]->text(), QStringLiteral("0012"));
+        QCOMPARE(p->Text1[C::txtCliente]->text(), QStringLiteral("0012"));
 
         // No pictures folder: home. Then the usual one, then the one the desktop names.
         ruta = casa.filePath(QStringLiteral("cara.png"));
@@ -209,8 +208,7 @@ private slots:
         ruta = imagenes + QStringLiteral("/IMG_0001.jpg");
         const QByteArray grande = grabar(telefono);
         const QSize dentro = QSize(3000, 4000).scaled(Foto::Lado_Maximo, Foto::Lado_Maximo, Qt::KeepAspectRatio);
-        QCOMPARE(formatoYMedida(grande),
-                 QStringLiteral("jpeg %1x%2").arg(dentro.width()).arg(dentro.height()));
+        QCOMPARE(formatoYMedida(grande), QStringLiteral("jpeg %1x%2").arg(dentro.width()).arg(dentro.height()));
         QVERIFY2(grande.size() * 10 < telefono.size(), qPrintable(QString::number(grande.size())));
         // Upright: what was left in the file stands on top.
         const QImage guardada = QImage::fromData(grande);
@@ -257,9 +255,9 @@ private slots:
 
         // A client under review shows the warning picture, with no message.
         const int enRevision = 136; // client 137
-        QCOMPARE(p->Celdas.Value(enRevision, 4).texto(), QStringLiteral("9999"));
+        QCOMPARE(p->Celdas.Value(enRevision, C::colRevisar).texto(), QStringLiteral("9999"));
         clicEnFila(p, enRevision);
-        QCOMPARE(p->Text1[9]->text(), QStringLiteral("0137"));
+        QCOMPARE(p->Text1[C::txtCliente]->text(), QStringLiteral("0137"));
         QCOMPARE(imagenDe(p->Imagen), comoSeMuestra(revision, p->Imagen));
         QVERIFY(vistos.isEmpty());
 
@@ -272,12 +270,12 @@ private slots:
 
         // A client of five digits, found without capitals or accents; a JPEG
         // chosen by a path of 80 characters is shown, then stored.
-        p->Text1[5]->setText(QStringLiteral("zulay nañez"));
+        p->Text1[C::txtBusqueda]->setText(QStringLiteral("zulay nañez"));
         p->Busca->click();
         QCOMPARE(p->Celdas.UpperBound(1), 0);
-        QCOMPARE(p->Celdas.Value(0, 1).texto(), QStringLiteral("ZULAY ÑAÑEZ"));
+        QCOMPARE(p->Celdas.Value(0, C::colDescripcion).texto(), QStringLiteral("ZULAY ÑAÑEZ"));
         clicEnFila(p, 0);
-        QCOMPARE(p->Text1[9]->text(), QStringLiteral("10000"));
+        QCOMPARE(p->Text1[C::txtCliente]->text(), QStringLiteral("10000"));
         QString carpeta = s.base.carpeta() + QStringLiteral("/fotos de clientes/");
         carpeta += QString(80 - carpeta.size() - 9, QLatin1Char('x'));
         QVERIFY(QDir().mkpath(carpeta));
@@ -287,14 +285,14 @@ private slots:
         escribirArchivo(ruta, jpeg);
         p->Dialogo_ShowOpen = [&] { return ruta; };
         p->FOTO->click();
-        QCOMPARE(p->Text1[7]->text(), ruta);
+        QCOMPARE(p->Text1[C::txtArchivo]->text(), ruta);
         QCOMPARE(imagenDe(p->Imagen), comoSeMuestra(jpeg, p->Imagen));
         QVERIFY(s.base.valor(QStringLiteral("select count(*) from fotos where cliente = 10000")) == QStringLiteral("0"));
         vistos.clear();
         p->GRABAR_IMAGEN->click();
         QCOMPARE(vistos, QStringList{"Foto Grabada"});
         QCOMPARE(formatoYMedida(Foto::Lee(*s.m, QStringLiteral("10000"), false)), QStringLiteral("jpeg 30x40"));
-        QCOMPARE(p->Text1[7]->text(), ruta); // a second click would store it again
+        QCOMPARE(p->Text1[C::txtArchivo]->text(), ruta); // a second click would store it again
 
         // A PNG replaces it; the click shows it and leaves nothing to store.
         const QByteArray azul = Foto::Lee(*s.m, QStringLiteral("10000"), false);
@@ -306,7 +304,7 @@ private slots:
         clicEnFila(p, 0);
         QCOMPARE(imagenDe(p->Imagen), comoSeMuestra(amarilla, p->Imagen));
         QCOMPARE(imagenDe(p->Image1), comoSeMuestra(amarilla, p->Image1));
-        QCOMPARE(p->Text1[7]->text(), QString());
+        QCOMPARE(p->Text1[C::txtArchivo]->text(), QString());
 
         // A new load forgets the client: FOTO refuses again.
         p->CONSULTAR->click();
