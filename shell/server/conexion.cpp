@@ -10,13 +10,6 @@
 
 Recordset::Recordset(Resultados conjuntos) : conjuntos_(std::move(conjuntos)), abierto_(true) {}
 
-const ConjuntoResultados* Recordset::actual() const
-{
-    if (!abierto_ || conjunto_ >= conjuntos_.size())
-        return nullptr;
-    return &conjuntos_[conjunto_];
-}
-
 bool Recordset::Eof() const
 {
     const auto* c = actual();
@@ -59,18 +52,6 @@ int Recordset::Ordinal(const QString& nombre) const
         if (c->columnas[i].compare(nombre, Qt::CaseInsensitive) == 0)
             return int(i);
     throw FalloEjecucion::campoNoEncontrado(nombre);
-}
-
-const Valor& Recordset::Fields(int ordinal) const
-{
-    const auto* c = actual();
-    if (!c)
-        throw FalloEjecucion::objetoCerrado();
-    if (fila_ >= c->filas.size())
-        throw FalloEjecucion::finDeDatos();
-    if (ordinal < 0 || size_t(ordinal) >= c->filas[fila_].size())
-        throw FalloEjecucion::fueraDeRango();
-    return c->filas[fila_][size_t(ordinal)];
 }
 
 const Valor& Recordset::Fields(const QString& nombre) const

@@ -1,6 +1,7 @@
 #pragma once
 // The server contract of the screens: one connection, one command reused for
 // every procedure call, and result sets read by column name.
+#include "fallo.h"
 #include "servidor.h"
 
 #include <QHash>
@@ -46,8 +47,20 @@ public:
     // that a load of many rows looks each name up once; a missing column is
     // the failure Fields gives.
     int Ordinal(const QString& nombre) const;
-    // The current row's value of the column at that position.
-    const Valor& Fields(int ordinal) const;
+    // The current row's value of the column at that position (read for every
+    // field of every row of a load: kept inline).
+    const Valor& Fields(int ordinal) const
+    {
+        const ConjuntoResultados* c = actual();
+        if (!c)
+            throw FalloEjecucion::objetoCerrado();
+        if (fila_ >= c->filas.size())
+            throw FalloEjecucion::finDeDatos();
+        const std::vector<Valor>& fila = c->filas[fila_];
+        if (ordinal < 0 || size_t(ordinal) >= fila.size())
+            throw FalloEjecucion::fueraDeRango();
+        return fila[size_t(ordinal)];
+    }
     long RecordCount() const;
     // Moves to the next set; false, and every later read a failure, past the last.
     bool NextRecordset();
@@ -63,7 +76,10 @@ public:
     QStringList columnas() const;
 
 private:
-    const ConjuntoResultados* actual() const;
+    const ConjuntoResultados* actual() const
+    {
+        return abierto_ && conjunto_ < conjuntos_.size() ? &conjuntos_[conjunto_] : nullptr;
+    }
     Resultados conjuntos_;
     size_t conjunto_ = 0;
     size_t fila_ = 0;
