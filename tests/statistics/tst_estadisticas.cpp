@@ -2,10 +2,10 @@
 // day with its footers, average and balance, the groupings and their shares,
 // the filters, the sorts, the months without data, the year by month and the
 // two USDT screens.
+#include "../consoles/mesa.h"
 #include "calculos01.h"
 #include "calculos01_usdt.h"
 #include "fallo.h"
-#include "login.h"
 #include "prueba.h"
 #include "resumen_mensual.h"
 #include "sesion.h"
@@ -51,47 +51,6 @@ INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVE
  ('20250210', 1, 13, 40, 39.5, 2, '0134', '2', 2, 50, 1);
 )";
 
-template <class T>
-struct Tablero {
-    SesionDePrueba s{false};
-    T* p = nullptr;
-
-    Tablero(const char* nombre, const QString& filas = QString::fromUtf8(kDatos))
-    {
-        s.base.sql(filas);
-        LOGIN::Carga_Parametros(*s.m);
-        p = s.abrir<T>(QString::fromLatin1(nombre));
-    }
-    void cargar(const QString& ano, const QString& mes)
-    {
-        p->Text1[1]->setText(ano);
-        p->Text1[3]->setText(mes);
-        p->CARGA_DATOS->click();
-    }
-    static QStringList fila(const Celdas& c, int f, std::initializer_list<int> cols)
-    {
-        QStringList r;
-        for (int k : cols)
-            r << c.Value(f, k).texto();
-        return r;
-    }
-    static QStringList pies(Rejilla* g, std::initializer_list<int> cols)
-    {
-        QStringList r;
-        for (int k : cols)
-            r << g->Columns(k).FooterText();
-        return r;
-    }
-    // One column of every row of a matrix, top to bottom.
-    static QStringList columna(const Celdas& c, int col)
-    {
-        QStringList r;
-        for (int f = 0; f < c.filas(); ++f)
-            r << c.Value(f, col).texto();
-        return r;
-    }
-};
-
 } // namespace
 
 class PruebaEstadisticas : public QObject {
@@ -99,7 +58,7 @@ class PruebaEstadisticas : public QObject {
 private slots:
     void primera_activacion()
     {
-        Tablero<CALCULOS01> t("CALCULOS01");
+        Mesa<CALCULOS01> t(kDatos, "CALCULOS01");
         CALCULOS01* p = t.p;
         const QDate hoy = QDate::currentDate();
         QCOMPARE(p->Text1[1]->text(), QString::number(hoy.year()));
@@ -120,7 +79,7 @@ private slots:
 
     void mes_dia_por_dia()
     {
-        Tablero<CALCULOS01> t("CALCULOS01");
+        Mesa<CALCULOS01> t(kDatos, "CALCULOS01");
         CALCULOS01* p = t.p;
         t.cargar(QStringLiteral("2025"), QStringLiteral("03"));
         const Celdas& c = p->Celdas;
@@ -173,7 +132,7 @@ private slots:
         // without; a return ('7777', blanks aside) counts nowhere, not even
         // as a transaction. In May a day whose money adds up to nothing
         // divides by zero.
-        Tablero<CALCULOS01> t("CALCULOS01", QString::fromUtf8(kDatos) + QStringLiteral(
+        const QString filas = QString::fromUtf8(kDatos) + QStringLiteral(
             "INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, C_BANCO, "
             "operadora, tipo_operacion, tipo_servicio, g2) VALUES "
             "('20250402', 1, 12, 10, 10, 1, '  ', '1', 3, 1, 5), "
@@ -183,7 +142,8 @@ private slots:
             "('20250402', 5, 12, 7, 7, 1, '0134', '1', 3, 1, 1), "
             "('20250402', 6, 12, 100, 100, 1, ' 7777', '1', 3, 1, 50), "
             "('20250402', 7, 12, 200, 200, 1, '7777 ', '1', 3, 1, 50), "
-            "('20250501', 1, 12, 0, 0, 0, '', '1', 2, 1, 0);"));
+            "('20250501', 1, 12, 0, 0, 0, '', '1', 2, 1, 0);");
+        Mesa<CALCULOS01> t(filas, "CALCULOS01");
         CALCULOS01* p = t.p;
         t.cargar(QStringLiteral("2025"), QStringLiteral("04"));
         // received, directs (paid ones only), transactions, %, gain
@@ -204,11 +164,11 @@ private slots:
         const QString filas = QString::fromUtf8(kDatos) + QStringLiteral(
             "INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, C_BANCO, "
             "operadora, tipo_servicio, g2) VALUES ('20200229', 1, 12, 80, 79, 2, '0134', '1', 50, 4);");
-        Tablero<CALCULOS01> t("CALCULOS01", filas);
+        Mesa<CALCULOS01> t(filas, "CALCULOS01");
         t.cargar(QStringLiteral("2025"), QStringLiteral("3"));
         QCOMPARE(t.pies(t.p->GRID, {1, 2}), QStringList({"4", "1.195"}));
         QCOMPARE(t.p->Celdas.Value(2, 2).texto(), QStringLiteral("180"));
-        Tablero<CALCULOS01_USDT> u("CALCULOS01_USDT", filas);
+        Mesa<CALCULOS01_USDT> u(filas, "CALCULOS01_USDT");
         u.cargar(QStringLiteral("2025"), QStringLiteral("2"));
         QCOMPARE(u.p->Celdas.Value(9, 2).texto(), QStringLiteral("40"));
 
@@ -234,7 +194,7 @@ private slots:
 
     void meses_cortos_y_mes_sin_datos()
     {
-        Tablero<CALCULOS01> t("CALCULOS01");
+        Mesa<CALCULOS01> t(kDatos, "CALCULOS01");
         CALCULOS01* p = t.p;
         t.cargar(QStringLiteral("2025"), QStringLiteral("2")); // sent as 20252: February
         QCOMPARE(p->Celdas.filas(), 28);
@@ -271,7 +231,7 @@ private slots:
 
     void filtros_operadora_y_servicio()
     {
-        Tablero<CALCULOS01> t("CALCULOS01");
+        Mesa<CALCULOS01> t(kDatos, "CALCULOS01");
         CALCULOS01* p = t.p;
         t.cargar(QStringLiteral("2025"), QStringLiteral("03"));
         auto recibido = [p] { return p->GRID->Columns(2).FooterText(); };
@@ -322,7 +282,7 @@ private slots:
     // figure in view; a footer emptied by a load has no figure to tell.
     void pies_para_lectores_de_pantalla()
     {
-        Tablero<CALCULOS01> t("CALCULOS01");
+        Mesa<CALCULOS01> t(kDatos, "CALCULOS01");
         CALCULOS01* p = t.p;
         const auto oido = [p](int col, QAccessible::Text que = QAccessible::Name) {
             QAccessibleInterface* i = QAccessible::queryAccessibleInterface(p->GRID->pie(col));
@@ -352,7 +312,7 @@ private slots:
 
     void orden_de_cabeceras()
     {
-        Tablero<CALCULOS01> t("CALCULOS01");
+        Mesa<CALCULOS01> t(kDatos, "CALCULOS01");
         CALCULOS01* p = t.p;
         t.cargar(QStringLiteral("2025"), QStringLiteral("03"));
         p->GRID_HeadClick(2); // received, from the largest down, twice the same
@@ -380,7 +340,7 @@ private slots:
 
     void resumen_del_ano()
     {
-        Tablero<Resumen_mensual> t("Resumen_mensual");
+        Mesa<Resumen_mensual> t(kDatos, "Resumen_mensual");
         Resumen_mensual* p = t.p;
         QVERIFY(p->Text1[1]->isVisibleTo(p) && !p->Text1[3]->isVisibleTo(p) && !p->Text1[6]->isVisibleTo(p));
         t.cargar(QStringLiteral("2025"), QStringLiteral("07"));
@@ -415,7 +375,7 @@ private slots:
 
     void estadisticas_usdt()
     {
-        Tablero<CALCULOS01_USDT> t("CALCULOS01_USDT");
+        Mesa<CALCULOS01_USDT> t(kDatos, "CALCULOS01_USDT");
         CALCULOS01_USDT* p = t.p;
         QStringList combo;
         for (int i = 0; i < p->Combo1->count(); ++i)
@@ -453,7 +413,7 @@ private slots:
             "operadora, tipo_servicio, g2) VALUES "
             "(strftime('%Y%m01', 'now', 'localtime'), 1, 12, 80, 79, 2, '0134', '1', 50, 4), "
             "(strftime('%Y%m01', 'now', 'localtime', '-13 months'), 1, 12, 70, 69, 2, '0134', '1', 50, 4);");
-        Tablero<RESUMEN_MENSUAL_USDT> t("RESUMEN_MENSUAL_USDT", filas);
+        Mesa<RESUMEN_MENSUAL_USDT> t(filas, "RESUMEN_MENSUAL_USDT");
         RESUMEN_MENSUAL_USDT* p = t.p;
         for (QLineEdit* e : p->Text1)
             QVERIFY(!e->isVisibleTo(p));
