@@ -89,7 +89,8 @@ void Consola::GRID_AfterColEdit(int c)
     }
     case colFactor: {
         Celdas(i, colFactor) = Txt(i, colFactor).replace(QLatin1Char('.'), QLatin1Char(','));
-        const double bs = Num(i, colCodServicio) < 50 ? Int(Num(i, colFactor) * Num(i, colRecibido)) : Num(i, colFactor) * Num(i, colEnvio);
+        const double bs = Num(i, colCodServicio) < 50 ? Int(Num(i, colFactor) * Num(i, colRecibido))
+                                                      : Num(i, colFactor) * Num(i, colEnvio);
         Celdas(i, colEstimado) = Format(bs, QStringLiteral("###,##0.00"));
         Reenlaza();
         GRID->setCol(colCodBanco);
@@ -146,7 +147,8 @@ void Consola::Banco_Reverso(int i)
     // Read after the gift cell was cleared: the statement takes back nothing.
     Regalo_Row = Num(i, colRegalo);
     m.SQL = QStringLiteral(" UPDATE proveedor SET ") + QStringLiteral(" regalo = regalo -  '") + Str(Regalo_Row) +
-            QStringLiteral("' ") + QStringLiteral(" WHERE C_proveedor =  '") + Txt(i, colCodProveedor) + QStringLiteral("'");
+            QStringLiteral("' ") + QStringLiteral(" WHERE C_proveedor =  '") + Txt(i, colCodProveedor) +
+            QStringLiteral("'");
     m.SQL.replace(QLatin1Char(','), QLatin1Char('.'));
     m.Conexion.Execute(m.SQL);
     Celdas(i, colHoraPago) = QString();
@@ -175,7 +177,8 @@ void Consola::Banco_Pago(int i, const QString& codigo)
     if (!Banco_Registrado(i, codigo))
         return;
     Tipo_Serv = CInt(Num(i, colCodServicio));
-    const float bs = Tipo_Serv < 50 ? CSng(Num(i, colRecibido) * Num(i, colFactor)) : CSng(Num(i, colEnvio) * Num(i, colFactor));
+    const float bs = Tipo_Serv < 50 ? CSng(Num(i, colRecibido) * Num(i, colFactor))
+                                    : CSng(Num(i, colEnvio) * Num(i, colFactor));
     Celdas(i, colPagado) = Format(Int(bs), QStringLiteral("###,##0.00"));
     Monto_Texto = Txt(i, colEstimado).remove(QLatin1Char('.'));
     Monto_Calc = CDbl(Monto_Texto);

@@ -53,13 +53,14 @@ QString Consola::Sentencia_Fila(int i, const QString& Hoy, const QString& Ahora)
     Celdas(i, colCodProveedor) = Txt(i, colCodProveedor).trimmed();
 
     return QStringLiteral(" UPDATE MOVIMIENTOS SET ") + asigna("recibido", recibido) + asigna("enviado", enviado) +
-           asigna("C_CLIENTE", Txt(i, colCodCliente)) + asigna("obs", Txt(i, colNota)) + asigna("C_PROVEEDOR", Txt(i, colCodProveedor)) +
-           asigna("pago", pago) + asigna("C_BANCO", Txt(i, colCodBanco)) + asigna("operadora", Txt(i, colOperadora)) +
+           asigna("C_CLIENTE", Txt(i, colCodCliente)) + asigna("obs", Txt(i, colNota)) +
+           asigna("C_PROVEEDOR", Txt(i, colCodProveedor)) + asigna("pago", pago) +
+           asigna("C_BANCO", Txt(i, colCodBanco)) + asigna("operadora", Txt(i, colOperadora)) +
            asigna("REFERENCIA", Txt(i, colReferencia)) + asigna("confirmacion", confirmacion) +
-           asigna("tipo_operacion", Txt(i, colTipoOp)) + asigna("ganancia", ganancia) + Asignaciones_Ganancia(i, Hoy, Ahora) +
-           QStringLiteral(" tipo_servicio =  '") + Txt(i, colCodServicio) + QStringLiteral("'") + QStringLiteral(" WHERE FECHA=  '") +
-           Module1::Fecha_AMD(Txt(i, colFecha)) + QStringLiteral("'") + QStringLiteral(" and SECUENCIA = '") + Txt(i, colSec) +
-           QStringLiteral("'");
+           asigna("tipo_operacion", Txt(i, colTipoOp)) + asigna("ganancia", ganancia) +
+           Asignaciones_Ganancia(i, Hoy, Ahora) + QStringLiteral(" tipo_servicio =  '") + Txt(i, colCodServicio) +
+           QStringLiteral("'") + QStringLiteral(" WHERE FECHA=  '") + Module1::Fecha_AMD(Txt(i, colFecha)) +
+           QStringLiteral("'") + QStringLiteral(" and SECUENCIA = '") + Txt(i, colSec) + QStringLiteral("'");
 }
 
 QString Consola::Asignaciones_G(int i)

@@ -52,7 +52,8 @@ void Consola::FIJAR_Click()
             continue;
         Text4->setText(Text4->text().replace(QLatin1Char('.'), QLatin1Char(',')));
         Celdas(i, colFactor) = Text4->text().trimmed();
-        const double v = Num(i, colCodServicio) < 50 ? Num(i, colRecibido) * Num(i, colFactor) : Num(i, colEnvio) * Num(i, colFactor);
+        const double v = Num(i, colCodServicio) < 50 ? Num(i, colRecibido) * Num(i, colFactor)
+                                                     : Num(i, colEnvio) * Num(i, colFactor);
         Celdas(i, colEstimado) = Format(Int(v), QStringLiteral("###,##0.00"));
         // The sum takes the product before the cut.
         Suma_Sel = CLng(Suma_Sel + v);

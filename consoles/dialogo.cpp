@@ -29,8 +29,8 @@ Dialogo::Dialogo(Module1& modulo, QWidget* padre) : QDialog(padre), m(modulo)
     setModal(true);
     setFixedSize(470, 330);
 
-    const char* const etiquetas[txtTransacciones + 1] = {"Monto a Pagar", "Proveedor", "Referencia", "Nombre del proveedor",
-                                      "Transacciones"};
+    const char* const etiquetas[txtTransacciones + 1] = {"Monto a Pagar", "Proveedor", "Referencia",
+                                                         "Nombre del proveedor", "Transacciones"};
     auto campo = [this, &etiquetas](int i, int x, int y, int w, bool soloLectura) {
         auto* t = new QLineEdit(this);
         t->setGeometry(x, y, w, 26);

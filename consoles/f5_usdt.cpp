@@ -119,7 +119,8 @@ void F5_USDT::Escribe_Pies()
     if (Total_Ganancia > 0) {
         GRID->Columns(colGanancia).setFooterText(Format(Total_Ganancia, QStringLiteral("#,##0.00")));
         // The percentage of the whole, weighted by what each row received.
-        GRID->Columns(colPorcentaje).setFooterText(Format(100 * (Total_Ganancia / Total_Recibido), QStringLiteral("##0.00")));
+        GRID->Columns(colPorcentaje)
+            .setFooterText(Format(100 * (Total_Ganancia / Total_Recibido), QStringLiteral("##0.00")));
     }
 }
 

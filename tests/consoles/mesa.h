@@ -110,7 +110,8 @@ inline QString conReferencia(const char* movimientos)
 {
     return QStringLiteral(R"(
 INSERT INTO bancos VALUES (102, 'BANCO DE VENEZUELA'), (134, 'BANESCO');
-INSERT INTO clientes VALUES (12, 'MARIA PEREZ', ''), (13, 'JOSE DIAZ', ''), (14, 'JOSÉ PEÑA', ''), (15, 'PEDRO PENTON', '');
+INSERT INTO clientes VALUES (12, 'MARIA PEREZ', ''), (13, 'JOSE DIAZ', ''), (14, 'JOSÉ PEÑA', ''),
+    (15, 'PEDRO PENTON', '');
 INSERT INTO conceptos VALUES (2, 'AYUDA FAMILIAR');
 INSERT INTO proveedor (C_proveedor, D_proveedor, porgan, Comision, regalo, ultregalo)
     VALUES (1, 'ORINOCO', 40, 1.0, 10, 0), (2, 'LLANO', 30, 2.0, 7.5, 0);

@@ -66,7 +66,8 @@ private slots:
         QCOMPARE(p->Celdas.UpperBound(1), 1);
         // By the hour of payment; the one taken back keeps its day of payment
         // but has no bank, so it is not listed.
-        QCOMPARE(c.fila(0, {colFecha, colFechaHoraPago, colZelle}), (QStringList{"10/03/2025", "11/03/2025 10:00:00", "3"}));
+        QCOMPARE(c.fila(0, {colFecha, colFechaHoraPago, colZelle}),
+                 (QStringList{"10/03/2025", "11/03/2025 10:00:00", "3"}));
         QCOMPARE(c.fila(1, {colFechaHoraPago, colZelle}), (QStringList{"11/03/2025 11:30:00", "1"}));
         // A row never paid shows a blank, not the slashes of an empty date.
         QCOMPARE(Form2_Pago::Fecha_Y_Hora(QString(), QString()), QStringLiteral(" "));
