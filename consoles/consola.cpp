@@ -246,8 +246,8 @@ std::vector<std::pair<int, int>> Consola::Movidas() const
 {
     // The second of each pair is a place on the screen, counted as the
     // columns stand after the moves before it.
-    return {{colOperadora, 1}, {colFactor, 10}, {colMarca, 16},   {colCodServicio, 16},
-            {colServicio, 17}, {colNota, 5},    {colG3, 23},      {colBancoZelle, 18}};
+    return {{colOperadora, 1}, {colFactor, 10}, {colMarca, 16}, {colCodServicio, 16},
+            {colServicio, 17}, {colNota, 5},    {colG3, 23},    {colBancoZelle, 18}};
 }
 
 std::vector<int> Consola::Ocultas() const { return {colG2Oculta, colMarca}; }
