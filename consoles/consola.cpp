@@ -163,7 +163,7 @@ Consola::Consola(Module1& modulo, MDIForm1& p, const QString& nombre, const QStr
     connect(GRID, &Rejilla::HeadClick, this, [this](int col) { GRID_HeadClick(col); });
     connect(GRID, &Rejilla::DblClick, this, [this] { GRID_DblClick(); });
     connect(GRID, &Rejilla::Click, this, [this] {
-        if (GRID->Col() == 17 && GRID->Bookmark() >= 0)
+        if (GRID->Col() == colSel && GRID->Bookmark() >= 0)
             Marcar(GRID->Bookmark());
     });
 }
@@ -183,8 +183,8 @@ void Consola::Form_Activate()
     Label1->setText(QStringLiteral(" TRU = ") + monto(1) + QStringLiteral("   ") + QStringLiteral(" ZEL = ") + monto(2) +
                     QStringLiteral("   ZIN = ") + monto(3) + QStringLiteral("   ") + QStringLiteral(" AMA = ") + monto(4));
     Llena_Combo();
-    Option1[0]->setChecked(true); // queries through its click
-    Option2[0]->setChecked(true); // does not: the screen is not loaded yet
+    Option1[selTodos]->setChecked(true); // queries through its click
+    Option2[opTodas]->setChecked(true);  // does not: the screen is not loaded yet
     Cargado = 1;
 }
 
@@ -244,19 +244,22 @@ std::vector<Consola::DefColumna> Consola::Columnas() const
 
 std::vector<std::pair<int, int>> Consola::Movidas() const
 {
-    return {{13, 1}, {16, 10}, {12, 16}, {18, 16}, {19, 17}, {22, 5}, {25, 23}, {31, 18}};
+    // The second of each pair is a place on the screen, counted as the
+    // columns stand after the moves before it.
+    return {{colOperadora, 1}, {colFactor, 10}, {colMarca, 16}, {colCodServicio, 16},
+            {colServicio, 17}, {colNota, 5},    {colG3, 23},    {colBancoZelle, 18}};
 }
 
-std::vector<int> Consola::Ocultas() const { return {24, 12}; }
+std::vector<int> Consola::Ocultas() const { return {colG2Oculta, colMarca}; }
 
 std::vector<std::pair<int, QString>> Consola::Montos_Mayores()
 {
     // Dollars to 99.999,99, bolivars to 99.999.999,99, rates to 9.999,9999,
     // gains to 9.999,99: the largest the business writes in each column.
-    return {{4, QStringLiteral("99.999,99")},     {5, QStringLiteral("99.999,99")},
-            {8, QStringLiteral("99.999.999,99")}, {15, QStringLiteral("99.999.999,99")},
-            {16, QStringLiteral("9.999,9999")},   {21, QStringLiteral("9.999,99")},
-            {23, QStringLiteral("9.999,99")},     {24, QStringLiteral("9.999,99")}};
+    return {{colEnvio, QStringLiteral("99.999,99")},         {colRecibido, QStringLiteral("99.999,99")},
+            {colEstimado, QStringLiteral("99.999.999,99")}, {colPagado, QStringLiteral("99.999.999,99")},
+            {colFactor, QStringLiteral("9.999,9999")},      {colG2, QStringLiteral("9.999,99")},
+            {colG1, QStringLiteral("9.999,99")},            {colG2Oculta, QStringLiteral("9.999,99")}};
 }
 
 bool Consola::Caben_Montos(const QFont& letra) const
@@ -308,11 +311,11 @@ void Consola::ARMAR_GRID()
         col.setVisible(true);
     }
     // "Sel" is ticked by a click or the space bar, not typed.
-    if (ultima >= 17)
-        GRID->Columns(17).setLocked(true);
+    if (ultima >= colSel)
+        GRID->Columns(colSel).setLocked(true);
     // Texts saved as they are typed take no more than their columns hold:
     // bank code, reference, operator and note.
-    for (const auto& [col, largo] : {std::pair{9, 10}, {11, 50}, {13, 5}, {22, 500}})
+    for (const auto& [col, largo] : {std::pair{colCodBanco, 10}, {colReferencia, 50}, {colOperadora, 5}, {colNota, 500}})
         if (col <= ultima)
             GRID->Columns(col).setDataWidth(largo);
 

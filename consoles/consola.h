@@ -8,18 +8,13 @@
 // This class is the console by date of transaction as a whole. The console by
 // date of payment and the USDT console are variants of it: they override the
 // protected hooks below (the grid's columns, the query, how a record fills a
-// row, the footers, the statement of a saved row, the gift update, the bank
-// rules of column 9, the gain, FIJAR, the payment run, the double click) and
+// row, the footers, the statement of a saved row, the gift update, the rules
+// of a typed bank code, the gain, FIJAR, the payment run, the double click) and
 // keep everything else.
 //
-// The columns of the matrix, as Form2 has them (0 to 31):
-//   0 Fecha  1 Sec.  2 C-C  3 Cliente  4 Envio  5 Recibido  6 C-P  7 Proveedor
-//   8 Estimado (unpaid rows)  9 C-B  10 Banco  11 Referencia  12 M (row-changed
-//   mark, hidden)  13 Op  14 T  15 Pagado (paid rows)  16 Factor  17 Sel (-1
-//   ticked)  18 T-S  19 Servicio  20 %  21 G2  22 Nota  23 G-1  24 G-2 (hidden)
-//   25 G-3  26 Fecha_P  27 Hora_P  28 Regalo  29 Dolar 1  30 Dolar 2  31 Ze
-// A bank code "7777" marks a row returned to the client; "8888" typed in the
-// bank takes a paid row back to unpaid.
+// The columns of the matrix are named by Consola::Col; a bank code "7777"
+// marks a row returned to the client, "8888" typed in the bank takes a paid
+// row back to unpaid.
 #include "celdas.h"
 #include "conexion.h"
 #include "formato.h"
@@ -54,12 +49,57 @@ public:
     void Form_Load() override;
     void Form_Activate() override;
 
+    // The columns of the cell matrix, as the console by date has them (0 to
+    // 31). The variants keep the positions and the meaning of most of them;
+    // where one gives a column another use it names it its own way
+    // (Form2_Pago: colEstimado holds the moment of payment, colMarca the
+    // Zelle bank; F5_USDT: colFactor is "Moneda", colG2 the gain " G").
+    enum Col : int {
+        colFecha = 0,
+        colSec,
+        colCodCliente,   // "C-C"
+        colCliente,
+        colEnvio,
+        colRecibido,
+        colCodProveedor, // "C-P"
+        colProveedor,
+        colEstimado,     // the estimate of an unpaid row, in bolivars
+        colCodBanco,     // "C-B": the bank code that pays, returns or takes back a row
+        colBanco,
+        colReferencia,
+        colMarca,        // "M", hidden: "1" marks a row for the next save
+        colOperadora,    // "Op"
+        colTipoOp,       // "T": the kind of operation
+        colPagado,       // the payment of a paid row
+        colFactor,       // the rate: bolivars a dollar
+        colSel,          // -1 ticked
+        colCodServicio,  // "T-S"
+        colServicio,
+        colPorcentaje,   // " %": the gain, in percent
+        colG2,           // " G2": the gain, in dollars
+        colNota,
+        colG1,           // "G-1"
+        colG2Oculta,     // "G-2", hidden
+        colG3,           // "G-3": the provider's share of the gain
+        colFechaPago,    // "Fecha_P"
+        colHoraPago,     // "Hora_P"
+        colRegalo,       // the provider's gift on the row
+        colDolar1,
+        colDolar2,
+        colBancoZelle,   // "Ze"
+        colUltima = colBancoZelle,
+    };
+    // The radio buttons of Option1 ("Seleccionar") and Option2 ("Operadora");
+    // the index is what the query receives.
+    enum Seleccion : int { selTodos = 0, selPagados, selNoPagados };
+    enum Operadora : int { opTodas = 0, opRamil, opNoelina };
+
     // ---- controls, by their design names
     QDateEdit* Fecha1;
     QDateEdit* Fecha2;
     QComboBox* Combo1;                    // service filter
-    std::array<QRadioButton*, 3> Option1; // "Seleccionar": all, paid, unpaid
-    std::array<QRadioButton*, 3> Option2; // "Operadora"
+    std::array<QRadioButton*, 3> Option1; // "Seleccionar", by Seleccion
+    std::array<QRadioButton*, 3> Option2; // "Operadora", by Operadora
     std::array<QRadioButton*, 5> Option3; // "Tipo de Servicio": read by nobody
     QLineEdit* Text2;                     // free filters, Enter queries
     QLineEdit* Text3;
@@ -126,7 +166,7 @@ public:
     void COPIAR_Click();
     void SELECCIONA_Click();
     // The share of the dollars received left after buying the bolivars paid
-    // (Monto) at the purchase price; reads column 5 of row I. Into Porcentaje.
+    // (Monto) at the purchase price; reads colRecibido of row I. Into Porcentaje.
     virtual void CALCULA_PORCENTAJE(double& Monto, int16_t& Servicio);
     // Ticks or unticks a row's "Sel", as a click on its cell does.
     void Marcar(int fila);
@@ -163,7 +203,7 @@ protected:
     virtual void Escribe_Pies();
     // After the batch of a payment run: the provider's gift balance.
     virtual void Actualiza_Regalo();
-    // Column 9: returned to the client, back to unpaid, paid by a bank.
+    // A bank code typed: returned to the client, back to unpaid, paid by a bank.
     virtual void Banco_Devolucion(int fila);
     virtual void Banco_Reverso(int fila);
     virtual void Banco_Pago(int fila, const QString& codigo);
@@ -179,13 +219,13 @@ protected:
     // ---- pieces of the console's own routines that the variants share
     // " g1 = ... g3 = ...," of a saved row, the gain split with the provider from service 50.
     QString Asignaciones_G(int fila);
-    // Columns 9 to 11, 13, 14, 17, 18 and 22 of a loaded row.
+    // The bank, reference, operator, kind of operation, tick, service code and note of a loaded row.
     void Llena_Datos(int fila, const QString& banco, int16_t servicio);
-    // Footers of columns 0, 2, 5, 8 and 15.
+    // Footers of the date, client code, received, estimate and paid.
     void Pies_Comunes();
     // The name of a typed bank; false, with the message and the cell emptied, for an unknown one.
     bool Banco_Registrado(int fila, const QString& codigo);
-    // The cells of a row taken back to unpaid, up to column 25.
+    // The cells of a row taken back to unpaid, up to colG3.
     void A_No_Pagada(int fila);
     // FIJAR of the consoles without ticks: the price on every unpaid row, no sum.
     void Fijar_Sin_Marcas();
@@ -211,14 +251,7 @@ protected:
     // string of its own, so that a load of many rows allocates, and later
     // frees, far fewer strings. Emptied at each query.
     struct Compartidos {
-        // A formatted number, kept for the next row with the same value.
-        struct Ultimo {
-            double valor = 0;
-            bool lleno = false;
-            QString texto;
-        };
         std::vector<QString> codigos;      // "0000" of 0 to 9999
-        std::vector<QString> servicios;    // "00" of each service code
         std::vector<QString> nombres;      // the first 14 characters of each service's name
         std::vector<std::array<QString, 3>> bancos; // a stored bank text, the code shown, the bank's name
         // A name of the cache by its code, and where the look-up left the shared J.
@@ -228,12 +261,13 @@ protected:
         };
         QHash<int16_t, Nombre> proveedores, clientes;
         std::vector<double> comisiones;    // by row of the providers' cache; NaN until read
-        std::array<Ultimo, 32> ultimos;    // by column
-        std::array<std::pair<QString, QString>, 2> fechas; // dd/mm/yyyy of the last yyyymmdd, columns 0 and 26
+        std::array<std::pair<QString, QString>, 2> fechas; // dd/mm/yyyy of the last yyyymmdd, colFecha and colFechaPago
     } compartidos;
     const QString& Codigo(double valor);
-    Celda Cifra(int col, const FormatoNumero& formato, double valor);
-    const QString& Fecha_Vista(int cual, const QString& amd);
+    // An amount in the pattern, formatted only when the grid shows or a routine reads it.
+    Celda Cifra(const FormatoNumero& formato, double valor);
+    // col: colFecha or colFechaPago.
+    const QString& Fecha_Vista(int col, const QString& amd);
     const std::array<QString, 3>& Banco_Vista(const QString& banco);
     const QString& Nombre_Servicio(int16_t servicio);
     // The provider's and the client's names from the cache, looked up once per code and query.

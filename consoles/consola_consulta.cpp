@@ -48,14 +48,14 @@ const QString& Consola::Codigo(double valor)
     return t;
 }
 
-Celda Consola::Cifra(int, const FormatoNumero& formato, double valor)
+Celda Consola::Cifra(const FormatoNumero& formato, double valor)
 {
     return Celda::Cifra(formato, valor);
 }
 
-const QString& Consola::Fecha_Vista(int cual, const QString& amd)
+const QString& Consola::Fecha_Vista(int col, const QString& amd)
 {
-    auto& [clave, texto] = compartidos.fechas[size_t(cual)];
+    auto& [clave, texto] = compartidos.fechas[col == colFecha ? 0 : 1];
     if (texto.isNull() || clave != amd) {
         clave = amd;
         texto = Module1::Fecha_DMA(amd);
@@ -253,40 +253,40 @@ void Consola::Llena_Fila(int i)
     const Campos& c = campos;
     const auto [banco, devuelta, enviado, recibido, pago, servicio, proveedor] = Lee_Registro();
 
-    Celdas(i, 0) = Fecha_Vista(0, Campo(c.Fecha).aTexto());
-    Celdas(i, 1) = Codigo(Campo(c.secuenciA).aDouble());
-    Celdas(i, 2) = Codigo(Campo(c.C_CLIENTE).aDouble());
-    Celdas(i, 3) = Campo(c.Cliente).aTexto();
-    Celdas(i, 4) = Cifra(4, fEnvio, enviado);
-    Celdas(i, 5) = Cifra(5, f3_0_00, recibido);
-    Celdas(i, 6) = Codigo(proveedor);
+    Celdas(i, colFecha) = Fecha_Vista(colFecha, Campo(c.Fecha).aTexto());
+    Celdas(i, colSec) = Codigo(Campo(c.secuenciA).aDouble());
+    Celdas(i, colCodCliente) = Codigo(Campo(c.C_CLIENTE).aDouble());
+    Celdas(i, colCliente) = Campo(c.Cliente).aTexto();
+    Celdas(i, colEnvio) = Cifra(fEnvio, enviado);
+    Celdas(i, colRecibido) = Cifra(f3_0_00, recibido);
+    Celdas(i, colCodProveedor) = Codigo(proveedor);
     QString nombreProveedor = Nombre_Proveedor(proveedor);
     if (nombreProveedor == QLatin1String("0"))
         nombreProveedor.clear();
-    Celdas(i, 7) = nombreProveedor;
+    Celdas(i, colProveedor) = nombreProveedor;
 
     // An unpaid row of a service in another currency shows its dollars at today's price.
     if (servicio > 49 && banco.isEmpty()) {
-        m.Monto_Conv = Num(i, 4);
+        m.Monto_Conv = Num(i, colEnvio);
         m.Convierte_Dolar(m.Monto_Conv, servicio);
-        Celdas(i, 5) = Cifra(-1, f2_0_00, m.Monto_Usd);
+        Celdas(i, colRecibido) = Cifra(f2_0_00, m.Monto_Usd);
     }
-    Celdas(i, 16) = Cifra(16, fTasa, Campo(c.confirmacion).aDouble());
+    Celdas(i, colFactor) = Cifra(fTasa, Campo(c.confirmacion).aDouble());
     m.K = servicio;
     if (banco.isEmpty()) {
         // Unpaid: the price of the moment, and the estimate at it.
         const double precio = m.Monto_T(servicio);
-        Celdas(i, 16) = Cifra(16, fTasa, precio);
+        Celdas(i, colFactor) = Cifra(fTasa, precio);
         const double bs = (servicio == 1 || servicio == 9 ? recibido : enviado) * precio;
         const double estimado = servicio < 50 ? Int(bs) : bs;
-        Celdas(i, 8) = Cifra(8, fMiles00, estimado);
+        Celdas(i, colEstimado) = Cifra(fMiles00, estimado);
         Total_Estimado += estimado;
     }
     if (!banco.isEmpty())
-        Celdas(i, 15) = Cifra(15, fMiles00, pago);
+        Celdas(i, colPagado) = Cifra(fMiles00, pago);
 
     Llena_Datos(i, banco, servicio);
-    Celdas(i, 19) = Nombre_Servicio(servicio);
+    Celdas(i, colServicio) = Nombre_Servicio(servicio);
 
     double ganancia = Campo(c.Ganancia).aDouble();
     double g1 = Campo(c.G1).aDouble(), g2 = Campo(c.G2).aDouble(), g3 = Campo(c.G3).aDouble();
@@ -295,29 +295,29 @@ void Consola::Llena_Fila(int i)
     Total_G1 += g1;
     Total_G2 += g2;
     Total_G3 += g3;
-    Celdas(i, 20) = Cifra(20, f3_0_00, ganancia);
-    Celdas(i, 21) = Cifra(21, f3_0_00, g2);
-    Celdas(i, 23) = Cifra(23, f2_0_00, g1);
-    Celdas(i, 24) = Cifra(24, f2_0_00, g2);
-    Celdas(i, 25) = Cifra(25, f2_0_00, g3);
+    Celdas(i, colPorcentaje) = Cifra(f3_0_00, ganancia);
+    Celdas(i, colG2) = Cifra(f3_0_00, g2);
+    Celdas(i, colG1) = Cifra(f2_0_00, g1);
+    Celdas(i, colG2Oculta) = Cifra(f2_0_00, g2);
+    Celdas(i, colG3) = Cifra(f2_0_00, g3);
 
     // The payment's date, gift and prices, and the Zelle bank, where the grid has them.
-    if (Celdas.UpperBound(2) >= 31) {
+    if (Celdas.UpperBound(2) >= colUltima) {
         const QString fechaPago = Campo(c.fecha_pago).aTexto();
         if (fechaPago.size() > 1 && banco.size() > 1) {
-            Celdas(i, 26) = Fecha_Vista(1, fechaPago);
-            Celdas(i, 27) = Campo(c.hora_pago).aTexto();
+            Celdas(i, colFechaPago) = Fecha_Vista(colFechaPago, fechaPago);
+            Celdas(i, colHoraPago) = Campo(c.hora_pago).aTexto();
         }
-        Celdas(i, 28) = QString();
-        Celdas(i, 29) = QString();
-        Celdas(i, 30) = QString();
+        Celdas(i, colRegalo) = QString();
+        Celdas(i, colDolar1) = QString();
+        Celdas(i, colDolar2) = QString();
         if (banco.size() > 1) {
             // The provider's commission, read by the code used as the row of the cache.
-            Celdas(i, 28) = Celda::Texto_De(redondea4(recibido * Comision(proveedor) / 100));
-            Celdas(i, 29) = Cifra(29, f2_0_00, Campo(c.dolar1).aDouble());
-            Celdas(i, 30) = Cifra(30, f2_0_00, Campo(c.dolar2).aDouble());
+            Celdas(i, colRegalo) = Celda::Texto_De(redondea4(recibido * Comision(proveedor) / 100));
+            Celdas(i, colDolar1) = Cifra(f2_0_00, Campo(c.dolar1).aDouble());
+            Celdas(i, colDolar2) = Cifra(f2_0_00, Campo(c.dolar2).aDouble());
         }
-        Celdas(i, 31) = Campo(c.bancozelle).aTexto();
+        Celdas(i, colBancoZelle) = Campo(c.bancozelle).aTexto();
     }
 
     if (!devuelta) {
@@ -328,8 +328,8 @@ void Consola::Llena_Fila(int i)
         Total_Pagado += pago;
     ++Total_Filas;
     if (devuelta) {
-        Celdas(i, 20) = QString();
-        Celdas(i, 21) = QString();
+        Celdas(i, colPorcentaje) = QString();
+        Celdas(i, colG2) = QString();
     }
 }
 
@@ -337,39 +337,39 @@ void Consola::Llena_Datos(int i, const QString& banco, int16_t servicio)
 {
     const Campos& c = campos;
     const auto& vistaBanco = Banco_Vista(banco);
-    Celdas(i, 9) = vistaBanco[1];
-    Celdas(i, 10) = vistaBanco[2];
-    Celdas(i, 11) = Campo(c.referencia).aTexto();
-    Celdas(i, 13) = Campo(c.operadora).aTexto();
+    Celdas(i, colCodBanco) = vistaBanco[1];
+    Celdas(i, colBanco) = vistaBanco[2];
+    Celdas(i, colReferencia) = Campo(c.referencia).aTexto();
+    Celdas(i, colOperadora) = Campo(c.operadora).aTexto();
     const Valor& operacion = Campo(c.tipo_operacion);
-    Celdas(i, 14) = operacion.esTexto() ? operacion.aTexto() : Cifra(14, fTexto, operacion.aDouble());
-    Celdas(i, 18) = Cifra(18, f00, servicio);
-    Celdas(i, 22) = Campo(c.OBS).aTexto();
-    Celdas(i, 17) = 0;
+    Celdas(i, colTipoOp) = operacion.esTexto() ? operacion.aTexto() : Cifra(fTexto, operacion.aDouble());
+    Celdas(i, colCodServicio) = Cifra(f00, servicio);
+    Celdas(i, colNota) = Campo(c.OBS).aTexto();
+    Celdas(i, colSel) = 0;
 }
 
 void Consola::Pies_Comunes()
 {
     const QString dinero = QStringLiteral("###,##0.00");
-    GRID->Columns(5).setFooterText(Format(Total_Recibido, QStringLiteral("#,###,##0.00")));
-    GRID->Columns(15).setFooterText(Format(Total_Pagado, dinero));
-    GRID->Columns(2).setFooterText(Format(double(Total_Filas), QStringLiteral("###,##0")));
-    GRID->Columns(8).setFooterText(Format(Total_Estimado, dinero));
-    GRID->Columns(0).setFooterText(QString());
+    GRID->Columns(colRecibido).setFooterText(Format(Total_Recibido, QStringLiteral("#,###,##0.00")));
+    GRID->Columns(colPagado).setFooterText(Format(Total_Pagado, dinero));
+    GRID->Columns(colCodCliente).setFooterText(Format(double(Total_Filas), QStringLiteral("###,##0")));
+    GRID->Columns(colEstimado).setFooterText(Format(Total_Estimado, dinero));
+    GRID->Columns(colFecha).setFooterText(QString());
 }
 
 void Consola::Escribe_Pies()
 {
     const QString dinero = QStringLiteral("###,##0.00");
     Pies_Comunes();
-    GRID->Columns(21).setFooterText(Format(Total_G2, dinero));
-    GRID->Columns(23).setFooterText(Format(Total_G1, dinero));
-    GRID->Columns(24).setFooterText(Format(Total_G2, dinero));
-    GRID->Columns(25).setFooterText(Format(Total_G3, dinero));
+    GRID->Columns(colG2).setFooterText(Format(Total_G2, dinero));
+    GRID->Columns(colG1).setFooterText(Format(Total_G1, dinero));
+    GRID->Columns(colG2Oculta).setFooterText(Format(Total_G2, dinero));
+    GRID->Columns(colG3).setFooterText(Format(Total_G3, dinero));
 }
 
 void Consola::GRID_HeadClick(int col)
 {
-    const bool texto = col == 0 || col == 3 || col == 7 || col == 19;
+    const bool texto = col == colFecha || col == colCliente || col == colProveedor || col == colServicio;
     GRID->ordenarPorColumna(col, !texto);
 }

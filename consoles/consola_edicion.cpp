@@ -35,23 +35,23 @@ using namespace consola;
 void Consola::GRID_AfterColEdit(int c)
 {
     m.K = c;
-    const bool cifra = c == 4 || c == 5 || c == 8 || c == 11 || c == 16;
+    const bool cifra = c == colEnvio || c == colRecibido || c == colEstimado || c == colReferencia || c == colFactor;
     if (!cifra)
         GRID->Update();
     const int i = GRID->Bookmark();
     m.I = i;
     // Any edit marks the row for the next save, changed or not.
-    Celdas(i, 12) = QStringLiteral("1");
+    Celdas(i, colMarca) = QStringLiteral("1");
     GRID->Update();
 
     switch (c) {
-    case 17:
+    case colSel:
         // A paid row has no estimate and counts as 0.
-        Suma_Sel = Celdas(i, 17) == -1 ? CLng(Suma_Sel + Num(i, 8)) : CLng(Suma_Sel - Num(i, 8));
+        Suma_Sel = Celdas(i, colSel) == -1 ? CLng(Suma_Sel + Num(i, colEstimado)) : CLng(Suma_Sel - Num(i, colEstimado));
         Text5->setText(Format(double(Suma_Sel), Formato_Suma()));
         break;
-    case 9: {
-        const QString codigo = Txt(i, 9);
+    case colCodBanco: {
+        const QString codigo = Txt(i, colCodBanco);
         if (codigo == QLatin1String("7777"))
             Banco_Devolucion(i);
         else if (codigo == QLatin1String("8888"))
@@ -60,42 +60,43 @@ void Consola::GRID_AfterColEdit(int c)
             Banco_Pago(i, codigo);
         return;
     }
-    case 2:
-        Celdas(i, 3) = m.Nombre_Cliente(CInt(Num(i, 2)));
+    case colCodCliente:
+        Celdas(i, colCliente) = m.Nombre_Cliente(CInt(Num(i, colCodCliente)));
         Reenlaza();
         break;
-    case 6:
-        Celdas(i, 7) = m.Nombre_Proveedor(CInt(Num(i, 6)));
+    case colCodProveedor:
+        Celdas(i, colProveedor) = m.Nombre_Proveedor(CInt(Num(i, colCodProveedor)));
         Reenlaza();
-        GRID->setCol(9);
+        GRID->setCol(colCodBanco);
         break;
     default:
         break;
     }
 
     if (cifra) {
-        Celdas(i, 12) = QStringLiteral("1");
+        Celdas(i, colMarca) = QStringLiteral("1");
         GRID->Update();
     }
     switch (c) {
-    case 5: {
+    case colRecibido: {
         // Either decimal mark may be typed.
-        Celdas(i, 5) = Txt(i, 5).replace(QLatin1Char('.'), QLatin1Char(','));
-        Celdas(i, 5) = Format(Celdas(i, 5), QStringLiteral("###0.00"));
-        const float bs = CSng(Num(i, 5) * double(m.Dolar_Actual));
-        Celdas(i, 8) = Format(Fix(bs), QStringLiteral("###,##0"));
+        Celdas(i, colRecibido) = Txt(i, colRecibido).replace(QLatin1Char('.'), QLatin1Char(','));
+        Celdas(i, colRecibido) = Format(Celdas(i, colRecibido), QStringLiteral("###0.00"));
+        const float bs = CSng(Num(i, colRecibido) * double(m.Dolar_Actual));
+        Celdas(i, colEstimado) = Format(Fix(bs), QStringLiteral("###,##0"));
         Reenlaza();
         break;
     }
-    case 16: {
-        Celdas(i, 16) = Txt(i, 16).replace(QLatin1Char('.'), QLatin1Char(','));
-        const double bs = Num(i, 18) < 50 ? Int(Num(i, 16) * Num(i, 5)) : Num(i, 16) * Num(i, 4);
-        Celdas(i, 8) = Format(bs, QStringLiteral("###,##0.00"));
+    case colFactor: {
+        Celdas(i, colFactor) = Txt(i, colFactor).replace(QLatin1Char('.'), QLatin1Char(','));
+        const double bs = Num(i, colCodServicio) < 50 ? Int(Num(i, colFactor) * Num(i, colRecibido))
+                                                      : Num(i, colFactor) * Num(i, colEnvio);
+        Celdas(i, colEstimado) = Format(bs, QStringLiteral("###,##0.00"));
         Reenlaza();
-        GRID->setCol(9);
+        GRID->setCol(colCodBanco);
         break;
     }
-    case 18:
+    case colCodServicio:
         Servicio_Editado(i);
         break;
     default:
@@ -105,20 +106,20 @@ void Consola::GRID_AfterColEdit(int c)
 
 void Consola::Servicio_Editado(int i)
 {
-    const double servicio = Num(i, 18);
+    const double servicio = Num(i, colCodServicio);
     if (servicio <= 100)
-        Celdas(i, 19) = m.Servicios_T(long(CInt(servicio)))[2];
+        Celdas(i, colServicio) = m.Servicios_T(long(CInt(servicio)))[2];
     Reenlaza();
-    GRID->setCol(18);
+    GRID->setCol(colCodServicio);
 }
 
 void Consola::Banco_Devolucion(int i)
 {
-    Celdas(i, 10) = QStringLiteral("Devoluciön");
-    Celdas(i, 11) = QString();
-    Celdas(i, 15) = QStringLiteral("0");
-    Celdas(i, 20) = QStringLiteral("0");
-    Celdas(i, 21) = QStringLiteral("0");
+    Celdas(i, colBanco) = QStringLiteral("Devoluciön");
+    Celdas(i, colReferencia) = QString();
+    Celdas(i, colPagado) = QStringLiteral("0");
+    Celdas(i, colPorcentaje) = QStringLiteral("0");
+    Celdas(i, colG2) = QStringLiteral("0");
     Reenlaza();
 }
 
@@ -126,44 +127,45 @@ void Consola::A_No_Pagada(int i)
 {
     // Back to unpaid: what was paid is the estimate again, and all of what
     // was received counts as gain until the row is paid anew.
-    Celdas(i, 8) = Celdas(i, 15);
-    for (int c : {7, 9, 10, 11})
+    Celdas(i, colEstimado) = Celdas(i, colPagado);
+    for (int c : {colProveedor, colCodBanco, colBanco, colReferencia})
         Celdas(i, c) = QString();
-    Celdas(i, 15) = QStringLiteral("0");
-    Celdas(i, 20) = QStringLiteral("100");
-    for (int c : {21, 23, 24})
-        Celdas(i, c) = Celdas(i, 5);
-    Celdas(i, 25) = QStringLiteral("0");
+    Celdas(i, colPagado) = QStringLiteral("0");
+    Celdas(i, colPorcentaje) = QStringLiteral("100");
+    for (int c : {colG2, colG1, colG2Oculta})
+        Celdas(i, c) = Celdas(i, colRecibido);
+    Celdas(i, colG3) = QStringLiteral("0");
 }
 
 void Consola::Banco_Reverso(int i)
 {
     A_No_Pagada(i);
-    Celdas(i, 26) = QString();
-    Celdas(i, 27) = QString();
-    for (int c : {28, 29, 30})
+    Celdas(i, colFechaPago) = QString();
+    Celdas(i, colHoraPago) = QString();
+    for (int c : {colRegalo, colDolar1, colDolar2})
         Celdas(i, c) = QStringLiteral("0");
     // Read after the gift cell was cleared: the statement takes back nothing.
-    Regalo_Row = Num(i, 28);
+    Regalo_Row = Num(i, colRegalo);
     m.SQL = QStringLiteral(" UPDATE proveedor SET ") + QStringLiteral(" regalo = regalo -  '") + Str(Regalo_Row) +
-            QStringLiteral("' ") + QStringLiteral(" WHERE C_proveedor =  '") + Txt(i, 6) + QStringLiteral("'");
+            QStringLiteral("' ") + QStringLiteral(" WHERE C_proveedor =  '") + Txt(i, colCodProveedor) +
+            QStringLiteral("'");
     m.SQL.replace(QLatin1Char(','), QLatin1Char('.'));
     m.Conexion.Execute(m.SQL);
-    Celdas(i, 27) = QString();
-    Celdas(i, 6) = QStringLiteral("0000");
+    Celdas(i, colHoraPago) = QString();
+    Celdas(i, colCodProveedor) = QStringLiteral("0000");
     Reenlaza();
 }
 
 bool Consola::Banco_Registrado(int i, const QString& codigo)
 {
-    Celdas(i, 10) = m.Nombre_Banco(codigo);
-    if (Txt(i, 10) == codigo || !EsNumerico(codigo)) {
+    Celdas(i, colBanco) = m.Nombre_Banco(codigo);
+    if (Txt(i, colBanco) == codigo || !EsNumerico(codigo)) {
         MsgBox(QStringLiteral("Error : Banco no registrado"), Mensajes::vbCritical);
-        Celdas(i, 10) = QString();
-        Celdas(i, 9) = QString();
+        Celdas(i, colBanco) = QString();
+        Celdas(i, colCodBanco) = QString();
         Reenlaza();
         GRID->setFocus();
-        GRID->setCol(9);
+        GRID->setCol(colCodBanco);
         GRID->setBookmark(FilaI());
         return false;
     }
@@ -174,19 +176,20 @@ void Consola::Banco_Pago(int i, const QString& codigo)
 {
     if (!Banco_Registrado(i, codigo))
         return;
-    Tipo_Serv = CInt(Num(i, 18));
-    const float bs = Tipo_Serv < 50 ? CSng(Num(i, 5) * Num(i, 16)) : CSng(Num(i, 4) * Num(i, 16));
-    Celdas(i, 15) = Format(Int(bs), QStringLiteral("###,##0.00"));
-    Monto_Texto = Txt(i, 8).remove(QLatin1Char('.'));
+    Tipo_Serv = CInt(Num(i, colCodServicio));
+    const float bs = Tipo_Serv < 50 ? CSng(Num(i, colRecibido) * Num(i, colFactor))
+                                    : CSng(Num(i, colEnvio) * Num(i, colFactor));
+    Celdas(i, colPagado) = Format(Int(bs), QStringLiteral("###,##0.00"));
+    Monto_Texto = Txt(i, colEstimado).remove(QLatin1Char('.'));
     Monto_Calc = CDbl(Monto_Texto);
     CALCULA_PORCENTAJE(Monto_Calc, Tipo_Serv);
-    Celdas(i, 20) = Format(double(Porcentaje), QStringLiteral("##0.00"));
-    Celdas(i, 21) = Format(Num(i, 5) * Num(i, 20) / 100, QStringLiteral("##0.00"));
-    Celdas(i, 23) = Celdas(i, 21);
-    Celdas(i, 24) = Celdas(i, 21);
-    Celdas(i, 8) = QString();
+    Celdas(i, colPorcentaje) = Format(double(Porcentaje), QStringLiteral("##0.00"));
+    Celdas(i, colG2) = Format(Num(i, colRecibido) * Num(i, colPorcentaje) / 100, QStringLiteral("##0.00"));
+    Celdas(i, colG1) = Celdas(i, colG2);
+    Celdas(i, colG2Oculta) = Celdas(i, colG2);
+    Celdas(i, colEstimado) = QString();
     Reenlaza();
-    GRID->setCol(11);
+    GRID->setCol(colReferencia);
 }
 
 void Consola::CALCULA_PORCENTAJE(double& Monto, int16_t& Servicio)
@@ -209,8 +212,8 @@ void Consola::CALCULA_PORCENTAJE(double& Monto, int16_t& Servicio)
 void Consola::Marcar(int fila)
 {
     GRID->setBookmark(fila);
-    Celdas(fila, 17) = Celdas(fila, 17) == -1 ? 0 : -1;
-    GRID_AfterColEdit(17);
+    Celdas(fila, colSel) = Celdas(fila, colSel) == -1 ? 0 : -1;
+    GRID_AfterColEdit(colSel);
     GRID->Refresh();
 }
 
@@ -218,7 +221,7 @@ bool Consola::eventFilter(QObject* objeto, QEvent* evento)
 {
     // The space bar ticks the row under the cursor, as a click on its "Sel".
     if (objeto == GRID->vista() && evento->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent*>(evento)->key() == Qt::Key_Space && GRID->Col() == 17 && GRID->Bookmark() >= 0) {
+        static_cast<QKeyEvent*>(evento)->key() == Qt::Key_Space && GRID->Col() == colSel && GRID->Bookmark() >= 0) {
         Marcar(GRID->Bookmark());
         return true;
     }

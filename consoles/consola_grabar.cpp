@@ -40,40 +40,41 @@ void Consola::ACTUALIZAR_Click()
 
 QString Consola::Sentencia_Fila(int i, const QString& Hoy, const QString& Ahora)
 {
-    const QString recibido = punto(Txt(i, 5).trimmed());
-    const QString enviado = punto(Txt(i, 4).trimmed());
-    const QString confirmacion = punto(Txt(i, 16).trimmed());
-    const QString ganancia = punto(Txt(i, 20).trimmed());
+    const QString recibido = punto(Txt(i, colRecibido).trimmed());
+    const QString enviado = punto(Txt(i, colEnvio).trimmed());
+    const QString confirmacion = punto(Txt(i, colFactor).trimmed());
+    const QString ganancia = punto(Txt(i, colPorcentaje).trimmed());
     QString pago = QStringLiteral("0");
-    if (Celdas(i, 8).Len() > 0)
-        pago = Txt(i, 8);
-    if (Celdas(i, 15).Len() > 0)
-        pago = Txt(i, 15);
+    if (Celdas(i, colEstimado).Len() > 0)
+        pago = Txt(i, colEstimado);
+    if (Celdas(i, colPagado).Len() > 0)
+        pago = Txt(i, colPagado);
     pago = punto(pago.remove(QLatin1Char('.')));
-    Celdas(i, 6) = Txt(i, 6).trimmed();
+    Celdas(i, colCodProveedor) = Txt(i, colCodProveedor).trimmed();
 
     return QStringLiteral(" UPDATE MOVIMIENTOS SET ") + asigna("recibido", recibido) + asigna("enviado", enviado) +
-           asigna("C_CLIENTE", Txt(i, 2)) + asigna("obs", Txt(i, 22)) + asigna("C_PROVEEDOR", Txt(i, 6)) +
-           asigna("pago", pago) + asigna("C_BANCO", Txt(i, 9)) + asigna("operadora", Txt(i, 13)) +
-           asigna("REFERENCIA", Txt(i, 11)) + asigna("confirmacion", confirmacion) +
-           asigna("tipo_operacion", Txt(i, 14)) + asigna("ganancia", ganancia) + Asignaciones_Ganancia(i, Hoy, Ahora) +
-           QStringLiteral(" tipo_servicio =  '") + Txt(i, 18) + QStringLiteral("'") + QStringLiteral(" WHERE FECHA=  '") +
-           Module1::Fecha_AMD(Txt(i, 0)) + QStringLiteral("'") + QStringLiteral(" and SECUENCIA = '") + Txt(i, 1) +
-           QStringLiteral("'");
+           asigna("C_CLIENTE", Txt(i, colCodCliente)) + asigna("obs", Txt(i, colNota)) +
+           asigna("C_PROVEEDOR", Txt(i, colCodProveedor)) + asigna("pago", pago) +
+           asigna("C_BANCO", Txt(i, colCodBanco)) + asigna("operadora", Txt(i, colOperadora)) +
+           asigna("REFERENCIA", Txt(i, colReferencia)) + asigna("confirmacion", confirmacion) +
+           asigna("tipo_operacion", Txt(i, colTipoOp)) + asigna("ganancia", ganancia) +
+           Asignaciones_Ganancia(i, Hoy, Ahora) + QStringLiteral(" tipo_servicio =  '") + Txt(i, colCodServicio) +
+           QStringLiteral("'") + QStringLiteral(" WHERE FECHA=  '") + Module1::Fecha_AMD(Txt(i, colFecha)) +
+           QStringLiteral("'") + QStringLiteral(" and SECUENCIA = '") + Txt(i, colSec) + QStringLiteral("'");
 }
 
 QString Consola::Asignaciones_G(int i)
 {
-    Celdas(i, 21) = Txt(i, 21).trimmed();
-    const QString g1 = punto(Txt(i, 21));
+    Celdas(i, colG2) = Txt(i, colG2).trimmed();
+    const QString g1 = punto(Txt(i, colG2));
     QString g2 = g1;
     QString g3 = QStringLiteral("0");
     // Services of 50 and up share the gain with the provider by its porgan.
-    if (Txt(i, 6) != QLatin1String("0000") && Num(i, 18) > 49) {
-        m.Porc_Gan = CInt(CDbl(m.Proveedores_T(CInt(Num(i, 6)), 3)));
+    if (Txt(i, colCodProveedor) != QLatin1String("0000") && Num(i, colCodServicio) > 49) {
+        m.Porc_Gan = CInt(CDbl(m.Proveedores_T(CInt(Num(i, colCodProveedor)), 3)));
         m.Porc_Cliente = int16_t(100 - m.Porc_Gan);
-        g2 = punto(Format(Num(i, 21) * m.Porc_Cliente / 100, QStringLiteral("###0.00")));
-        g3 = punto(Format(Num(i, 21) * m.Porc_Gan / 100, QStringLiteral("###0.00")));
+        g2 = punto(Format(Num(i, colG2) * m.Porc_Cliente / 100, QStringLiteral("###0.00")));
+        g3 = punto(Format(Num(i, colG2) * m.Porc_Gan / 100, QStringLiteral("###0.00")));
     }
     return asigna("g1", g1) + asigna("g2", g2) + asigna("g3", g3);
 }
@@ -84,7 +85,7 @@ QString Consola::Asignaciones_Ganancia(int i, const QString& Hoy, const QString&
     if (Modo_Grabar == 1)
         s += asigna("fecha_pago", Hoy) + asigna("hora_pago", Ahora) + asigna("dolar1", punto(Text8->text())) +
              asigna("dolar2", punto(Text9->text()));
-    return s + asigna("bancozelle", Txt(i, 31));
+    return s + asigna("bancozelle", Txt(i, colBancoZelle));
 }
 
 void Consola::GRABAR_MOVIMIENTOS()
@@ -98,13 +99,13 @@ void Consola::GRABAR_MOVIMIENTOS()
     m.SQL.clear();
     int filas = 0;
     for (int i : Celdas.Filas()) {
-        if (!(Celdas(i, 12) == 1))
+        if (!(Celdas(i, colMarca) == 1))
             continue;
         m.SQL += Sentencia_Fila(i, Hoy, Ahora);
         ++filas;
         if (Modo_Grabar == 1) {
-            Suma_Recibido += CDbl(Txt(i, 5).trimmed());
-            Prov_Pago = CInt(Num(i, 6));
+            Suma_Recibido += CDbl(Txt(i, colRecibido).trimmed());
+            Prov_Pago = CInt(Num(i, colCodProveedor));
         }
     }
     if (m.SQL.length() > 5) {
@@ -156,11 +157,11 @@ void Consola::GRID_DblClick()
     if (fila < 0)
         return;
     // The first click of a double click on "Sel" ticked the row: it is not a tick.
-    if (GRID->Col() == 17)
+    if (GRID->Col() == colSel)
         Marcar(fila);
-    m.Rec_Fecha = Txt(fila, 0);
-    m.K = Txt(fila, 1);
-    const QString banco = Txt(fila, 9);
+    m.Rec_Fecha = Txt(fila, colFecha);
+    m.K = Txt(fila, colSec);
+    const QString banco = Txt(fila, colCodBanco);
     // A paid or returned row is not deleted here.
     if (!banco.trimmed().isEmpty())
         return;

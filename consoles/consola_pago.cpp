@@ -36,10 +36,10 @@ void Consola::Fijar_Sin_Marcas()
 {
     // Every unpaid row takes the price, ticked or not; nothing is summed.
     for (int i : Celdas.Filas()) {
-        if (Celdas(i, 9).Len() != 0)
+        if (Celdas(i, colCodBanco).Len() != 0)
             continue;
         Text4->setText(Text4->text().replace(QLatin1Char('.'), QLatin1Char(',')));
-        Celdas(i, 16) = Text4->text().trimmed();
+        Celdas(i, colFactor) = Text4->text().trimmed();
     }
     Reenlaza();
 }
@@ -48,12 +48,13 @@ void Consola::FIJAR_Click()
 {
     Suma_Sel = 0;
     for (int i : Celdas.Filas()) {
-        if (!(Celdas(i, 17) == -1) || Celdas(i, 9).Len() != 0)
+        if (!(Celdas(i, colSel) == -1) || Celdas(i, colCodBanco).Len() != 0)
             continue;
         Text4->setText(Text4->text().replace(QLatin1Char('.'), QLatin1Char(',')));
-        Celdas(i, 16) = Text4->text().trimmed();
-        const double v = Num(i, 18) < 50 ? Num(i, 5) * Num(i, 16) : Num(i, 4) * Num(i, 16);
-        Celdas(i, 8) = Format(Int(v), QStringLiteral("###,##0.00"));
+        Celdas(i, colFactor) = Text4->text().trimmed();
+        const double v = Num(i, colCodServicio) < 50 ? Num(i, colRecibido) * Num(i, colFactor)
+                                                     : Num(i, colEnvio) * Num(i, colFactor);
+        Celdas(i, colEstimado) = Format(Int(v), QStringLiteral("###,##0.00"));
         // The sum takes the product before the cut.
         Suma_Sel = CLng(Suma_Sel + v);
     }
@@ -64,7 +65,7 @@ void Consola::FIJAR_Click()
 void Consola::Quitar_Marcas()
 {
     for (int i : Celdas.Filas())
-        Celdas(i, 17) = 0;
+        Celdas(i, colSel) = 0;
 }
 
 void Consola::Rechaza_Seleccion(const QString& texto)
@@ -85,7 +86,7 @@ int Consola::Recorre_Marcadas(const std::function<bool(int)>& marcada)
     }
     for (int i : Celdas.Filas()) {
         m.I = i;
-        if (Celdas(i, 17) == -1) {
+        if (Celdas(i, colSel) == -1) {
             if (!marcada(i))
                 return 0;
             m.J = ++j;
@@ -102,12 +103,12 @@ void Consola::Sumarizar_Click()
     m.Sel_Total = 0;
     Suma_Sel = 0;
     const int j = Recorre_Marcadas([&](int i) {
-        if (Celdas(i, 8) == 0) {
+        if (Celdas(i, colEstimado) == 0) {
             // A paid row among the ticked ones: nothing is paid, every tick goes.
             Rechaza_Seleccion(QStringLiteral("Error : conflicto en la selección. Hay movimientos pagados"));
             return false;
         }
-        m.Sel_Total += Num(i, 8);
+        m.Sel_Total += Num(i, colEstimado);
         return true;
     });
     if (j == 0)
@@ -128,18 +129,18 @@ void Consola::Sumarizar_Click()
 void Consola::APLICAR_PAGO()
 {
     for (int i : Celdas.Filas()) {
-        if (!(Celdas(i, 17) == -1))
+        if (!(Celdas(i, colSel) == -1))
             continue;
         m.I = i;
-        Celdas(i, 6) = m.Ref_Cod_Proveedor;
-        Celdas(i, 7) = m.Ref_Nombre_Proveedor;
-        Celdas(i, 9) = m.Ref_Banco;
-        Celdas(i, 10) = m.Ref_Nombre_Banco;
-        Celdas(i, 11) = m.Ref_Referencia;
+        Celdas(i, colCodProveedor) = m.Ref_Cod_Proveedor;
+        Celdas(i, colProveedor) = m.Ref_Nombre_Proveedor;
+        Celdas(i, colCodBanco) = m.Ref_Banco;
+        Celdas(i, colBanco) = m.Ref_Nombre_Banco;
+        Celdas(i, colReferencia) = m.Ref_Referencia;
         // The estimate becomes the payment.
-        Celdas(i, 15) = Celdas(i, 8);
-        Celdas(i, 17) = 0;
-        Celdas(i, 14) = m.Ref_Opcion;
+        Celdas(i, colPagado) = Celdas(i, colEstimado);
+        Celdas(i, colSel) = 0;
+        Celdas(i, colTipoOp) = m.Ref_Opcion;
         Ganancia_Del_Pago(i);
     }
     Reenlaza();
@@ -147,14 +148,14 @@ void Consola::APLICAR_PAGO()
 
 void Consola::Ganancia_Del_Pago(int i)
 {
-    Monto_Texto = Txt(i, 8).remove(QLatin1Char('.'));
+    Monto_Texto = Txt(i, colEstimado).remove(QLatin1Char('.'));
     Monto_Calc = CDbl(Monto_Texto);
-    Tipo_Serv = CInt(Num(i, 18));
-    Celdas(i, 8) = 0;
+    Tipo_Serv = CInt(Num(i, colCodServicio));
+    Celdas(i, colEstimado) = 0;
     CALCULA_PORCENTAJE(Monto_Calc, Tipo_Serv);
-    Celdas(i, 20) = Format(double(Porcentaje), QStringLiteral("##0.00"));
+    Celdas(i, colPorcentaje) = Format(double(Porcentaje), QStringLiteral("##0.00"));
     // Only the batch payment adds this half cent to the percentage.
-    Celdas(i, 21) = Format(Num(i, 5) * (double(Porcentaje) + 0.005) / 100, QStringLiteral("##0.00"));
+    Celdas(i, colG2) = Format(Num(i, colRecibido) * (double(Porcentaje) + 0.005) / 100, QStringLiteral("##0.00"));
 }
 
 void Consola::Check1_Click()
@@ -219,7 +220,7 @@ void Consola::PREPARAR_RECIBO()
     m.Sel_Cuenta = 0;
     int fila = -1;
     const int j = Recorre_Marcadas([&](int i) {
-        if (Num(i, 8) > 0) {
+        if (Num(i, colEstimado) > 0) {
             // An estimate still standing: the row is not paid.
             Rechaza_Seleccion(QStringLiteral("Error : La Transacción no esta pagada"));
             return false;
@@ -239,11 +240,11 @@ void Consola::PREPARAR_RECIBO()
         return;
     }
     Quitar_Marcas();
-    m.Rec_Fecha = Module1::Fecha_AMD(Txt(fila, 0));
-    m.Rec_Secuencia = CInt(Num(fila, 1));
-    m.Rec_Operadora = CInt(Num(fila, 13));
-    m.Nom_Cliente = Txt(fila, 3);
-    recibo.Rec_Monto = Txt(fila, 5);
+    m.Rec_Fecha = Module1::Fecha_AMD(Txt(fila, colFecha));
+    m.Rec_Secuencia = CInt(Num(fila, colSec));
+    m.Rec_Operadora = CInt(Num(fila, colOperadora));
+    m.Nom_Cliente = Txt(fila, colCliente);
+    recibo.Rec_Monto = Txt(fila, colRecibido);
     Text6->clear();
     recibo.EMITIR_RECIBO();
     Reenlaza();

@@ -29,8 +29,8 @@ Dialogo::Dialogo(Module1& modulo, QWidget* padre) : QDialog(padre), m(modulo)
     setModal(true);
     setFixedSize(470, 330);
 
-    const char* const etiquetas[5] = {"Monto a Pagar", "Proveedor", "Referencia", "Nombre del proveedor",
-                                      "Transacciones"};
+    const char* const etiquetas[txtTransacciones + 1] = {"Monto a Pagar", "Proveedor", "Referencia",
+                                                         "Nombre del proveedor", "Transacciones"};
     auto campo = [this, &etiquetas](int i, int x, int y, int w, bool soloLectura) {
         auto* t = new QLineEdit(this);
         t->setGeometry(x, y, w, 26);
@@ -46,19 +46,20 @@ Dialogo::Dialogo(Module1& modulo, QWidget* padre) : QDialog(padre), m(modulo)
         l->setGeometry(12, y, 130, 26);
     };
 
-    campo(4, 12, 10, 446, true)->setAlignment(Qt::AlignCenter);
+    campo(txtTransacciones, 12, 10, 446, true)->setAlignment(Qt::AlignCenter);
     etiqueta("Monto a Pagar", 44);
-    campo(0, 145, 44, 150, true)->setAlignment(Qt::AlignRight);
+    campo(txtMonto, 145, 44, 150, true)->setAlignment(Qt::AlignRight);
     etiqueta("Proveedor", 78);
-    campo(1, 145, 78, 70, false);
+    campo(txtCodProveedor, 145, 78, 70, false);
     // A provider is a code of digits: nothing else can reach the look-up.
-    Text2[1]->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,4}")), Text2[1]));
+    QLineEdit* proveedor = Text2[txtCodProveedor];
+    proveedor->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,4}")), proveedor));
     // The name comes from the code, and the operator may still correct it.
-    campo(3, 222, 78, 236, false);
+    campo(txtNombreProveedor, 222, 78, 236, false);
     etiqueta("Referencia", 112);
-    campo(2, 145, 112, 200, false)->setMaxLength(50); // as the transaction's reference holds it
-    setTabOrder(Text2[1], Text2[2]);
-    setTabOrder(Text2[2], Text2[3]);
+    campo(txtReferencia, 145, 112, 200, false)->setMaxLength(50); // as the transaction's reference holds it
+    setTabOrder(Text2[txtCodProveedor], Text2[txtReferencia]);
+    setTabOrder(Text2[txtReferencia], Text2[txtNombreProveedor]);
 
     auto marco = [this](const char* titulo, int x, const std::array<const char*, 3>& opciones,
                         std::array<QRadioButton*, 3>& botones, const QString& arreglo) {
@@ -84,50 +85,51 @@ Dialogo::Dialogo(Module1& modulo, QWidget* padre) : QDialog(padre), m(modulo)
     Controles::Nombrar(CancelButton, QStringLiteral("CancelButton"), QStringLiteral("Cancelar"));
     CancelButton->setAutoDefault(false);
 
-    Controles::AlPulsarEnter(Text2[1], [this] { Text2_1_Enter(); });
+    Controles::AlPulsarEnter(Text2[txtCodProveedor], [this] { Text2_1_Enter(); });
     connect(OKButton, &QPushButton::clicked, this, [this] { OKButton_Click(); });
     connect(CancelButton, &QPushButton::clicked, this, [this] { CancelButton_Click(); });
 }
 
 void Dialogo::Form_Activate()
 {
-    Text2[4]->setText(QString::number(m.Sel_Cuenta) + QStringLiteral(" Transacciones"));
-    Text2[0]->setText(Format(m.Sel_Total, QStringLiteral("###,##0.00")));
-    Text2[1]->clear();
-    Text2[2]->clear();
-    Option2[0]->setChecked(true);
-    Option3[1]->setChecked(true);
+    Text2[txtTransacciones]->setText(QString::number(m.Sel_Cuenta) + QStringLiteral(" Transacciones"));
+    Text2[txtMonto]->setText(Format(m.Sel_Total, QStringLiteral("###,##0.00")));
+    Text2[txtCodProveedor]->clear();
+    Text2[txtReferencia]->clear();
+    Option2[bcoVenezuela]->setChecked(true);
+    Option3[opTransferencia]->setChecked(true);
     m.Ref_Banco = QStringLiteral("0102");
     m.Ref_Nombre_Banco = QStringLiteral("Banco Venezuela");
     m.Ref_Aceptado = false;
-    Text2[1]->setFocus();
+    Text2[txtCodProveedor]->setFocus();
 }
 
 void Dialogo::Text2_1_Enter()
 {
-    Text2[3]->setText(m.Nombre_Proveedor(Numeros::CInt(Numeros::CDbl(Text2[1]->text()))));
-    Text2[2]->setFocus();
+    const int16_t codigo = Numeros::CInt(Numeros::CDbl(Text2[txtCodProveedor]->text()));
+    Text2[txtNombreProveedor]->setText(m.Nombre_Proveedor(codigo));
+    Text2[txtReferencia]->setFocus();
 }
 
 void Dialogo::OKButton_Click()
 {
     auto falta = [this](const char* texto) {
         MsgBox(QString::fromUtf8(texto), Mensajes::vbCritical);
-        Text2[1]->setFocus();
+        Text2[txtCodProveedor]->setFocus();
     };
-    if (Text2[1]->text().isEmpty())
+    if (Text2[txtCodProveedor]->text().isEmpty())
         return falta("Error: Indique Código del Proveedor");
-    if (Text2[2]->text().isEmpty())
+    if (Text2[txtReferencia]->text().isEmpty())
         return falta("Error: Indique Número de Referencia");
 
-    m.Ref_Cod_Proveedor = Format(Text2[1]->text(), QStringLiteral("0000"));
-    m.Ref_Nombre_Proveedor = Text2[3]->text();
-    m.Ref_Referencia = Text2[2]->text();
-    m.Ref_Opcion = Option3[0]->isChecked() ? 1 : Option3[1]->isChecked() ? 2 : 3;
-    if (Option2[1]->isChecked()) {
+    m.Ref_Cod_Proveedor = Format(Text2[txtCodProveedor]->text(), QStringLiteral("0000"));
+    m.Ref_Nombre_Proveedor = Text2[txtNombreProveedor]->text();
+    m.Ref_Referencia = Text2[txtReferencia]->text();
+    m.Ref_Opcion = Option3[opPagoMovil]->isChecked() ? 1 : Option3[opTransferencia]->isChecked() ? 2 : 3;
+    if (Option2[bcoBanesco]->isChecked()) {
         m.Ref_Banco = QStringLiteral("0134");
         m.Ref_Nombre_Banco = QStringLiteral("Banesco");
-    } else if (Option2[2]->isChecked()) {
+    } else if (Option2[bcoOtros]->isChecked()) {
         m.Ref_Banco = QStringLiteral("1111");
         m.Ref_Nombre_Banco = QStringLiteral("Otros");
     }

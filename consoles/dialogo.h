@@ -30,10 +30,14 @@ public:
     using Ejecutor = std::function<void(Dialogo&)>;
     static void Reemplazar(Ejecutor ejecutor);
 
-    // 0 amount, 1 provider code, 2 reference, 3 provider's name, 4 count line.
-    std::array<QLineEdit*, 5> Text2{};
-    std::array<QRadioButton*, 3> Option2{}; // bank
-    std::array<QRadioButton*, 3> Option3{}; // kind of operation
+    // The fields of Text2, the banks of Option2 and the kinds of operation of Option3.
+    enum Campo : int { txtMonto = 0, txtCodProveedor, txtReferencia, txtNombreProveedor, txtTransacciones };
+    enum Banco : int { bcoVenezuela = 0, bcoBanesco, bcoOtros };
+    enum Operacion : int { opPagoMovil = 0, opTransferencia, opTransferenciaDirecta };
+
+    std::array<QLineEdit*, txtTransacciones + 1> Text2{};
+    std::array<QRadioButton*, bcoOtros + 1> Option2{};
+    std::array<QRadioButton*, opTransferenciaDirecta + 1> Option3{};
     QPushButton* OKButton;
     QPushButton* CancelButton;
 

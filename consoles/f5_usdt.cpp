@@ -23,8 +23,8 @@ void F5_USDT::Form_Load() { Colocar(10, 101, 20050, 10000); }
 std::vector<Consola::DefColumna> F5_USDT::Columnas() const
 {
     std::vector<DefColumna> c = Consola::Columnas();
-    c.resize(23);
-    const std::pair<const char*, int> propias[23] = {
+    c.resize(colUltimaUsdt + 1);
+    const std::pair<const char*, int> propias[colUltimaUsdt + 1] = {
         {"Fecha", 1100},     {"Sec.", 600},     {"C-C", 600},  {"Cliente", 2500}, {"Envio", 1200},
         {"Recibido", 1000},  {"C-P", 600},      {"Proveedor", 2000}, {"Estimado", 1200}, {"C-B", 600},
         {"Banco", 100},      {"Referencia", 800}, {"", 400},   {"Op", 400},       {"T", 300},
@@ -40,7 +40,10 @@ std::vector<Consola::DefColumna> F5_USDT::Columnas() const
 
 std::vector<std::pair<int, int>> F5_USDT::Movidas() const
 {
-    return {{13, 1}, {16, 10}, {12, 16}, {18, 16}, {19, 17}, {22, 5}};
+    // The console's moves of the columns this grid has.
+    std::vector<std::pair<int, int>> movidas = Consola::Movidas();
+    std::erase_if(movidas, [](const auto& movida) { return movida.first > colUltimaUsdt; });
+    return movidas;
 }
 
 void F5_USDT::Prepara_Campos()
@@ -64,40 +67,40 @@ void F5_USDT::Llena_Fila(int i)
     const double confirmacion = Campo(c.confirmacion).aDouble();
     const int16_t cliente = CInt(Campo(c.C_CLIENTE).aDouble());
 
-    Celdas(i, 0) = Fecha_Vista(0, Campo(c.Fecha).aTexto());
-    Celdas(i, 1) = Codigo(Campo(c.secuenciA).aDouble());
-    Celdas(i, 2) = Codigo(cliente);
-    Celdas(i, 3) = Nombre_Cliente(cliente);
-    Celdas(i, 4) = Cifra(4, fEnvio, enviado);
-    Celdas(i, 5) = Cifra(5, fRecibido, recibido);
-    Celdas(i, 6) = Codigo(proveedor);
-    Celdas(i, 7) = Nombre_Proveedor(proveedor);
+    Celdas(i, colFecha) = Fecha_Vista(colFecha, Campo(c.Fecha).aTexto());
+    Celdas(i, colSec) = Codigo(Campo(c.secuenciA).aDouble());
+    Celdas(i, colCodCliente) = Codigo(cliente);
+    Celdas(i, colCliente) = Nombre_Cliente(cliente);
+    Celdas(i, colEnvio) = Cifra(fEnvio, enviado);
+    Celdas(i, colRecibido) = Cifra(fRecibido, recibido);
+    Celdas(i, colCodProveedor) = Codigo(proveedor);
+    Celdas(i, colProveedor) = Nombre_Proveedor(proveedor);
     if (confirmacion > 0)
-        Celdas(i, 16) = Cifra(16, fMoneda, confirmacion);
+        Celdas(i, colMoneda) = Cifra(fMoneda, confirmacion);
     m.K = servicio;
     if (banco.isEmpty()) {
         // Unpaid: the price of the moment, and the estimate at it, decimals kept.
         const double precio = m.Monto_T(servicio);
-        Celdas(i, 16) = Cifra(-1, fPrecio, precio);
+        Celdas(i, colMoneda) = Cifra(fPrecio, precio);
         const double bs = enviado * precio;
-        Celdas(i, 8) = Cifra(8, fMiles, bs);
+        Celdas(i, colEstimado) = Cifra(fMiles, bs);
         Total_Estimado += bs;
     } else {
-        Celdas(i, 15) = Cifra(15, fMiles, pago);
+        Celdas(i, colPagado) = Cifra(fMiles, pago);
     }
     Llena_Datos(i, banco, servicio);
-    Celdas(i, 19) = m.Servicios_T(servicio)[2].left(15);
+    Celdas(i, colServicio) = m.Servicios_T(servicio)[2].left(15);
 
     // A row stored without its gain is all gain.
     double ganancia = Campo(c.Ganancia).aDouble();
     if (ganancia == 0)
         ganancia = 100;
     Ganancia_Fila = recibido * ganancia / 100;
-    Celdas(i, 20) = Cifra(20, fPorcentaje, ganancia);
-    Celdas(i, 21) = Cifra(21, fGanancia, Ganancia_Fila);
+    Celdas(i, colPorcentaje) = Cifra(fPorcentaje, ganancia);
+    Celdas(i, colGanancia) = Cifra(fGanancia, Ganancia_Fila);
     if (devuelta) {
-        Celdas(i, 20) = QString();
-        Celdas(i, 21) = QString();
+        Celdas(i, colPorcentaje) = QString();
+        Celdas(i, colGanancia) = QString();
     } else {
         Total_Ganancia += Ganancia_Fila;
         Total_Enviado += enviado;
@@ -111,12 +114,13 @@ void F5_USDT::Llena_Fila(int i)
 void F5_USDT::Escribe_Pies()
 {
     Pies_Comunes();
-    GRID->Columns(20).setFooterText(QString());
-    GRID->Columns(21).setFooterText(QString());
+    GRID->Columns(colPorcentaje).setFooterText(QString());
+    GRID->Columns(colGanancia).setFooterText(QString());
     if (Total_Ganancia > 0) {
-        GRID->Columns(21).setFooterText(Format(Total_Ganancia, QStringLiteral("#,##0.00")));
+        GRID->Columns(colGanancia).setFooterText(Format(Total_Ganancia, QStringLiteral("#,##0.00")));
         // The percentage of the whole, weighted by what each row received.
-        GRID->Columns(20).setFooterText(Format(100 * (Total_Ganancia / Total_Recibido), QStringLiteral("##0.00")));
+        GRID->Columns(colPorcentaje)
+            .setFooterText(Format(100 * (Total_Ganancia / Total_Recibido), QStringLiteral("##0.00")));
     }
 }
 
@@ -131,10 +135,10 @@ void F5_USDT::CALCULA_PORCENTAJE(double& Monto, int16_t&)
 
 void F5_USDT::Ganancia_Del_Pago(int i)
 {
-    Monto_Calc = Num(i, 16);
-    Tipo_Serv = CInt(Num(i, 18));
+    Monto_Calc = Num(i, colMoneda);
+    Tipo_Serv = CInt(Num(i, colCodServicio));
     CALCULA_PORCENTAJE(Monto_Calc, Tipo_Serv);
-    Celdas(i, 20) = Format(double(Porcentaje), QStringLiteral("##0.00"));
+    Celdas(i, colPorcentaje) = Format(double(Porcentaje), QStringLiteral("##0.00"));
 }
 
 void F5_USDT::Banco_Pago(int i, const QString& codigo)
@@ -142,21 +146,21 @@ void F5_USDT::Banco_Pago(int i, const QString& codigo)
     if (!Banco_Registrado(i, codigo))
         return;
     // What was sent at the row's price, cut to bolivars, whatever the service.
-    const float bs = CSng(Num(i, 4) * Num(i, 16));
-    Celdas(i, 15) = Format(Int(bs), QStringLiteral("###,##0.00"));
-    Celdas(i, 8) = QString();
+    const float bs = CSng(Num(i, colEnvio) * Num(i, colMoneda));
+    Celdas(i, colPagado) = Format(Int(bs), QStringLiteral("###,##0.00"));
+    Celdas(i, colEstimado) = QString();
     Ganancia_Del_Pago(i);
     Reenlaza();
-    GRID->setCol(11);
+    GRID->setCol(colReferencia);
 }
 
 void F5_USDT::Banco_Reverso(int i)
 {
-    Celdas(i, 8) = Celdas(i, 15);
-    for (int c : {6, 7, 9, 10, 11})
+    Celdas(i, colEstimado) = Celdas(i, colPagado);
+    for (int c : {colCodProveedor, colProveedor, colCodBanco, colBanco, colReferencia})
         Celdas(i, c) = QString();
-    Celdas(i, 15) = QStringLiteral("0");
-    Celdas(i, 20) = QStringLiteral("0");
+    Celdas(i, colPagado) = QStringLiteral("0");
+    Celdas(i, colPorcentaje) = QStringLiteral("0");
     Reenlaza();
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 // "CONSULTAS USDT": the console of the USDT transactions (services from 50),
-// with a grid of columns 0 to 22. The client's name comes from the cache,
-// column 16 is the "Moneda" price, and the gain is how far that price lies
+// with a grid of columns colFecha to colNota. The client's name comes from the
+// cache, colFactor is the "Moneda" price (colMoneda), colG2 the gain in
+// dollars (colGanancia), and the gain is how far that price lies
 // from the day's dollar (Dolar_Param): a stored gain of 0 counts as 100, and
 // the footer shows the percentage weighted by what was received. Its save
 // carries no g1 to g3, payment moment or gift. Its menu entry stands hidden
@@ -12,6 +13,9 @@ class F5_USDT : public Consola {
     Q_OBJECT
 public:
     F5_USDT(Module1& m, MDIForm1& principal);
+
+    // The columns this console gives another use, and its last one.
+    enum ColUsdt : int { colMoneda = colFactor, colGanancia = colG2, colUltimaUsdt = colNota };
 
     void Form_Load() override;
     void FIJAR_Click() override { Fijar_Sin_Marcas(); }
@@ -25,7 +29,7 @@ public:
 protected:
     std::vector<DefColumna> Columnas() const override;
     std::vector<std::pair<int, int>> Movidas() const override;
-    std::vector<int> Ocultas() const override { return {10, 12, 22}; }
+    std::vector<int> Ocultas() const override { return {colBanco, colMarca, colNota}; }
     QString Procedimiento() const override { return QStringLiteral("TRU_CONSULTA_USDT"); }
     void Prepara_Campos() override;
     void Llena_Fila(int fila) override;
@@ -35,6 +39,6 @@ protected:
     void Banco_Pago(int fila, const QString& codigo) override;
     QString Formato_Suma() const override { return QStringLiteral("###,##0.00"); }
     QString Asignaciones_Ganancia(int, const QString&, const QString&) override { return {}; }
-    // The "Moneda" of the row through CALCULA_PORCENTAJE into column 20; column 21 is left.
+    // The "Moneda" of the row through CALCULA_PORCENTAJE into colPorcentaje; colGanancia is left.
     void Ganancia_Del_Pago(int fila) override;
 };

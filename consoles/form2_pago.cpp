@@ -10,24 +10,25 @@ Form2_Pago::Form2_Pago(Module1& m, MDIForm1& principal)
 std::vector<Consola::DefColumna> Form2_Pago::Columnas() const
 {
     std::vector<DefColumna> c = Consola::Columnas();
-    c.resize(26);
-    c[3].ancho = 3000;
-    c[7].ancho = 2000;
-    c[8].titulo = "Fecha de Pago";
-    c[8].ancho = 2200;
-    c[12].titulo = "Z";
-    c[12].ancho = 300;
-    c[14].ancho = 300;
+    c.resize(colUltimaPago + 1);
+    c[colCliente].ancho = 3000;
+    c[colProveedor].ancho = 2000;
+    c[colFechaHoraPago].titulo = "Fecha de Pago";
+    c[colFechaHoraPago].ancho = 2200;
+    c[colZelle].titulo = "Z";
+    c[colZelle].ancho = 300;
+    c[colTipoOp].ancho = 300;
     // The percentages and gains are loaded and saved, but not for the eye.
-    for (int col = 20; col <= 25; ++col)
+    for (int col = colPorcentaje; col <= colG3; ++col)
         c[size_t(col)].ancho = 1;
     return c;
 }
 
 std::vector<std::pair<int, int>> Form2_Pago::Movidas() const
 {
+    // The console's moves of the columns this grid has.
     std::vector<std::pair<int, int>> movidas = Consola::Movidas();
-    movidas.pop_back(); // the Zelle bank's column 31 is not here
+    std::erase_if(movidas, [](const auto& movida) { return movida.first > colUltimaPago; });
     return movidas;
 }
 
@@ -43,28 +44,28 @@ void Form2_Pago::Llena_Fila(int i)
     const double estimado = Total_Estimado;
     Consola::Llena_Fila(i);
     Total_Estimado = estimado;
-    Celdas(i, 8) = Fecha_Y_Hora(Campo(campos.fecha_pago).aTexto(), Campo(campos.hora_pago).aTexto());
-    Celdas(i, 12) = Campo(campos.bancozelle).aTexto();
+    Celdas(i, colFechaHoraPago) = Fecha_Y_Hora(Campo(campos.fecha_pago).aTexto(), Campo(campos.hora_pago).aTexto());
+    Celdas(i, colZelle) = Campo(campos.bancozelle).aTexto();
 }
 
 void Form2_Pago::Escribe_Pies()
 {
     Consola::Escribe_Pies();
-    GRID->Columns(8).setFooterText(QString());
+    GRID->Columns(colFechaHoraPago).setFooterText(QString());
 }
 
 void Form2_Pago::Banco_Reverso(int i)
 {
     // Back to unpaid; no provider's gift is touched.
     A_No_Pagada(i);
-    Celdas(i, 6) = QStringLiteral("0000");
+    Celdas(i, colCodProveedor) = QStringLiteral("0000");
     Reenlaza();
 }
 
 void Form2_Pago::Servicio_Editado(int i)
 {
     // No guard on the code: one above the services' table stops the program.
-    Celdas(i, 19) = m.Servicios_T(long(Numeros::CInt(Num(i, 18))))[2];
+    Celdas(i, colServicio) = m.Servicios_T(long(Numeros::CInt(Num(i, colCodServicio))))[2];
     Reenlaza();
-    GRID->setCol(18);
+    GRID->setCol(colCodServicio);
 }

@@ -69,7 +69,7 @@ void cerrar(Pantalla* p)
 int filaPagada(Consola* c)
 {
     for (int f = 0; f <= c->Celdas.UpperBound(1); ++f) {
-        const QString banco = c->Celdas.Value(f, 9).texto().trimmed();
+        const QString banco = c->Celdas.Value(f, Consola::colCodBanco).texto().trimmed();
         if (!banco.isEmpty() && banco != QLatin1String("7777"))
             return f;
     }

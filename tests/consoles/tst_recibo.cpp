@@ -3,17 +3,13 @@
 // test.
 #include "fallo.h"
 #include "form2.h"
-#include "mesa.h"
 #include "mensajes.h"
+#include "mesa.h"
 #include "prueba.h"
 #include "recibo.h"
-#include "sesion.h"
 
-#include <QDateEdit>
 #include <QFile>
-#include <QLineEdit>
 #include <QProcess>
-#include <QPushButton>
 
 namespace {
 
@@ -29,16 +25,13 @@ QString poppler(const QString& herramienta, const QString& archivo)
     return QString::fromUtf8(p.readAllStandardOutput());
 }
 
-} // namespace
-
-class PruebaRecibo : public QObject {
-    Q_OBJECT
-
-private slots:
-    void reciboPdfSuCopiaYLaImpresora()
+// A receipt of the second operator's head, the session on the demo data.
+struct UnRecibo {
+    SesionDePrueba s;
+    Recibo r{*s.m};
+    const QString carpeta = s.m->despliegue.carpetaRecibos + QLatin1Char('/');
+    UnRecibo()
     {
-        SesionDePrueba s;
-        Recibo r(*s.m);
         s.m->Rec_Fecha = QStringLiteral("20241105");
         s.m->Rec_Secuencia = 12;
         s.m->Rec_Operadora = 2;
@@ -46,7 +39,19 @@ private slots:
         s.m->despliegue.web = QStringLiteral("www.cambios.example");
         r.Cod_Concepto = 2;
         r.Rec_Monto = QStringLiteral("94,30");
+    }
+};
 
+} // namespace
+
+class PruebaRecibo : public QObject {
+    Q_OBJECT
+
+private slots:
+    void reciboPdfYSuCopia()
+    {
+        UnRecibo u;
+        Recibo& r = u.r;
         // Copying before any receipt is the run-time failure of a missing file.
         try {
             r.COPIAR();
@@ -58,11 +63,10 @@ private slots:
         QVERIFY(r.Impresora_Es(QStringLiteral("*PDF*")));
         r.Es_PDF = true;
         r.EMITIR_RECIBO();
-        const QString carpeta = s.m->despliegue.carpetaRecibos + QLatin1Char('/');
         QCOMPARE(r.Recibo_Nombre, QString("241105012  PEDRO RAMIREZ"));
-        QCOMPARE(r.Recibo_Origen, carpeta + "Trabajo de Impresion.pdf");
-        QCOMPARE(r.Recibo_Destino, carpeta + "241105012  PEDRO RAMIREZ.pdf");
-        QCOMPARE(s.m->Rec_Concepto, QString("AYUDA FAMILIAR"));
+        QCOMPARE(r.Recibo_Origen, u.carpeta + "Trabajo de Impresion.pdf");
+        QCOMPARE(r.Recibo_Destino, u.carpeta + "241105012  PEDRO RAMIREZ.pdf");
+        QCOMPARE(u.s.m->Rec_Concepto, QString("AYUDA FAMILIAR"));
 
         QVERIFY(poppler("pdfinfo", r.Recibo_Origen).contains(QRegularExpression("Pages:\\s+1\\b")));
         const QString texto = poppler("pdftotext", r.Recibo_Origen);
@@ -77,27 +81,36 @@ private slots:
         QFile copia(r.Recibo_Destino), origen(r.Recibo_Origen);
         QVERIFY(copia.open(QIODevice::ReadOnly) && origen.open(QIODevice::ReadOnly));
         QCOMPARE(copia.readAll(), origen.readAll());
+    }
 
-        // The first operator's head, and with the server's code the other origin name.
-        s.m->Rec_Operadora = 1;
-        s.m->Rec_Secuencia = 1234;
-        s.m->Nivel = true;
-        r.EMITIR_RECIBO();
-        QCOMPARE(r.Recibo_Origen, carpeta + "TRUMIN.pdf");
-        QCOMPARE(r.Numero(), QString("2411051234"));
-        const QString primera = poppler("pdftotext", r.Recibo_Origen).simplified();
+    // The first operator's head, and with the server's code the other origin name.
+    void reciboDeLaPrimeraOperadora()
+    {
+        UnRecibo u;
+        u.s.m->Rec_Operadora = 1;
+        u.s.m->Rec_Secuencia = 1234;
+        u.s.m->Nivel = true;
+        u.r.EMITIR_RECIBO();
+        QCOMPARE(u.r.Recibo_Origen, u.carpeta + "TRUMIN.pdf");
+        QCOMPARE(u.r.Numero(), QString("2411051234"));
+        const QString primera = poppler("pdftotext", u.r.Recibo_Origen).simplified();
         QVERIFY(primera.contains("KESTRA LM, C.A.") && primera.contains("Ramil Ostaven +580000000001"));
         QVERIFY(!primera.contains("VELDAR"));
+    }
 
+    void laImpresoraDelRecibo()
+    {
+        UnRecibo u;
+        Recibo& r = u.r;
         // The program's own printer makes PDF, not XPS.
         QVERIFY(!r.Impresora_Es(QStringLiteral("*XPS*")));
-        QCOMPARE(s.ultimoMensaje(), QString("Atencion : Impresora prederminada no es XPS"));
-        QCOMPARE(s.mensajes.last().estilo, Mensajes::vbInformation);
+        QCOMPARE(u.s.ultimoMensaje(), QString("Atencion : Impresora prederminada no es XPS"));
+        QCOMPARE(u.s.mensajes.last().estilo, Mensajes::vbInformation);
         // The test is case-sensitive.
-        s.m->despliegue.impresora = QStringLiteral("Microsoft Print to pdf");
+        u.s.m->despliegue.impresora = QStringLiteral("Microsoft Print to pdf");
         QVERIFY(!r.Impresora_Es(QStringLiteral("*PDF*")));
-        QCOMPARE(s.ultimoMensaje(), QString("Atencion : Impresora prederminada no es PDF"));
-        s.m->despliegue.impresora = QStringLiteral("Microsoft XPS Document Writer");
+        QCOMPARE(u.s.ultimoMensaje(), QString("Atencion : Impresora prederminada no es PDF"));
+        u.s.m->despliegue.impresora = QStringLiteral("Microsoft XPS Document Writer");
         QVERIFY(r.Impresora_Es(QStringLiteral("*XPS*")));
         QCOMPARE(r.Impresora, QString("Microsoft XPS Document Writer"));
     }
@@ -106,22 +119,11 @@ private slots:
     // of the one ticked paid row, and its copy.
     void reciboDesdeLaConsola()
     {
-        Mesa<Form2> c(QString::fromUtf8(R"(
-            INSERT INTO clientes VALUES (12, 'MARIA PEREZ', ''), (13, 'JOSE DIAZ', '');
-            INSERT INTO conceptos VALUES (2, 'AYUDA FAMILIAR');
-            INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra, MONTO)
-                VALUES (1, 'TRUMIN', 9, 2, 1, 'T', 364);
-            INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, pago, C_BANCO, operadora,
-                                     tipo_servicio, fecha_pago) VALUES
-             ('20250310', 1, 12, 100, 94.3, 0, '', '1', 1, ''),
-             ('20250310', 7, 13, 200, 188.9, 68000, '0134', '2', 1, '20250311'),
-             ('20250310', 8, 12, 10, 10, 3000, '0102', '1', 1, '20250311');
-        )"), "Form2", QDate(2025, 3, 10), QDate(2025, 3, 10));
+        Mesa<Form2> c(conReferencia(kDiezDeMarzo), "Form2", QDate(2025, 3, 10), QDate(2025, 3, 10));
         SesionDePrueba& s = c.s;
         Form2* p = c.p;
         // Espera's two seconds pass at once on a clock that runs a second a call.
         s.m->reloj = [t = QDateTime::currentDateTime()]() mutable { return t = t.addSecs(1); };
-        QCOMPARE(p->Celdas.UpperBound(1), 2);
 
         const auto recibo = [&](std::initializer_list<int> filas) {
             for (int f : filas)
@@ -129,14 +131,15 @@ private slots:
             p->RECIBO_PDF->click();
             return s.ultimoMensaje();
         };
+        const auto marcas = [&] { return c.columna(Form2::colSel).join(QLatin1Char(' ')); };
         QCOMPARE(recibo({}), QString("Error : No selecciono información"));
         QCOMPARE(recibo({0}), QString("Error : La Transacción no esta pagada"));
-        QVERIFY(p->Celdas.Value(0, 17) == 0);
-        QCOMPARE(recibo({1, 2}), QString("Error : seleccione una sola Transacción"));
-        QVERIFY(p->Celdas.Value(1, 17) == 0 && p->Celdas.Value(2, 17) == 0);
-        QCOMPARE(recibo({1}), QString("Error : Indique Código del Concepto de Pago"));
+        QCOMPARE(marcas(), QString("0 0 0 0 0 0"));
+        QCOMPARE(recibo({4, 5}), QString("Error : seleccione una sola Transacción"));
+        QCOMPARE(marcas(), QString("0 0 0 0 0 0"));
+        QCOMPARE(recibo({4}), QString("Error : Indique Código del Concepto de Pago"));
         QCOMPARE(s.mensajes.last().estilo, Mensajes::vbCritical);
-        QVERIFY(p->Celdas.Value(1, 17) == -1); // the tick stays
+        QCOMPARE(marcas(), QString("0 0 0 0 -1 0")); // the tick stays
 
         // An unknown code is refused; "02" is not the text "2" and passes.
         p->Text6->setText("5");
@@ -152,14 +155,14 @@ private slots:
         p->RECIBO_PDF->click();
         QCOMPARE(s.mensajes.size(), mensajes);
         QVERIFY(p->Text6->text().isEmpty());
-        QVERIFY(p->Celdas.Value(1, 17) == 0);
+        QCOMPARE(marcas(), QString("0 0 0 0 0 0"));
 
         const QString texto = poppler("pdftotext", p->recibo.Recibo_Origen).simplified();
-        for (const char* parte : {"Noelina Varkos", "NUM. RECIBO...........250310007", "CLIENTE....................JOSE DIAZ",
+        for (const char* parte : {"Noelina Varkos", "NUM. RECIBO...........250310005", "CLIENTE....................JOSE DIAZ",
                                   "CONCEPTO...............AYUDA FAMILIAR", "MONTO TOTAL..........188,90 ($ USD)"})
             QVERIFY2(texto.contains(QString::fromUtf8(parte)), parte);
         p->COPIAR->click();
-        QVERIFY(QFile::exists(s.m->despliegue.carpetaRecibos + "/250310007  JOSE DIAZ.pdf"));
+        QVERIFY(QFile::exists(s.m->despliegue.carpetaRecibos + "/250310005  JOSE DIAZ.pdf"));
         QCOMPARE(p->Text7->text(), QString("Recibo Copiado......"));
     }
 };

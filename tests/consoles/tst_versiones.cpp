@@ -7,38 +7,24 @@
 #include "escribir.h"
 #include "form2.h"
 #include "form2_pago.h"
-#include "login.h"
 #include "mensajes.h"
+#include "mesa.h"
 #include "movimientos.h"
 #include "prueba.h"
 #include "revision.h"
-#include "sesion.h"
 
-#include <QDateEdit>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QTableView>
 
 namespace {
 
+using enum Consola::Col;
+
 // Three unpaid rows and one paid on 24/11/2026, provider 1 with its gift.
 const char* const kFilas = R"(
-INSERT INTO bancos VALUES (134, 'BANESCO');
-INSERT INTO clientes VALUES (12, 'JOSÉ PEÑA', ''), (13, 'MARIA DIAZ', '');
-INSERT INTO proveedor (C_proveedor, D_proveedor, porgan, Comision, regalo, ultregalo) VALUES (1, 'ORINOCO', 40, 1.0, 10, 0);
-INSERT INTO servicios (C_SERVIcio, D_SERVIcio, porcentaje, decimales, sw_calculos, letra, MONTO)
-    VALUES (1, 'TRUMIN', 9, 2, 1, 'T', 364);
-INSERT INTO servicios_usdt (C_SERVIcio, D_SERVIcio, compra, venta, equivalencia, div)
-    VALUES (1, 'DOLAR', 400, 0, 0, 0), (2, 'BASE', 410, 0, 0, 0);
-INSERT INTO parametros VALUES ('1234', '', '', 40);
-INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, pago, C_BANCO, REFERENCIA,
-                         confirmacion, operadora, tipo_operacion, tipo_servicio, ganancia, obs, g1, g2, g3,
-                         fecha_pago, hora_pago, dolar1, dolar2, bancozelle) VALUES
  ('20261124', 1, 12, 10, 10, 0, 0, '', '', 0, '1', 2, 1, 100, '', 10, 10, 0, '', '', 0, 0, '0'),
  ('20261124', 2, 13, 20, 20, 0, 0, '', '', 0, '1', 2, 1, 100, '', 20, 20, 0, '', '', 0, 0, '0'),
  ('20261124', 3, 12, 30, 30, 0, 0, '', '', 0, '2', 2, 1, 100, '', 30, 30, 0, '', '', 0, 0, '0'),
- ('20261124', 4, 13, 40, 40, 1, 12000, '0134', 'R4', 300, '1', 2, 1, 5, '', 1, 1, 0, '20261124', '09:00:00', 1, 1, '0');
+ ('20261124', 4, 13, 40, 40, 1, 12000, '0134', 'R4', 300, '1', 2, 1, 5, '', 1, 1, 0, '20261124', '09:00:00', 1, 1, '0')
 )";
 
 const QDate kDia(2026, 11, 24);
@@ -51,39 +37,35 @@ struct DosOperadores {
 
     DosOperadores()
     {
-        a.base.sql(QString::fromUtf8(kFilas));
+        a.base.sql(conReferencia(kFilas));
         LOGIN::Carga_Parametros(*a.m);
         b = std::make_unique<SesionDePrueba>(a.base.cadenaConexion());
     }
-    QString bd(const QString& columnas, int secuencia) const
+    QString bd(const QStringList& columnas, int secuencia) const
     {
-        return a.base.valor(QStringLiteral("select %1 from MOVIMIENTOS where FECHA='20261124' and SECUENCIA=%2")
-                                .arg(columnas)
-                                .arg(secuencia));
+        return Mesa<Form2>::bd(a.base, columnas, secuencia, QStringLiteral("20261124"));
     }
-    QString regalo() const { return a.base.valor(QStringLiteral("select regalo || '/' || ultregalo from proveedor")); }
+    QString regalo() const
+    {
+        return a.base.valor(QStringLiteral("select regalo || '/' || ultregalo from proveedor where C_proveedor = 1"));
+    }
     QStringList avisos() const { return b->textos(); }
 };
 
+// A console of one operator, queried over the day.
 template <class T = Form2>
 T* consola(SesionDePrueba& s, const char* nombre = "Form2")
 {
     auto* p = s.abrir<T>(QString::fromLatin1(nombre));
-    p->Fecha1->setDate(kDia);
-    p->Fecha2->setDate(kDia);
-    p->SELECCIONA->click();
+    Mesa<T>::consultar(p, kDia, kDia);
     return p;
 }
 
-int filaDe(const Consola* p, int secuencia)
-{
-    for (int i : p->Celdas.Filas())
-        if (p->Celdas.Value(i, 1).texto().toInt() == secuencia)
-            return i;
-    return -1;
-}
-
-QString celda(const Consola* p, int secuencia, int col) { return p->Celdas.Value(filaDe(p, secuencia), col).texto(); }
+// The row of a transaction, and one of its cells.
+template <class T>
+int filaDe(const T* p, int secuencia) { return Mesa<T>::filaDe(p, secuencia); }
+template <class T>
+QString celda(const T* p, int secuencia, int col) { return p->Celdas.Value(filaDe(p, secuencia), col).texto(); }
 
 // The refusal names the rows, and only them.
 void refusalNames(const QStringList& avisos, const QStringList& filas, const QStringList& otras = {})
@@ -117,33 +99,33 @@ private slots:
         DosOperadores o;
         Form2* b = consola(*o.b);
         Form2* a = consola(o.a);
-        escribirEnCelda(*a->GRID, filaDe(a, 2), 9, QStringLiteral("0134"));
-        escribirEnCelda(*a->GRID, filaDe(a, 2), 11, QStringLiteral("PAGO-A"));
+        escribirEnCelda(*a->GRID, filaDe(a, 2), colCodBanco, QStringLiteral("0134"));
+        escribirEnCelda(*a->GRID, filaDe(a, 2), colReferencia, QStringLiteral("PAGO-A"));
         a->ACTUALIZAR->click();
-        QCOMPARE(o.bd(QStringLiteral("C_BANCO || '/' || REFERENCIA"), 2), QStringLiteral("0134/PAGO-A"));
+        QCOMPARE(o.bd({"C_BANCO", "REFERENCIA"}, 2), QStringLiteral("0134|PAGO-A"));
         o.b->mensajes.clear();
 
-        escribirEnCelda(*b->GRID, filaDe(b, 2), 22, QStringLiteral("nota de B"));
-        escribirEnCelda(*b->GRID, filaDe(b, 1), 22, QStringLiteral("otra nota de B"));
+        escribirEnCelda(*b->GRID, filaDe(b, 2), colNota, QStringLiteral("nota de B"));
+        escribirEnCelda(*b->GRID, filaDe(b, 1), colNota, QStringLiteral("otra nota de B"));
         b->ACTUALIZAR->click();
         refusalNames(o.avisos(), {QStringLiteral("24/11/2026  0002")}, {QStringLiteral("0001")});
         QCOMPARE(o.b->mensajes[0].estilo, int(Mensajes::vbExclamation));
-        QCOMPARE(o.bd(QStringLiteral("C_BANCO || '/' || REFERENCIA || '/' || obs"), 2), QStringLiteral("0134/PAGO-A/"));
-        QCOMPARE(o.bd(QStringLiteral("obs"), 1), QString());
+        QCOMPARE(o.bd({"C_BANCO", "REFERENCIA", "obs"}, 2), QStringLiteral("0134|PAGO-A|"));
+        QCOMPARE(o.bd({"obs"}, 1), QString());
         // Reloaded: the payment shows, the typed notes are gone, nothing is left marked.
-        QCOMPARE(celda(b, 2, 11), QStringLiteral("PAGO-A"));
-        QCOMPARE(celda(b, 2, 22), QString());
+        QCOMPARE(celda(b, 2, colReferencia), QStringLiteral("PAGO-A"));
+        QCOMPARE(celda(b, 2, colNota), QString());
         for (int i : b->Celdas.Filas())
-            QCOMPARE(b->Celdas.Value(i, 12).texto(), QString());
+            QCOMPARE(b->Celdas.Value(i, colMarca).texto(), QString());
 
         // Now fresh, the same screen saves, twice in a row.
         o.b->mensajes.clear();
-        escribirEnCelda(*b->GRID, filaDe(b, 2), 22, QStringLiteral("nota de B"));
+        escribirEnCelda(*b->GRID, filaDe(b, 2), colNota, QStringLiteral("nota de B"));
         b->ACTUALIZAR->click();
-        escribirEnCelda(*b->GRID, filaDe(b, 2), 22, QStringLiteral("nota de B, segunda"));
+        escribirEnCelda(*b->GRID, filaDe(b, 2), colNota, QStringLiteral("nota de B, segunda"));
         b->ACTUALIZAR->click();
         QCOMPARE(o.avisos(), QStringList());
-        QCOMPARE(o.bd(QStringLiteral("C_BANCO || '/' || obs"), 2), QStringLiteral("0134/nota de B, segunda"));
+        QCOMPARE(o.bd({"C_BANCO", "obs"}, 2), QStringLiteral("0134|nota de B, segunda"));
     }
 
     // B saves a note on row 1; A, from its older grid, pays rows 1 and 2 in
@@ -153,7 +135,7 @@ private slots:
         DosOperadores o;
         Form2* a = consola(o.a);
         Form2* b = consola(*o.b);
-        escribirEnCelda(*b->GRID, filaDe(b, 1), 22, QStringLiteral("llamar antes de pagar"));
+        escribirEnCelda(*b->GRID, filaDe(b, 1), colNota, QStringLiteral("llamar antes de pagar"));
         b->ACTUALIZAR->click();
         const QString regalo = o.regalo();
         o.b->mensajes.clear();
@@ -161,21 +143,21 @@ private slots:
         for (int secuencia : {1, 2})
             a->Marcar(filaDe(a, secuencia));
         Dialogo::Reemplazar([](Dialogo& d) {
-            d.Text2[1]->setText(QStringLiteral("1"));
-            QTest::keyClick(d.Text2[1], Qt::Key_Return);
-            d.Text2[2]->setText(QStringLiteral("LOTE-A"));
-            d.Option2[1]->setChecked(true);
-            d.Option3[0]->setChecked(true);
+            d.Text2[Dialogo::txtCodProveedor]->setText(QStringLiteral("1"));
+            QTest::keyClick(d.Text2[Dialogo::txtCodProveedor], Qt::Key_Return);
+            d.Text2[Dialogo::txtReferencia]->setText(QStringLiteral("LOTE-A"));
+            d.Option2[Dialogo::bcoBanesco]->setChecked(true);
+            d.Option3[Dialogo::opPagoMovil]->setChecked(true);
             d.OKButton->click();
         });
         a->Sumarizar->click();
         Dialogo::Reemplazar({});
         refusalNames(o.avisos(), {QStringLiteral("24/11/2026  0001")}, {QStringLiteral("0002")});
-        QCOMPARE(o.bd(QStringLiteral("C_BANCO || '/' || C_PROVEEDOR || '/' || obs"), 1), QStringLiteral("/0/llamar antes de pagar"));
-        QCOMPARE(o.bd(QStringLiteral("C_BANCO || '/' || REFERENCIA || '/' || fecha_pago"), 2), QStringLiteral("//"));
+        QCOMPARE(o.bd({"C_BANCO", "C_PROVEEDOR", "obs"}, 1), QStringLiteral("|0|llamar antes de pagar"));
+        QCOMPARE(o.bd({"C_BANCO", "REFERENCIA", "fecha_pago"}, 2), QStringLiteral("||"));
         QCOMPARE(o.regalo(), regalo);
-        QCOMPARE(celda(a, 1, 22), QStringLiteral("llamar antes de pagar"));
-        QCOMPARE(celda(a, 2, 11), QString());
+        QCOMPARE(celda(a, 1, colNota), QStringLiteral("llamar antes de pagar"));
+        QCOMPARE(celda(a, 2, colReferencia), QString());
     }
 
     // A deletes row 3 and enters a new transaction, which takes sequence 3
@@ -188,9 +170,9 @@ private slots:
         Form2* b = consola(*o.b);
         Form2* a = consola(o.a);
         o.b->respuesta = Mensajes::vbYes;
-        a->GRID->vista()->setCurrentIndex(a->GRID->modelo()->index(filaDe(a, 3), 3));
+        a->GRID->vista()->setCurrentIndex(a->GRID->modelo()->index(filaDe(a, 3), colCliente));
         emit a->GRID->DblClick();
-        QCOMPARE(o.bd(QStringLiteral("count(*)"), 3), QStringLiteral("0"));
+        QCOMPARE(o.bd({"count(*)"}, 3), QStringLiteral("0"));
         auto* entrada = o.a.abrir<Movimientos>(QStringLiteral("Movimientos"));
         entrada->Fecha1->setDate(kDia);
         QCOMPARE(entrada->Text2[0]->text(), QStringLiteral("0003"));
@@ -198,28 +180,28 @@ private slots:
         teclear(entrada->Text2[4], QStringLiteral("77"));
         entrada->Text2[10]->setText(QStringLiteral("nueva de A"));
         entrada->INCLUIR->click();
-        const QString nueva = QStringLiteral("C_CLIENTE || '/' || enviado || '/' || obs");
-        QCOMPARE(o.bd(nueva, 3), QStringLiteral("13/77.0/nueva de A"));
+        const QStringList nueva{"C_CLIENTE", "enviado", "obs"};
+        QCOMPARE(o.bd(nueva, 3), QStringLiteral("13|77.0|nueva de A"));
         o.b->mensajes.clear();
 
-        escribirEnCelda(*b->GRID, filaDe(b, 3), 22, QStringLiteral("nota vieja de B"));
-        escribirEnCelda(*b->GRID, filaDe(b, 1), 11, QStringLiteral("REF-B"));
+        escribirEnCelda(*b->GRID, filaDe(b, 3), colNota, QStringLiteral("nota vieja de B"));
+        escribirEnCelda(*b->GRID, filaDe(b, 1), colReferencia, QStringLiteral("REF-B"));
         b->ACTUALIZAR->click();
         refusalNames(o.avisos(), {QStringLiteral("24/11/2026  0003")}, {QStringLiteral("0001")});
-        QCOMPARE(o.bd(nueva, 3), QStringLiteral("13/77.0/nueva de A"));
-        QCOMPARE(o.bd(QStringLiteral("REFERENCIA"), 1), QString());
-        QCOMPARE(celda(b, 3, 22), QStringLiteral("nueva de A"));
+        QCOMPARE(o.bd(nueva, 3), QStringLiteral("13|77.0|nueva de A"));
+        QCOMPARE(o.bd({"REFERENCIA"}, 1), QString());
+        QCOMPARE(celda(b, 3, colNota), QStringLiteral("nueva de A"));
 
         // B's grid was reloaded: the new row is B's to delete now.
         Form2* c = consola(o.a);
-        escribirEnCelda(*c->GRID, filaDe(c, 3), 22, QStringLiteral("nueva, revisada"));
+        escribirEnCelda(*c->GRID, filaDe(c, 3), colNota, QStringLiteral("nueva, revisada"));
         c->ACTUALIZAR->click();
         o.b->mensajes.clear();
-        b->GRID->vista()->setCurrentIndex(b->GRID->modelo()->index(filaDe(b, 3), 3));
+        b->GRID->vista()->setCurrentIndex(b->GRID->modelo()->index(filaDe(b, 3), colCliente));
         emit b->GRID->DblClick();
         QCOMPARE(o.avisos().size(), 2); // the question, then the refusal
         refusalNames(o.avisos().mid(1), {QStringLiteral("24/11/2026  0003")});
-        QCOMPARE(o.bd(nueva, 3), QStringLiteral("13/77.0/nueva, revisada"));
+        QCOMPARE(o.bd(nueva, 3), QStringLiteral("13|77.0|nueva, revisada"));
     }
 
     // The consoles by date and by date of payment of one operator hold
@@ -230,13 +212,13 @@ private slots:
         auto* porPago = consola<Form2_Pago>(o.a, "Form2_Pago");
         QCOMPARE(filaDe(porPago, 4) >= 0, true);
         Form2* porDia = consola(o.a);
-        escribirEnCelda(*porDia->GRID, filaDe(porDia, 4), 22, QStringLiteral("por dia"));
+        escribirEnCelda(*porDia->GRID, filaDe(porDia, 4), colNota, QStringLiteral("por dia"));
         porDia->ACTUALIZAR->click();
         o.b->mensajes.clear();
-        escribirEnCelda(*porPago->GRID, filaDe(porPago, 4), 11, QStringLiteral("por pago"));
+        escribirEnCelda(*porPago->GRID, filaDe(porPago, 4), colReferencia, QStringLiteral("por pago"));
         porPago->ACTUALIZAR->click();
         refusalNames(o.avisos(), {QStringLiteral("24/11/2026  0004")});
-        QCOMPARE(o.bd(QStringLiteral("REFERENCIA || '/' || obs"), 4), QStringLiteral("R4/por dia"));
+        QCOMPARE(o.bd({"REFERENCIA", "obs"}, 4), QStringLiteral("R4|por dia"));
     }
 
     // A version is never given twice: a row entered again under a deleted
@@ -250,7 +232,7 @@ private slots:
             return base.valor(QStringLiteral("select coalesce((select version from MOVIMIENTOS_VERSION"
                                              " where FECHA='20261124' and SECUENCIA=%1), -1)").arg(secuencia)).toLongLong();
         };
-        base.sql(QString::fromUtf8(kFilas));
+        base.sql(conReferencia(kFilas));
         const qint64 antes = version(3);
         QVERIFY(antes > 0);
         base.sql(QStringLiteral("DELETE FROM MOVIMIENTOS WHERE SECUENCIA = 3"));
