@@ -22,4 +22,31 @@ QStringList procedimientos()
     return r;
 }
 
+QByteArray procedimiento(const QString& nombre)
+{
+    return conFragmentos(leer(QStringLiteral("procedimientos/%1.sql").arg(nombre)),
+                         [](const QString& fragmento) { return leer(QStringLiteral("procedimientos/fragmentos/") + fragmento); });
+}
+
+QByteArray conFragmentos(const QByteArray& texto, const std::function<QByteArray(const QString&)>& fragmento)
+{
+    static const QByteArray kIncluye = "--@incluye";
+    QList<QByteArray> lineas = texto.split('\n');
+    for (QByteArray& linea : lineas) {
+        const QByteArray l = linea.trimmed();
+        if (!l.startsWith(kIncluye))
+            continue;
+        const QString nombre = QString::fromUtf8(l.mid(kIncluye.size()).trimmed());
+        if (nombre.isEmpty())
+            throw std::runtime_error("an include line without a fragment");
+        QByteArray incluido = fragmento(nombre);
+        if (incluido.contains(kIncluye))
+            throw std::runtime_error("the fragment " + nombre.toStdString() + " includes another");
+        if (incluido.endsWith('\n'))
+            incluido.chop(1);
+        linea = incluido;
+    }
+    return lineas.join('\n');
+}
+
 } // namespace RecursosBd

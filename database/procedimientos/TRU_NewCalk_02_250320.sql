@@ -16,15 +16,15 @@
 -- around it aside), as the console stores a return. A row not yet paid (no
 -- bank) counts with the gain it carries: it is born with g2 equal to what was
 -- received, and keeps it until a console completes it. A row is paid when its
--- bank holds more than blanks. The test of a return is written so that plain
--- comparisons settle every bank that starts with a character other than a
--- blank and is not 7777 itself; trim runs only on the rest.
+-- bank holds more than blanks.
 -- Filters: the month as TRU_Mes reads it (a four-digit year and the month, 1
 -- to 12, with or without its zero: '202601' and '20261' are January; any other
 -- text names no month and matches no row); operator 0 all, 1 or 2; service 0
 -- all, 98 every service with sw_calculos 1, 99 every one with sw_calculos 2,
 -- any other that service code (the service boxes of the screen send 1 to 4,
--- the codes of the four wallets).
+-- the codes of the four wallets). Each filter is written once, in
+-- fragmentos/, named after TRU_Filtra_Estadistica, the function that holds
+-- them on SQL Server, and included where it applies.
 --
 -- The days come from the index by date in its order, the direct transfers
 -- from their own small index (type of operation 3). The sets by code walk
@@ -39,12 +39,10 @@ SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(recibido) AS Suma, cou
             THEN 100 * total(g2) / total(recibido) ELSE 0 END AS Porcen,
        total(g2) AS Totgan
 FROM MOVIMIENTOS
-WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-  AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-  AND (@servicio = 0
-       OR (@servicio IN (98, 99)
-           AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-       OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))
+WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31'
+  --@incluye TRU_Filtra_Estadistica_devueltas.sql
+  --@incluye TRU_Filtra_Estadistica_operadora.sql
+  --@incluye TRU_Filtra_Estadistica_servicio.sql
 GROUP BY FECHA ORDER BY FECHA;
 
 WITH RECURSIVE codigos(codigo) AS (
@@ -56,12 +54,11 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
-              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-              AND (@servicio = 0
-                   OR (@servicio IN (98, 99)
-                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31'
+              --@incluye TRU_Filtra_Estadistica_devueltas.sql
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+              --@incluye TRU_Filtra_Estadistica_servicio.sql
+            ) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
 SELECT codigo AS prov, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
@@ -76,12 +73,11 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
-              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-              AND (@servicio = 0
-                   OR (@servicio IN (98, 99)
-                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31'
+              --@incluye TRU_Filtra_Estadistica_devueltas.sql
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+              --@incluye TRU_Filtra_Estadistica_servicio.sql
+            ) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
 SELECT codigo AS Cliente, json_extract(cifras, '$[0]') AS Suma, json_extract(cifras, '$[1]') AS cuantos
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
@@ -97,11 +93,9 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_BANCO = codigos.codigo
               AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31'
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-              AND (@servicio = 0
-                   OR (@servicio IN (98, 99)
-                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+              --@incluye TRU_Filtra_Estadistica_servicio.sql
+            ) AS cifras
     FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('7777', ''))
 SELECT trim(codigo) AS Banco, total(json_extract(cifras, '$[0]')) AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
@@ -111,30 +105,29 @@ SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(recibido) AS Suma
 FROM MOVIMIENTOS
 WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND tipo_operacion = 3
   AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) NOT IN ('7777', ''))
-  AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-  AND (@servicio = 0
-       OR (@servicio IN (98, 99)
-           AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-       OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))
+  --@incluye TRU_Filtra_Estadistica_operadora.sql
+  --@incluye TRU_Filtra_Estadistica_servicio.sql
 GROUP BY FECHA ORDER BY FECHA;
 
-WITH RECURSIVE codigos(codigo) AS (
+-- The codes of the services bear the name of the column, so that the filter
+-- of the service reads them.
+WITH RECURSIVE codigos(tipo_servicio) AS (
     SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS)
     UNION ALL
-    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS WHERE tipo_servicio > codigos.codigo)
-    FROM codigos WHERE codigo IS NOT NULL),
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS WHERE tipo_servicio > codigos.tipo_servicio)
+    FROM codigos WHERE tipo_servicio IS NOT NULL),
 grupos AS MATERIALIZED (
-    SELECT codigo,
+    SELECT tipo_servicio AS codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
-            WHERE tipo_servicio = codigos.codigo
-              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
+            WHERE tipo_servicio = codigos.tipo_servicio
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31'
+              --@incluye TRU_Filtra_Estadistica_devueltas.sql
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+            ) AS cifras
     FROM codigos
-    WHERE codigo IS NOT NULL
-      AND (@servicio = 0
-           OR (@servicio IN (98, 99)
-               AND codigo IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-           OR (@servicio NOT IN (98, 99) AND codigo = @servicio)))
+    WHERE tipo_servicio IS NOT NULL
+      --@incluye TRU_Filtra_Estadistica_servicio.sql
+    )
 SELECT codigo AS servi, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
 ORDER BY round(Suma, 4) DESC, servi;

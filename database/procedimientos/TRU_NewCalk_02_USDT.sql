@@ -13,9 +13,10 @@ SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(enviado) AS Suma, coun
             THEN 100 * total(g2) / total(enviado) ELSE 0 END AS Porcen,
        total(g2) AS Totgan
 FROM MOVIMIENTOS
-WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-  AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-  AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
+WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31'
+  --@incluye TRU_Filtra_Estadistica_devueltas.sql
+  --@incluye TRU_Filtra_Estadistica_operadora.sql
+  --@incluye TRU_Filtra_Estadistica_servicio_USDT.sql
 GROUP BY FECHA ORDER BY FECHA;
 
 WITH RECURSIVE codigos(codigo) AS (
@@ -27,9 +28,11 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
-              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31'
+              --@incluye TRU_Filtra_Estadistica_devueltas.sql
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+              --@incluye TRU_Filtra_Estadistica_servicio_USDT.sql
+            ) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
 SELECT codigo AS prov, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
@@ -44,9 +47,11 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
-              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31'
+              --@incluye TRU_Filtra_Estadistica_devueltas.sql
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+              --@incluye TRU_Filtra_Estadistica_servicio_USDT.sql
+            ) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
 SELECT codigo AS Cliente, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
@@ -62,8 +67,9 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_BANCO = codigos.codigo
               AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31'
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+              --@incluye TRU_Filtra_Estadistica_servicio_USDT.sql
+            ) AS cifras
     FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('7777', ''))
 SELECT trim(codigo) AS Banco, total(json_extract(cifras, '$[0]')) AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
@@ -73,24 +79,29 @@ SELECT CAST(substr(FECHA, 7, 2) AS INTEGER) AS dia, total(enviado) AS Suma
 FROM MOVIMIENTOS
 WHERE FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND tipo_operacion = 3
   AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) NOT IN ('7777', ''))
-  AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-  AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
+  --@incluye TRU_Filtra_Estadistica_operadora.sql
+  --@incluye TRU_Filtra_Estadistica_servicio_USDT.sql
 GROUP BY FECHA ORDER BY FECHA;
 
-WITH RECURSIVE codigos(codigo) AS (
+-- The codes of the services bear the name of the column, so that the filter
+-- of the service reads them.
+WITH RECURSIVE codigos(tipo_servicio) AS (
     SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS)
     UNION ALL
-    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS WHERE tipo_servicio > codigos.codigo)
-    FROM codigos WHERE codigo IS NOT NULL),
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS WHERE tipo_servicio > codigos.tipo_servicio)
+    FROM codigos WHERE tipo_servicio IS NOT NULL),
 grupos AS MATERIALIZED (
-    SELECT codigo,
+    SELECT tipo_servicio AS codigo,
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
-            WHERE tipo_servicio = codigos.codigo
-              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
+            WHERE tipo_servicio = codigos.tipo_servicio
+              AND FECHA >= TRU_Mes(@mes) || '01' AND FECHA <= TRU_Mes(@mes) || '31'
+              --@incluye TRU_Filtra_Estadistica_devueltas.sql
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+            ) AS cifras
     FROM codigos
-    WHERE codigo IS NOT NULL
-      AND codigo >= 50 AND (@servicio = 0 OR codigo = @servicio))
+    WHERE tipo_servicio IS NOT NULL
+      --@incluye TRU_Filtra_Estadistica_servicio_USDT.sql
+    )
 SELECT codigo AS servi, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
 ORDER BY round(Suma, 4) DESC, servi;

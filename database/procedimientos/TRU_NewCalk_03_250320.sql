@@ -22,12 +22,11 @@ grupos AS MATERIALIZED (
     SELECT mes,
            (SELECT json_array(total(recibido), count(*), total(g2))
             FROM MOVIMIENTOS
-            WHERE FECHA >= periodos.mes || '01' AND FECHA <= periodos.mes || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-              AND (@servicio = 0
-                   OR (@servicio IN (98, 99)
-                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+            WHERE FECHA >= periodos.mes || '01' AND FECHA <= periodos.mes || '31'
+              --@incluye TRU_Filtra_Estadistica_devueltas.sql
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+              --@incluye TRU_Filtra_Estadistica_servicio.sql
+            ) AS cifras
     FROM periodos)
 SELECT CAST(mes AS INTEGER) AS Fecha, json_extract(cifras, '$[0]') AS Suma, json_extract(cifras, '$[1]') AS Tot_m,
        CASE WHEN json_extract(cifras, '$[0]') > 0
@@ -44,12 +43,11 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
-              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-              AND (@servicio = 0
-                   OR (@servicio IN (98, 99)
-                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231'
+              --@incluye TRU_Filtra_Estadistica_devueltas.sql
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+              --@incluye TRU_Filtra_Estadistica_servicio.sql
+            ) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
 SELECT codigo AS prov, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
@@ -64,12 +62,11 @@ grupos AS MATERIALIZED (
     SELECT codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
-              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-              AND (@servicio = 0
-                   OR (@servicio IN (98, 99)
-                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231'
+              --@incluye TRU_Filtra_Estadistica_devueltas.sql
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+              --@incluye TRU_Filtra_Estadistica_servicio.sql
+            ) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
 SELECT codigo AS Cliente, json_extract(cifras, '$[0]') AS Suma, json_extract(cifras, '$[1]') AS cuantos
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
@@ -85,11 +82,9 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
             WHERE C_BANCO = codigos.codigo
               AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231'
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-              AND (@servicio = 0
-                   OR (@servicio IN (98, 99)
-                       AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-                   OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))) AS cifras
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+              --@incluye TRU_Filtra_Estadistica_servicio.sql
+            ) AS cifras
     FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('7777', ''))
 SELECT trim(codigo) AS Banco, total(json_extract(cifras, '$[0]')) AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
@@ -100,32 +95,31 @@ WITH dias AS MATERIALIZED (
     FROM MOVIMIENTOS
     WHERE FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND tipo_operacion = 3
       AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) NOT IN ('7777', ''))
-      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-      AND (@servicio = 0
-           OR (@servicio IN (98, 99)
-               AND tipo_servicio IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-           OR (@servicio NOT IN (98, 99) AND tipo_servicio = @servicio))
+      --@incluye TRU_Filtra_Estadistica_operadora.sql
+      --@incluye TRU_Filtra_Estadistica_servicio.sql
     GROUP BY FECHA)
 SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(suma) AS Suma
 FROM dias GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
 
-WITH RECURSIVE codigos(codigo) AS (
+-- The codes of the services bear the name of the column, so that the filter
+-- of the service reads them.
+WITH RECURSIVE codigos(tipo_servicio) AS (
     SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS)
     UNION ALL
-    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS WHERE tipo_servicio > codigos.codigo)
-    FROM codigos WHERE codigo IS NOT NULL),
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS WHERE tipo_servicio > codigos.tipo_servicio)
+    FROM codigos WHERE tipo_servicio IS NOT NULL),
 grupos AS MATERIALIZED (
-    SELECT codigo,
+    SELECT tipo_servicio AS codigo,
            (SELECT json_array(total(recibido), count(*)) FROM MOVIMIENTOS
-            WHERE tipo_servicio = codigos.codigo
-              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
+            WHERE tipo_servicio = codigos.tipo_servicio
+              AND FECHA >= TRU_Ano(@ano) || '0101' AND FECHA <= TRU_Ano(@ano) || '1231'
+              --@incluye TRU_Filtra_Estadistica_devueltas.sql
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+            ) AS cifras
     FROM codigos
-    WHERE codigo IS NOT NULL
-      AND (@servicio = 0
-           OR (@servicio IN (98, 99)
-               AND codigo IN (SELECT C_SERVIcio FROM servicios WHERE sw_calculos = @servicio - 97))
-           OR (@servicio NOT IN (98, 99) AND codigo = @servicio)))
+    WHERE tipo_servicio IS NOT NULL
+      --@incluye TRU_Filtra_Estadistica_servicio.sql
+    )
 SELECT codigo AS servi, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
 ORDER BY round(Suma, 4) DESC, servi;

@@ -17,9 +17,11 @@ grupos AS MATERIALIZED (
     SELECT mes,
            (SELECT json_array(total(enviado), count(*), total(g2))
             FROM MOVIMIENTOS
-            WHERE FECHA >= periodos.mes || '01' AND FECHA <= periodos.mes || '31' AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+            WHERE FECHA >= periodos.mes || '01' AND FECHA <= periodos.mes || '31'
+              --@incluye TRU_Filtra_Estadistica_devueltas.sql
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+              --@incluye TRU_Filtra_Estadistica_servicio_USDT.sql
+            ) AS cifras
     FROM periodos)
 SELECT CAST(mes AS INTEGER) AS Fecha, json_extract(cifras, '$[0]') AS Suma, json_extract(cifras, '$[1]') AS Tot_m,
        CASE WHEN json_extract(cifras, '$[0]') > 0
@@ -37,9 +39,11 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_PROVEEDOR = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+              AND FECHA <= strftime('%Y%m31', GETDATE())
+              --@incluye TRU_Filtra_Estadistica_devueltas.sql
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+              --@incluye TRU_Filtra_Estadistica_servicio_USDT.sql
+            ) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
 SELECT codigo AS prov, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
@@ -55,9 +59,11 @@ grupos AS MATERIALIZED (
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
             WHERE C_CLIENTE = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+              AND FECHA <= strftime('%Y%m31', GETDATE())
+              --@incluye TRU_Filtra_Estadistica_devueltas.sql
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+              --@incluye TRU_Filtra_Estadistica_servicio_USDT.sql
+            ) AS cifras
     FROM codigos WHERE codigo IS NOT NULL)
 SELECT codigo AS Cliente, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
@@ -74,8 +80,9 @@ grupos AS MATERIALIZED (
             WHERE C_BANCO = codigos.codigo
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
               AND FECHA <= strftime('%Y%m31', GETDATE())
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-              AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)) AS cifras
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+              --@incluye TRU_Filtra_Estadistica_servicio_USDT.sql
+            ) AS cifras
     FROM codigos WHERE codigo IS NOT NULL AND trim(codigo) NOT IN ('7777', ''))
 SELECT trim(codigo) AS Banco, total(json_extract(cifras, '$[0]')) AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
@@ -87,27 +94,32 @@ WITH dias AS MATERIALIZED (
     WHERE FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
       AND FECHA <= strftime('%Y%m31', GETDATE()) AND tipo_operacion = 3
       AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) NOT IN ('7777', ''))
-      AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))
-      AND tipo_servicio >= 50 AND (@servicio = 0 OR tipo_servicio = @servicio)
+      --@incluye TRU_Filtra_Estadistica_operadora.sql
+      --@incluye TRU_Filtra_Estadistica_servicio_USDT.sql
     GROUP BY FECHA)
 SELECT CAST(substr(FECHA, 1, 6) AS INTEGER) AS Fecha, total(suma) AS Suma
 FROM dias GROUP BY substr(FECHA, 1, 6) ORDER BY Fecha;
 
-WITH RECURSIVE codigos(codigo) AS (
+-- The codes of the services bear the name of the column, so that the filter
+-- of the service reads them.
+WITH RECURSIVE codigos(tipo_servicio) AS (
     SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS)
     UNION ALL
-    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS WHERE tipo_servicio > codigos.codigo)
-    FROM codigos WHERE codigo IS NOT NULL),
+    SELECT (SELECT min(tipo_servicio) FROM MOVIMIENTOS WHERE tipo_servicio > codigos.tipo_servicio)
+    FROM codigos WHERE tipo_servicio IS NOT NULL),
 grupos AS MATERIALIZED (
-    SELECT codigo,
+    SELECT tipo_servicio AS codigo,
            (SELECT json_array(total(enviado), count(*)) FROM MOVIMIENTOS
-            WHERE tipo_servicio = codigos.codigo
+            WHERE tipo_servicio = codigos.tipo_servicio
               AND FECHA >= strftime('%Y%m01', GETDATE(), 'start of month', '-11 months')
-              AND FECHA <= strftime('%Y%m31', GETDATE()) AND (C_BANCO >= '!' AND (C_BANCO < '7777' OR C_BANCO >= '7777!') OR trim(C_BANCO) <> '7777')
-              AND (@operadora = 0 OR trim(operadora) = CAST(@operadora AS TEXT))) AS cifras
+              AND FECHA <= strftime('%Y%m31', GETDATE())
+              --@incluye TRU_Filtra_Estadistica_devueltas.sql
+              --@incluye TRU_Filtra_Estadistica_operadora.sql
+            ) AS cifras
     FROM codigos
-    WHERE codigo IS NOT NULL
-      AND codigo >= 50 AND (@servicio = 0 OR codigo = @servicio))
+    WHERE tipo_servicio IS NOT NULL
+      --@incluye TRU_Filtra_Estadistica_servicio_USDT.sql
+    )
 SELECT codigo AS servi, json_extract(cifras, '$[0]') AS Suma
 FROM grupos WHERE json_extract(cifras, '$[1]') > 0
 ORDER BY round(Suma, 4) DESC, servi;

@@ -203,21 +203,14 @@ Resultados ServidorEmbebido::procedimientoDeTexto(const QString& nombre, const Q
 
 QStringList ServidorEmbebido::adaptar(const QString& sql, bool esConsulta, const EsquemaTablas& esquema)
 {
-    const std::vector<Pieza> piezas = trocear(sql);
+    const Piezas piezas = LectorTsql::trocear(sql);
     if (piezas.empty())
         throw sintaxis(sql.trimmed());
     if (esConsulta)
         return {adaptarConsulta(sql, piezas)};
-    // A batch: the statements stand one behind the other with no separator, so
-    // each INSERT, UPDATE or DELETE outside quotes starts the next one.
     QStringList sentencias;
-    size_t desde = 0;
-    for (size_t k = 1; k <= piezas.size(); ++k) {
-        if (k == piezas.size() || piezas[k].es("INSERT") || piezas[k].es("UPDATE") || piezas[k].es("DELETE")) {
-            sentencias << adaptarCambio(sql, piezas, desde, k, esquema);
-            desde = k;
-        }
-    }
+    for (const auto& [desde, hasta] : LectorTsql::sentencias(piezas))
+        sentencias << adaptarCambio(sql, piezas, desde, hasta, esquema);
     return sentencias;
 }
 

@@ -36,64 +36,40 @@ namespace embebido {
 // Raw statements: the T-SQL text of the client, already passed by the guard
 // ---------------------------------------------------------------------------
 
-using Guardia::reservada;
+namespace {
 
-class Analizador {
+// Words that start another statement or clause: none stands inside a value.
+bool reservada(const Pieza& p)
+{
+    static const char* const palabras[] = {
+        "SELECT", "INSERT", "UPDATE", "DELETE", "FROM", "WHERE", "INTO", "SET", "VALUES", "UNION", "EXCEPT",
+        "INTERSECT", "EXEC", "EXECUTE", "DROP", "CREATE", "ALTER", "ATTACH", "DETACH", "PRAGMA", "TOP", "ORDER",
+        "GROUP", "HAVING", "LIMIT", "JOIN", "ON", "AS", "REPLACE", "BEGIN", "COMMIT", "ROLLBACK", "VACUUM",
+        "RETURNING", "WITH", "TABLE", "INDEX", "TRIGGER", "VIEW", "DECLARE", "GO", "USE", "GRANT"};
+    if (p.clase != Pieza::Palabra)
+        return false;
+    for (const char* w : palabras)
+        if (p.es(w))
+            return true;
+    return false;
+}
+
+} // namespace
+
+// One statement of the client, read against the few shapes this server takes.
+class Analizador : public LectorTsql::Cursor {
 public:
-    Analizador(const QString& sql, const std::vector<Pieza>& piezas, size_t desde, size_t hasta)
-        : sql_(sql), p_(piezas), i_(desde), fin_(hasta) {}
+    Analizador(const QString& sql, const Piezas& piezas, size_t desde, size_t hasta)
+        : Cursor(piezas, desde, hasta), sql_(sql) {}
 
-    bool alFinal() const { return i_ >= fin_; }
-    const Pieza& actual() const
-    {
-        if (alFinal())
-            throw sintaxis(fin_ > 0 ? p_[fin_ - 1].texto : QString());
-        return p_[i_];
-    }
-    size_t posicion() const { return i_; }
-    const Pieza& pieza(size_t k) const { return p_[k]; }
-
-    const Pieza& tomar() { const Pieza& p = actual(); ++i_; return p; }
-    void esperar(const char* palabra)
-    {
-        if (!actual().es(palabra))
-            throw sintaxis(actual().texto);
-        ++i_;
-    }
-    void esperarSimbolo(const char* s)
-    {
-        if (!actual().esSimbolo(s))
-            throw sintaxis(actual().texto);
-        ++i_;
-    }
-    bool aceptar(const char* palabra)
-    {
-        if (!alFinal() && p_[i_].es(palabra)) {
-            ++i_;
-            return true;
-        }
-        return false;
-    }
-    bool aceptarSimbolo(const char* s)
-    {
-        if (!alFinal() && p_[i_].esSimbolo(s)) {
-            ++i_;
-            return true;
-        }
-        return false;
-    }
+    // A name of a table or column: a word that is neither reserved nor a variable.
     const Pieza& nombre()
     {
         const Pieza& p = actual();
         if (p.clase != Pieza::Palabra || reservada(p) || p.texto.startsWith(QLatin1Char('@')))
-            throw sintaxis(p.texto);
+            rechazar();
         ++i_;
         return p;
-    }
-    void terminar()
-    {
-        if (!alFinal())
-            throw sintaxis(actual().texto);
     }
 
     // A condition or a value: names, literals, operators and parentheses.
@@ -124,7 +100,7 @@ public:
             ++cuantas;
         }
         if (cuantas == 0 || abiertos != 0)
-            throw sintaxis(alFinal() ? p_[fin_ - 1].texto : actual().texto);
+            rechazar();
     }
 
     // The text from the piece k to the end of this statement.
@@ -137,13 +113,10 @@ public:
 
 private:
     const QString& sql_;
-    const std::vector<Pieza>& p_;
-    size_t i_;
-    size_t fin_;
 };
 
 // "SELECT FECHA=GETDATE()", "select [top N] * from t [where ...]".
-QString adaptarConsulta(const QString& sql, const std::vector<Pieza>& piezas)
+QString adaptarConsulta(const QString& sql, const Piezas& piezas)
 {
     Analizador a(sql, piezas, 0, piezas.size());
     const Pieza& select = a.tomar();
@@ -257,7 +230,7 @@ QString secuenciaLibre(const QString& fecha, const QString& secuencia)
 }
 
 // One INSERT, UPDATE or delete of a batch, the pieces [desde, hasta).
-QString adaptarCambio(const QString& sql, const std::vector<Pieza>& piezas, size_t desde, size_t hasta,
+QString adaptarCambio(const QString& sql, const Piezas& piezas, size_t desde, size_t hasta,
                       const ServidorEmbebido::EsquemaTablas& esquema)
 {
     Analizador a(sql, piezas, desde, hasta);

@@ -5,6 +5,7 @@
 #include "embebido.h"
 #include "fallo.h"
 #include "guardia.h"
+#include "lector_tsql.h"
 #include "pliegue.h"
 #include "recursos_bd.h"
 #include "permisos.h"
@@ -379,11 +380,11 @@ void correrProcedimiento(sqlite3* bd, const Definicion& d, const std::vector<Par
 void compilarProcedimiento(sqlite3* bd, const Definicion& d);
 
 // The raw T-SQL texts adapted to this server (embebido_adaptador.cpp).
-using Guardia::Pieza;
-using Guardia::sintaxis;
-using Guardia::trocear;
-QString adaptarConsulta(const QString& sql, const std::vector<Pieza>& piezas);
-QString adaptarCambio(const QString& sql, const std::vector<Pieza>& piezas, size_t desde, size_t hasta,
+using LectorTsql::Pieza;
+using LectorTsql::Piezas;
+using LectorTsql::sintaxis;
+QString adaptarConsulta(const QString& sql, const Piezas& piezas);
+QString adaptarCambio(const QString& sql, const Piezas& piezas, size_t desde, size_t hasta,
                       const ServidorEmbebido::EsquemaTablas& esquema);
 std::vector<ServidorEmbebido::ColumnaTabla> columnasDe(sqlite3* bd, const QString& tabla);
 

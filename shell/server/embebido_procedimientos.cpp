@@ -134,8 +134,12 @@ Definicion leerDefinicion(const QString& nombre, const QByteArray& texto)
     d.nombre = nombre;
     d.cuerpo = texto;
     for (const QString& linea : QString::fromUtf8(texto).split(QLatin1Char('\n'))) {
-        if (!linea.trimmed().startsWith(QLatin1String("--@param")))
+        if (!linea.trimmed().startsWith(QLatin1String("--@")))
             continue;
+        // Fragments are in place by now: a line of another kind, an include
+        // mistyped, would leave its filter out without a word.
+        if (!linea.trimmed().startsWith(QLatin1String("--@param")))
+            throw FalloEjecucion::servidor(QStringLiteral("Procedure '%1': cannot read the line \"%2\".").arg(nombre, linea.trimmed()));
         ParametroDeclarado p = leerParametro(nombre, linea);
         for (const auto& otro : d.parametros)
             if (otro.nombre.compare(p.nombre, Qt::CaseInsensitive) == 0)
@@ -161,8 +165,13 @@ std::shared_ptr<const Definicion> definicion(const QString& nombre)
     const auto archivo = archivos.constFind(clave);
     if (archivo == archivos.constEnd())
         throw FalloEjecucion::servidor(QStringLiteral("Could not find stored procedure '%1'.").arg(nombre.trimmed()));
-    auto d = std::make_shared<const Definicion>(
-        leerDefinicion(archivo.value(), RecursosBd::leer(QStringLiteral("procedimientos/%1.sql").arg(archivo.value()))));
+    QByteArray texto;
+    try {
+        texto = RecursosBd::procedimiento(archivo.value());
+    } catch (const std::runtime_error& e) { // a fragment missing or misused
+        throw FalloEjecucion::servidor(QStringLiteral("Procedure '%1': %2").arg(archivo.value(), QString::fromUtf8(e.what())));
+    }
+    auto d = std::make_shared<const Definicion>(leerDefinicion(archivo.value(), texto));
     leidas.insert(clave, d);
     return d;
 }

@@ -1,5 +1,7 @@
 #include "guardia.h"
 
+#include "lector_tsql.h"
+
 #include <QRegularExpression>
 
 #include <initializer_list>
@@ -7,115 +9,11 @@
 
 namespace {
 
+using LectorTsql::esBlanco;
+using LectorTsql::Pieza;
+using LectorTsql::sintaxis;
+
 bool esDigito(QChar c) { return c.unicode() >= '0' && c.unicode() <= '9'; }
-bool esLetra(QChar c) { return (c.unicode() >= 'a' && c.unicode() <= 'z') || (c.unicode() >= 'A' && c.unicode() <= 'Z'); }
-// Words are ASCII: a letter that looks like another to one server and not to
-// the other could otherwise pass here as a known name.
-bool empiezaPalabra(QChar c) { return esLetra(c) || c == QLatin1Char('_') || c == QLatin1Char('@') || c == QLatin1Char('#'); }
-bool siguePalabra(QChar c) { return empiezaPalabra(c) || esDigito(c) || c == QLatin1Char('$'); }
-// The blanks that both servers read as blanks.
-bool esBlanco(QChar c)
-{
-    return c == QLatin1Char(' ') || c == QLatin1Char('\t') || c == QLatin1Char('\r') || c == QLatin1Char('\n');
-}
-
-} // namespace
-
-namespace Guardia {
-
-FalloEjecucion sintaxis(const QString& cerca)
-{
-    return FalloEjecucion::servidor(QStringLiteral("Incorrect syntax near '%1'.").arg(cerca));
-}
-
-std::vector<Pieza> trocear(const QString& sql)
-{
-    std::vector<Pieza> piezas;
-    qsizetype i = 0;
-    const qsizetype n = sql.size();
-    while (i < n) {
-        const QChar c = sql[i];
-        if (esBlanco(c)) {
-            ++i;
-            continue;
-        }
-        const qsizetype inicio = i;
-        if (empiezaPalabra(c)) {
-            while (i < n && siguePalabra(sql[i]))
-                ++i;
-            piezas.push_back({Pieza::Palabra, inicio, i, sql.mid(inicio, i - inicio)});
-        } else if (esDigito(c) || (c == QLatin1Char('.') && i + 1 < n && esDigito(sql[i + 1]))) {
-            while (i < n && esDigito(sql[i]))
-                ++i;
-            if (i < n && sql[i] == QLatin1Char('.'))
-                for (++i; i < n && esDigito(sql[i]);)
-                    ++i;
-            if (i < n && siguePalabra(sql[i]))
-                throw sintaxis(sql.mid(inicio, i + 1 - inicio));
-            piezas.push_back({Pieza::Numero, inicio, i, sql.mid(inicio, i - inicio)});
-        } else if (c == QLatin1Char('\'')) {
-            QString valor;
-            for (++i;; ++i) {
-                if (i >= n)
-                    throw FalloEjecucion::servidor(
-                        QStringLiteral("Unclosed quotation mark after the character string '%1'.").arg(valor));
-                if (sql[i] == QLatin1Char('\'')) {
-                    if (i + 1 < n && sql[i + 1] == QLatin1Char('\'')) {
-                        valor += QLatin1Char('\'');
-                        ++i;
-                        continue;
-                    }
-                    ++i;
-                    break;
-                }
-                // No field of the program holds a control character: one
-                // inside a value (a NUL would cut it on one server and not on
-                // the other) is refused like a broken text.
-                const char16_t u = sql[i].unicode();
-                if ((u < 0x20 && !esBlanco(sql[i])) || u == 0x7f)
-                    throw sintaxis(valor);
-                valor += sql[i];
-            }
-            piezas.push_back({Pieza::Cadena, inicio, i, valor});
-        } else {
-            static const char* const dobles[] = {"<=", ">=", "<>", "!="};
-            QString simbolo;
-            for (const char* d : dobles)
-                if (sql.mid(i, 2) == QLatin1String(d))
-                    simbolo = QLatin1String(d);
-            if (simbolo.isEmpty() && QStringLiteral("=<>+-*/(),").contains(c))
-                simbolo = c;
-            const bool comentario = sql.mid(i, 2) == QLatin1String("--") || sql.mid(i, 2) == QLatin1String("/*");
-            if (simbolo.isEmpty() || comentario)
-                throw sintaxis(sql.mid(i, comentario ? 2 : 1));
-            i += simbolo.size();
-            piezas.push_back({Pieza::Simbolo, inicio, i, simbolo});
-        }
-    }
-    return piezas;
-}
-
-bool reservada(const Pieza& p)
-{
-    static const char* const palabras[] = {
-        "SELECT", "INSERT", "UPDATE", "DELETE", "FROM", "WHERE", "INTO", "SET", "VALUES", "UNION", "EXCEPT",
-        "INTERSECT", "EXEC", "EXECUTE", "DROP", "CREATE", "ALTER", "ATTACH", "DETACH", "PRAGMA", "TOP", "ORDER",
-        "GROUP", "HAVING", "LIMIT", "JOIN", "ON", "AS", "REPLACE", "BEGIN", "COMMIT", "ROLLBACK", "VACUUM",
-        "RETURNING", "WITH", "TABLE", "INDEX", "TRIGGER", "VIEW", "DECLARE", "GO", "USE", "GRANT"};
-    if (p.clase != Pieza::Palabra)
-        return false;
-    for (const char* w : palabras)
-        if (p.es(w))
-            return true;
-    return false;
-}
-
-} // namespace Guardia
-
-namespace {
-
-using Guardia::Pieza;
-using Guardia::sintaxis;
 
 // What a number column of either server takes from a quoted text: blanks
 // around an optional sign, digits and decimal points, and an exponent.
@@ -136,57 +34,17 @@ FalloEjecucion conversion(const QString& texto)
 }
 
 // Reads one statement of a raw text piece by piece against the shape it
-// must have; the first piece out of place is the refusal, named as the server
-// names the place of a syntax error.
-class Lector {
+// must have.
+class Lector : public LectorTsql::Cursor {
 public:
-    Lector(const std::vector<Pieza>& piezas, size_t desde, size_t hasta) : p_(piezas), i_(desde), fin_(hasta) {}
+    using Cursor::Cursor;
 
-    bool alFinal() const { return i_ >= fin_; }
-    const Pieza* actual() const { return alFinal() ? nullptr : &p_[i_]; }
-    bool viene(const char* palabra) const { return !alFinal() && p_[i_].es(palabra); }
-    bool vieneSimbolo(const char* s) const { return !alFinal() && p_[i_].esSimbolo(s); }
-
-    [[noreturn]] void rechazar() const
-    {
-        throw sintaxis(alFinal() ? (fin_ > 0 ? p_[fin_ - 1].texto : QString()) : p_[i_].texto);
-    }
-    void palabra(const char* w)
-    {
-        if (!viene(w))
-            rechazar();
-        ++i_;
-    }
-    void simbolo(const char* s)
-    {
-        if (!vieneSimbolo(s))
-            rechazar();
-        ++i_;
-    }
-    bool aceptar(const char* w)
-    {
-        if (!viene(w))
-            return false;
-        ++i_;
-        return true;
-    }
-    bool aceptarSimbolo(const char* s)
-    {
-        if (!vieneSimbolo(s))
-            return false;
-        ++i_;
-        return true;
-    }
     // A literal value: a quoted text, a number, or a number with its sign.
     void literal()
     {
-        if (aceptarSimbolo("-") || aceptarSimbolo("+")) {
-            if (alFinal() || p_[i_].clase != Pieza::Numero)
-                rechazar();
-            ++i_;
-            return;
-        }
-        if (alFinal() || (p_[i_].clase != Pieza::Numero && p_[i_].clase != Pieza::Cadena))
+        const bool signo = aceptarSimbolo("-") || aceptarSimbolo("+");
+        const Pieza& p = actual();
+        if (p.clase != Pieza::Numero && (signo || p.clase != Pieza::Cadena))
             rechazar();
         ++i_;
     }
@@ -204,13 +62,13 @@ public:
     };
     void valor(Tipo tipo)
     {
-        const Pieza* p = alFinal() ? nullptr : &p_[i_];
-        if (tipo != Tipo::Texto && tipo != Tipo::Numero && (!p || p->clase != Pieza::Cadena))
+        const Pieza& p = actual();
+        if (tipo != Tipo::Texto && tipo != Tipo::Numero && p.clase != Pieza::Cadena)
             rechazar();
         literal();
-        if (p->clase != Pieza::Cadena)
+        if (p.clase != Pieza::Cadena)
             return;
-        const QString& t = p->texto;
+        const QString& t = p.texto;
         const auto soloDe = [&t](QChar otro) {
             for (QChar c : t)
                 if (!esDigito(c) && c != otro && !esBlanco(c))
@@ -226,16 +84,10 @@ public:
     // "name = literal", the name being the one given.
     void igualA(const char* nombre, Tipo tipo = Tipo::Texto)
     {
-        palabra(nombre);
-        simbolo("=");
+        esperar(nombre);
+        esperarSimbolo("=");
         valor(tipo);
     }
-    void terminar() const
-    {
-        if (!alFinal())
-            rechazar();
-    }
-    size_t posicion() const { return i_; }
     // The pieces read from `desde` on, as one text: a quoted value without
     // its quotes, a signed number with its sign.
     QString leidoDesde(size_t desde) const
@@ -245,11 +97,6 @@ public:
             r += p_[k].texto;
         return r;
     }
-
-private:
-    const std::vector<Pieza>& p_;
-    size_t i_;
-    size_t fin_;
 };
 
 using Tipo = Lector::Tipo;
@@ -263,20 +110,20 @@ constexpr int kValoresDeAlta = 28;
 // " INSERT INTO MOVIMIENTOS VALUES (" 28 literals ")"
 void alta(Lector& l)
 {
-    l.palabra("INTO");
-    l.palabra("MOVIMIENTOS");
-    l.palabra("VALUES");
-    l.simbolo("(");
+    l.esperar("INTO");
+    l.esperar("MOVIMIENTOS");
+    l.esperar("VALUES");
+    l.esperarSimbolo("(");
     // The positions of the number columns, from 1: the sequence, the client,
     // the amounts, the provider, the payment, the rate, the types, the
     // reserved numbers, the gains and the payment's rates.
     static const std::set<int> numericas = {2, 3, 4, 5, 6, 7, 10, 12, 13, 14, 16, 17, 19, 21, 22, 23, 26, 27};
     for (int k = 1; k <= kValoresDeAlta; ++k) {
         if (k > 1)
-            l.simbolo(",");
+            l.esperarSimbolo(",");
         l.valor(k == 1 ? Tipo::Fecha : numericas.count(k) ? Tipo::Numero : Tipo::Texto);
     }
-    l.simbolo(")");
+    l.esperarSimbolo(")");
 }
 
 // One assignment of a saved row: the column and what its value holds.
@@ -332,7 +179,7 @@ Guardia::Clave clave(Lector& l, const char* fecha, const char* secuencia)
     size_t valor = l.posicion() + 2; // after the name and "="
     l.igualA(fecha, Tipo::Fecha);
     c.fecha = l.leidoDesde(valor);
-    l.palabra("and");
+    l.esperar("and");
     valor = l.posicion() + 2;
     l.igualA(secuencia, Tipo::Numero);
     c.secuencia = l.leidoDesde(valor);
@@ -342,16 +189,16 @@ Guardia::Clave clave(Lector& l, const char* fecha, const char* secuencia)
 // " UPDATE MOVIMIENTOS SET " assignments " WHERE FECHA= " literal " and SECUENCIA = " literal
 Guardia::Clave guardado(Lector& l)
 {
-    l.palabra("SET");
+    l.esperar("SET");
     // Follows the lists that agree with what was read so far.
     std::vector<const Asignaciones*> posibles;
     for (const auto& lista : asignacionesDeGuardado())
         posibles.push_back(&lista);
     for (size_t k = 0;; ++k) {
-        const Pieza* p = l.actual();
+        const Pieza& p = l.actual();
         std::vector<const Asignaciones*> siguen;
         for (const auto* lista : posibles)
-            if (p && k < lista->size() && p->es((*lista)[k].columna))
+            if (k < lista->size() && p.es((*lista)[k].columna))
                 siguen.push_back(lista);
         if (siguen.empty())
             l.rechazar();
@@ -364,9 +211,9 @@ Guardia::Clave guardado(Lector& l)
             completa = completa || lista->size() == k + 1;
         if (completa && l.viene("WHERE"))
             break;
-        l.simbolo(",");
+        l.esperarSimbolo(",");
     }
-    l.palabra("WHERE");
+    l.esperar("WHERE");
     return clave(l, "FECHA", "SECUENCIA");
 }
 
@@ -374,33 +221,33 @@ Guardia::Clave guardado(Lector& l)
 // " UPDATE proveedor SET  regalo = regalo -  " literal " WHERE C_proveedor =  " literal
 void regalo(Lector& l)
 {
-    l.palabra("SET");
-    l.palabra("regalo");
-    l.simbolo("=");
-    l.palabra("regalo");
+    l.esperar("SET");
+    l.esperar("regalo");
+    l.esperarSimbolo("=");
+    l.esperar("regalo");
     if (l.aceptarSimbolo("+")) {
         l.valor(Tipo::Numero);
-        l.simbolo(",");
+        l.esperarSimbolo(",");
         l.igualA("ultregalo", Tipo::Numero);
     } else {
-        l.simbolo("-");
+        l.esperarSimbolo("-");
         l.valor(Tipo::Numero);
     }
-    l.palabra("WHERE");
+    l.esperar("WHERE");
     l.igualA("C_proveedor", Tipo::Numero);
 }
 
 // "delete movimientos where  fecha = " literal " and secuencia =  " literal
 Guardia::Clave borrado(Lector& l)
 {
-    l.palabra("movimientos");
-    l.palabra("where");
+    l.esperar("movimientos");
+    l.esperar("where");
     return clave(l, "fecha", "secuencia");
 }
 
 // One statement of a batch; the key of the transaction it saves or deletes
 // goes to `claves`.
-Clase cambio(const std::vector<Pieza>& piezas, size_t desde, size_t hasta, std::vector<Guardia::Clave>& claves)
+Clase cambio(const LectorTsql::Piezas& piezas, size_t desde, size_t hasta, std::vector<Guardia::Clave>& claves)
 {
     Lector l(piezas, desde, hasta);
     Clase clase;
@@ -412,12 +259,12 @@ Clase cambio(const std::vector<Pieza>& piezas, size_t desde, size_t hasta, std::
             claves.push_back(guardado(l));
             clase = Clase::Guardado;
         } else {
-            l.palabra("proveedor");
+            l.esperar("proveedor");
             regalo(l);
             clase = Clase::Regalo;
         }
     } else {
-        l.palabra("delete");
+        l.esperar("delete");
         claves.push_back(borrado(l));
         clase = Clase::Borrado;
     }
@@ -447,30 +294,29 @@ void guardable(const QString& texto)
 
 void consulta(const QString& sql)
 {
-    const std::vector<Pieza> piezas = trocear(sql);
+    const LectorTsql::Piezas piezas = LectorTsql::trocear(sql);
     Lector l(piezas, 0, piezas.size());
-    l.palabra("SELECT");
+    l.esperar("SELECT");
     if (l.aceptar("FECHA")) {
-        l.simbolo("=");
-        l.palabra("GETDATE");
-        l.simbolo("(");
-        l.simbolo(")");
+        l.esperarSimbolo("=");
+        l.esperar("GETDATE");
+        l.esperarSimbolo("(");
+        l.esperarSimbolo(")");
     } else if (l.aceptar("TOP")) {
         // Only the photo of a client is read with a limit.
-        const Pieza* n = l.actual();
-        if (!n || n->clase != Pieza::Numero)
+        if (l.actual().clase != Pieza::Numero)
             l.rechazar();
         l.literal();
-        l.simbolo("*");
-        l.palabra("from");
-        l.palabra("fotos");
-        l.palabra("where");
+        l.esperarSimbolo("*");
+        l.esperar("from");
+        l.esperar("fotos");
+        l.esperar("where");
         l.igualA("cliente", Tipo::Numero);
     } else {
-        l.simbolo("*");
-        l.palabra("from");
+        l.esperarSimbolo("*");
+        l.esperar("from");
         if (l.aceptar("fotos")) {
-            l.palabra("where");
+            l.esperar("where");
             l.igualA("cliente", Tipo::Numero);
         } else if (!l.aceptar("dolar") && !l.aceptar("dolar_NEW")) {
             l.rechazar();
@@ -481,26 +327,20 @@ void consulta(const QString& sql)
 
 std::vector<Clave> cambios(const QString& sql, int sentencias)
 {
-    const std::vector<Pieza> piezas = trocear(sql);
+    const LectorTsql::Piezas piezas = LectorTsql::trocear(sql);
     if (piezas.empty())
         throw sintaxis(QString());
-    // The statements of a batch stand one behind the other with no separator:
-    // each INSERT, UPDATE or DELETE outside quotes starts the next one. A
-    // screen sends a run of new or of saved transactions, or one gift update,
+    // A screen sends a run of new or of saved transactions, or one gift update,
     // or one delete: a statement of another kind, or any second statement
     // after a gift update or a delete, is refused where it starts.
-    size_t desde = 0;
     Clase primera = Clase::Alta;
     std::vector<Clave> claves;
-    for (size_t k = 1; k <= piezas.size(); ++k) {
-        if (k < piezas.size() && !piezas[k].es("INSERT") && !piezas[k].es("UPDATE") && !piezas[k].es("DELETE"))
-            continue;
-        const Clase clase = cambio(piezas, desde, k, claves);
+    for (const auto& [desde, hasta] : LectorTsql::sentencias(piezas)) {
+        const Clase clase = cambio(piezas, desde, hasta, claves);
         if (desde == 0)
             primera = clase;
         else if (clase != primera || (clase != Clase::Alta && clase != Clase::Guardado) || --sentencias < 1)
             throw sintaxis(piezas[desde].texto);
-        desde = k;
     }
     if (sentencias != 1)
         throw sintaxis(piezas.back().texto);

@@ -13,32 +13,6 @@
 
 namespace Guardia {
 
-// One piece of a raw text: a word, a number, a quoted text (its value, with ''
-// read as one quote) or a symbol, with its place in the text.
-struct Pieza {
-    enum Clase { Palabra, Numero, Cadena, Simbolo } clase;
-    qsizetype inicio;
-    qsizetype fin; // one past the last character
-    QString texto;
-    bool es(const char* palabra) const
-    {
-        return clase == Palabra && texto.compare(QLatin1String(palabra), Qt::CaseInsensitive) == 0;
-    }
-    bool esSimbolo(const char* s) const { return clase == Simbolo && texto == QLatin1String(s); }
-};
-
-// Splits a raw text into pieces. Outside quotes only ASCII words, numbers,
-// blanks (space, tab, line ends) and the symbols = < > + - * / ( ) , are
-// known; comments, ';', brackets, double quotes and anything else are a
-// syntax failure, as an unclosed quote is.
-std::vector<Pieza> trocear(const QString& sql);
-
-// Words that start another statement or clause: none stands inside a value.
-bool reservada(const Pieza& p);
-
-// The server's refusal of a text that does not parse there.
-FalloEjecucion sintaxis(const QString& cerca);
-
 // A text that the database is to keep: every character must be one of
 // Windows-1252, the code page of SQL Server's text columns, which would
 // otherwise keep any other one as '?' without a word (the embedded server

@@ -7,6 +7,7 @@
 #include "sqlserver.h"
 #include "fallo.h"
 #include "guardia.h"
+#include "lector_tsql.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -421,7 +422,7 @@ void ServidorSqlServer::comprobarVersiones(const VersionesEsperadas& esperadas)
             const VersionEsperada& e = esperadas[k];
             // The date goes into the text: only the digits of a yyyymmdd may.
             if (e.fecha.size() != 8 || !std::all_of(e.fecha.begin(), e.fecha.end(), [](QChar c) { return c.isDigit() && c.unicode() < 128; }))
-                throw Guardia::sintaxis(e.fecha);
+                throw LectorTsql::sintaxis(e.fecha);
             condiciones << QStringLiteral("(m.FECHA = '%1' AND m.SECUENCIA = %2)").arg(e.fecha).arg(e.secuencia);
         }
         const Resultados r = correrTexto(

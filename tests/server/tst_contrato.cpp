@@ -1,6 +1,7 @@
 // The two servers are one contract: the embedded definitions and the SQL Server
 // deployment script, read as text, declare the same procedures (parameters,
 // defaults, result columns) and the same tables (columns, types, lengths).
+#include "lector_tsql.h"
 #include "prueba.h"
 
 #include <QDir>
@@ -10,74 +11,12 @@
 
 namespace {
 
-struct Ficha {
-    enum Clase { Palabra, Numero, Cadena, Simbolo } clase;
-    QString texto; // a word without its brackets or quotes; a text without its quotes
-    bool es(const char* w) const { return clase == Palabra && texto.compare(QLatin1String(w), Qt::CaseInsensitive) == 0; }
-    bool esSimbolo(const char* s) const { return clase == Simbolo && texto == QLatin1String(s); }
-};
-using Fichas = std::vector<Ficha>;
+using Ficha = LectorTsql::Pieza;
+using Fichas = LectorTsql::Piezas;
 
 // Words, numbers, quoted texts and symbols; comments dropped; [name] and
 // "name" are words; N'text' is a text.
-Fichas fichas(const QString& sql)
-{
-    Fichas r;
-    const qsizetype n = sql.size();
-    for (qsizetype i = 0; i < n;) {
-        const QChar c = sql[i];
-        if (c.isSpace()) {
-            ++i;
-        } else if (sql.mid(i, 2) == QLatin1String("--")) {
-            while (i < n && sql[i] != QLatin1Char('\n'))
-                ++i;
-        } else if (sql.mid(i, 2) == QLatin1String("/*")) {
-            const qsizetype fin = sql.indexOf(QLatin1String("*/"), i + 2);
-            i = fin < 0 ? n : fin + 2;
-        } else if (c == QLatin1Char('\'') || ((c == QLatin1Char('N') || c == QLatin1Char('n')) && i + 1 < n && sql[i + 1] == QLatin1Char('\''))) {
-            if (c != QLatin1Char('\''))
-                ++i;
-            QString v;
-            for (++i; i < n; ++i) {
-                if (sql[i] == QLatin1Char('\'')) {
-                    if (i + 1 < n && sql[i + 1] == QLatin1Char('\'')) {
-                        v += QLatin1Char('\'');
-                        ++i;
-                        continue;
-                    }
-                    ++i;
-                    break;
-                }
-                v += sql[i];
-            }
-            r.push_back({Ficha::Cadena, v});
-        } else if (c == QLatin1Char('[') || c == QLatin1Char('"')) {
-            const QChar cierre = c == QLatin1Char('[') ? QLatin1Char(']') : QLatin1Char('"');
-            const qsizetype fin = sql.indexOf(cierre, i + 1);
-            r.push_back({Ficha::Palabra, sql.mid(i + 1, fin - i - 1)});
-            i = fin < 0 ? n : fin + 1;
-        } else if (c.isLetter() || c == QLatin1Char('_') || c == QLatin1Char('@') || c == QLatin1Char('#')) {
-            const qsizetype inicio = i;
-            while (i < n && (sql[i].isLetterOrNumber() || sql[i] == QLatin1Char('_') || sql[i] == QLatin1Char('@')
-                             || sql[i] == QLatin1Char('#') || sql[i] == QLatin1Char('$')))
-                ++i;
-            r.push_back({Ficha::Palabra, sql.mid(inicio, i - inicio)});
-        } else if (c.isDigit() || (c == QLatin1Char('.') && i + 1 < n && sql[i + 1].isDigit())) {
-            const qsizetype inicio = i;
-            while (i < n && (sql[i].isLetterOrNumber() || sql[i] == QLatin1Char('.')))
-                ++i;
-            r.push_back({Ficha::Numero, sql.mid(inicio, i - inicio)});
-        } else {
-            QString s = c;
-            for (const char* doble : {"<=", ">=", "<>", "!="})
-                if (sql.mid(i, 2) == QLatin1String(doble))
-                    s = QLatin1String(doble);
-            r.push_back({Ficha::Simbolo, s});
-            i += s.size();
-        }
-    }
-    return r;
-}
+Fichas fichas(const QString& sql) { return LectorTsql::trocear(sql, LectorTsql::Modo::Definicion); }
 
 // True when the token is one of the words.
 bool unaDe(const Ficha& f, std::initializer_list<const char*> palabras)
