@@ -370,8 +370,8 @@ private slots:
         d.carpetaCopias = archivoEnMedio + QStringLiteral("/copias");
         Arranque a(d);
         QCOMPARE(a.estilos, QList<int>{Mensajes::vbExclamation});
-        QVERIFY(a.avisos[0].startsWith(QStringLiteral("No se pudo hacer la copia diaria de la base de datos")));
         unAviso(a.avisos, {"El trabajo sigue normalmente"});
+        QVERIFY(a.avisos.value(0).startsWith(QStringLiteral("No se pudo hacer la copia diaria de la base de datos")));
         auto* login = static_cast<LOGIN*>(a.principal.Abierta(QStringLiteral("LOGIN")));
         QVERIFY(login && a.m.Conexion.Abierta() && !a.m.Clave.isEmpty());
         login->Text1->setText(QStringLiteral("3607"));
