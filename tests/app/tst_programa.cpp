@@ -1,7 +1,9 @@
-// The program as a whole: its top level turns a failure into the run-time
-// report and ends, Qt's dialogs speak Spanish, Enter presses each button of
-// every screen it registers once, and text typed into the real screens to
-// change what they send is refused by the statement guard, nothing written.
+// The program as a whole: the built program's answers to --help and
+// --version on a machine without a display, its top level that turns a
+// failure into the run-time report and ends, Qt's dialogs in Spanish, Enter
+// pressing each button of every screen it registers once, and text typed
+// into the real screens to change what they send refused by the statement
+// guard, nothing written.
 #include "../consoles/mesa.h"
 #include "../server/fallo_esperado.h"
 #include "arranque.h"
@@ -13,13 +15,98 @@
 #include "prueba.h"
 
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace {
+
+struct Respuesta {
+    bool termino = false; // ended by itself, not by a signal or the guard
+    int estado = -1;
+    QString salida, errores;
+    QStringList enCasa; // what the run left in its home
+};
+
+// The program started as on a terminal of a machine without a display, on a
+// home of its own.
+Respuesta responde(const QStringList& argumentos, const QString& salida = {})
+{
+    QTemporaryDir casa;
+    QProcessEnvironment entorno = QProcessEnvironment::systemEnvironment();
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+        entorno.remove(QString::fromLatin1(variable));
+    entorno.insert(QStringLiteral("HOME"), casa.path());
+    QProcess p;
+    p.setProcessEnvironment(entorno);
+    if (!salida.isEmpty())
+        p.setStandardOutputFile(salida);
+    p.start(QStringLiteral(PROGRAMA), argumentos);
+    Respuesta r;
+    r.termino = p.waitForFinished(60000) && p.exitStatus() == QProcess::NormalExit;
+    if (!r.termino)
+        p.kill();
+    p.waitForFinished();
+    r.estado = p.exitCode();
+    r.salida = QString::fromUtf8(p.readAllStandardOutput());
+    r.errores = QString::fromUtf8(p.readAllStandardError());
+    r.enCasa = QDir(casa.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    return r;
+}
+
+} // namespace
 
 class PruebaPrograma : public QObject {
     Q_OBJECT
 private slots:
+    // The version: one line, the whole answer. The usage: both options, the
+    // settings file and the manual page. Nothing else happens.
+    void opciones_data()
+    {
+        QTest::addColumn<QStringList>("argumentos");
+        QTest::addColumn<QString>("inicio");
+        QTest::addColumn<QStringList>("partes");
+        const QString version = QStringLiteral("control-pagos (Control de Pagos) " VERSION_ESPERADA "\n");
+        const QStringList ayuda{"-h, --help", "-v, --version", "muestra la versión", "código de acceso", "control-pagos.conf",
+                                "man control-pagos"};
+        QTest::newRow("--version") << QStringList{"--version"} << version << QStringList();
+        QTest::newRow("-v") << QStringList{"-v"} << version << QStringList();
+        QTest::newRow("--help") << QStringList{"--help"} << "Uso: control-pagos" << ayuda;
+        QTest::newRow("-h") << QStringList{"-h"} << "Uso: control-pagos" << ayuda;
+        // A Qt option before it does not start the program.
+        QTest::newRow("tras otra") << QStringList{"-platform", "xcb", "--help"} << "Uso: control-pagos" << ayuda;
+    }
+    void opciones()
+    {
+        QFETCH(QStringList, argumentos);
+        QFETCH(QString, inicio);
+        QFETCH(QStringList, partes);
+        const Respuesta r = responde(argumentos);
+        QVERIFY2(r.termino, qPrintable(r.errores));
+        QCOMPARE(r.estado, 0);
+        QCOMPARE(r.errores, QString());
+        QVERIFY2(partes.isEmpty() ? r.salida == inicio : r.salida.startsWith(inicio), qPrintable(r.salida));
+        for (const QString& parte : partes)
+            QVERIFY2(r.salida.contains(parte), qPrintable(parte));
+        QCOMPARE(r.enCasa, QStringList());
+    }
+
+    // A text that cannot be written (a full disk) is not an answer given.
+    void salida_llena()
+    {
+        if (!QFileInfo::exists(QStringLiteral("/dev/full")))
+            QSKIP("sin /dev/full");
+        for (const QString& opcion : {QStringLiteral("--help"), QStringLiteral("--version")}) {
+            const Respuesta r = responde({opcion}, QStringLiteral("/dev/full"));
+            QVERIFY2(r.termino && r.estado == 1, qPrintable(opcion));
+        }
+    }
+
+    // A failure at the top shows the run-time report, once, and ends with status 1.
     void unFalloTerminaElProgramaConSuReporte()
     {
         QStringList vistos;
@@ -32,9 +119,8 @@ private slots:
         Mensajes::Reemplazar({});
         QCOMPARE(estado, 1);
         QCOMPARE(vistos.size(), 1);
-        QVERIFY(vistos[0].startsWith(QStringLiteral("16|")));
-        QVERIFY(vistos[0].contains(QStringLiteral("'13'")));
-        QVERIFY(vistos[0].contains(QStringLiteral("No coinciden los tipos")));
+        QVERIFY2(vistos[0].startsWith(QStringLiteral("16|")) && vistos[0].contains(QStringLiteral("'13'"))
+                     && vistos[0].contains(QStringLiteral("No coinciden los tipos")), qPrintable(vistos[0]));
     }
 
     // Qt's own dialogs speak Spanish once the program has loaded its
@@ -45,9 +131,8 @@ private slots:
         QMessageBox caja;
         caja.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
         const auto texto = [](QAbstractButton* b) { return b->text().remove(QLatin1Char('&')); };
-        QCOMPARE(texto(caja.button(QMessageBox::Yes)), QStringLiteral("Sí"));
-        QCOMPARE(texto(caja.button(QMessageBox::No)), QStringLiteral("No"));
-        QCOMPARE(texto(caja.button(QMessageBox::Cancel)), QStringLiteral("Cancelar"));
+        QCOMPARE((QStringList{texto(caja.button(QMessageBox::Yes)), texto(caja.button(QMessageBox::No)),
+                              texto(caja.button(QMessageBox::Cancel))}), (QStringList{"Sí", "No", "Cancelar"}));
         QFileDialog archivo;
         archivo.setOption(QFileDialog::DontUseNativeDialog);
         archivo.setAcceptMode(QFileDialog::AcceptOpen);

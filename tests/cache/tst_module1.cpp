@@ -41,38 +41,32 @@ struct Sesion {
     Module1 m;
 };
 
+// The failure's number an action stops with; 0 when it runs through.
+long numeroDeFallo(const std::function<void()>& f)
+{
+    try { f(); } catch (const FalloEjecucion& e) { return e.numero(); }
+    return 0;
+}
+
 } // namespace
 
 class PruebaModule1 : public QObject {
     Q_OBJECT
 private slots:
+    // Each table in its place: the provider's gain share loses its fraction;
+    // services go by their own code, and their count is the last code read;
+    // a USDT row with an equivalence writes its rate on that service's place.
     void cargaDelCacheLlenaCadaTabla()
     {
         Sesion s;
         auto& m = s.m;
-
-        QCOMPARE(m.Clave, QStringLiteral("1234"));
+        QCOMPARE((QStringList{m.Clave, m.Bancos_T(2, 1), m.Clientes_T(2, 3), m.Proveedores_T(1, 3), m.Proveedores_T(1, 4),
+                              m.Servicios_T(9)[2], m.Servicios_T(1)[5], m.Servicios_T(1)[3], m.Servicios_T(3)[2], m.Bancos_Zelle_T(10)}),
+                 (QStringList{"1234", "0134", "9999", "37", "2,5", "WALLY", "T", "5,4", "", "CHASE"}));
+        QCOMPARE((QList<int>{m.N_Bancos, m.N_Clientes, m.N_Conceptos, m.N_Servicios}), (QList<int>{2, 2, 2, 55}));
+        QCOMPARE((QList<double>{m.Compra_T(55), m.Div_T(55), m.Compra_T(3), m.Compra_T(2)}), (QList<double>{1.02, 1, 0, 345.5}));
         QCOMPARE(m.Dolar_Param, 350.75f);
-        QCOMPARE(m.N_Bancos, int16_t(2));
-        QCOMPARE(m.Bancos_T(2, 1), QStringLiteral("0134"));
-        QCOMPARE(m.N_Clientes, int16_t(2));
-        QCOMPARE(m.Clientes_T(2, 3), QStringLiteral("9999"));
-        QCOMPARE(m.Proveedores_T(1, 3), QStringLiteral("37")); // the gain share loses its fraction
-        QCOMPARE(m.Proveedores_T(1, 4), QStringLiteral("2,5"));
-        QCOMPARE(m.N_Conceptos, int16_t(2));
-        // services are placed by their own code, and the count is the last code read
-        QCOMPARE(m.N_Servicios, int16_t(55));
-        QCOMPARE(m.Servicios_T(9)[2], QStringLiteral("WALLY"));
-        QCOMPARE(m.Servicios_T(1)[5], QStringLiteral("T"));
-        QCOMPARE(m.Servicios_T(1)[3], QStringLiteral("5,4"));
-        QVERIFY(m.Servicios_T(3)[2].isEmpty());
         QCOMPARE(m.Monto_T(2), 335.25f);
-        // a USDT row with an equivalence writes its rate on the place of that service
-        QCOMPARE(m.Compra_T(55), 1.02);
-        QCOMPARE(m.Div_T(55), 1.0);
-        QCOMPARE(m.Compra_T(3), 0.0);
-        QCOMPARE(m.Compra_T(2), 345.5);
-        QCOMPARE(m.Bancos_Zelle_T(10), QStringLiteral("CHASE"));
         QVERIFY(m.Rs == nullptr);
     }
 
@@ -107,53 +101,34 @@ private slots:
         QFETCH(QString, fila);
         Sesion s; // the limits themselves fit
         s.base.sql(fila);
-        try {
-            s.m.Carga_Tablas();
-            QFAIL("a code beyond the table's bound must stop the load");
-        } catch (const FalloEjecucion& f) {
-            QCOMPARE(f.numero(), 9L);
-        }
+        QCOMPARE(numeroDeFallo([&] { s.m.Carga_Tablas(); }), 9L);
     }
 
     void nombresYConversionDeDolares()
     {
         Sesion s;
         auto& m = s.m;
-        QCOMPARE(m.Nombre_Banco(QStringLiteral("0102")), QStringLiteral("BANCO DE VENEZUELA"));
-        QCOMPARE(m.Nombre_Banco(QStringLiteral("102")), QStringLiteral("102"));
-        QCOMPARE(m.Nombre_Banco(QStringLiteral("7777")), QStringLiteral("7777"));
-        QCOMPARE(m.Nombre_Cliente(12), QStringLiteral("MARIA PEREZ"));
-        QCOMPARE(m.Nombre_Cliente(13), QStringLiteral("13"));
-        QCOMPARE(m.Nombre_Proveedor(3), QStringLiteral("PAGOS RAPIDOS"));
-        QCOMPARE(m.Nombre_Proveedor(0), QStringLiteral("0"));
-        QCOMPARE(m.Nombre_Concepto(7), QStringLiteral("DEVOLUCION"));
-        QCOMPARE(Module1::Nombre_Dia(1), QStringLiteral("Dom"));
-        QCOMPARE(Module1::Nombre_Dia(7), QStringLiteral("Sab"));
-        QVERIFY(Module1::Nombre_Dia(8).isEmpty());
-        QVERIFY(Module1::Nombre_Dia(0).isEmpty());
+        // a code not in the catalogue stands for its name
+        const std::pair<QString, const char*> nombres[] = {
+            {m.Nombre_Banco(QStringLiteral("0102")), "BANCO DE VENEZUELA"}, {m.Nombre_Banco(QStringLiteral("102")), "102"},
+            {m.Nombre_Banco(QStringLiteral("7777")), "7777"}, {m.Nombre_Cliente(12), "MARIA PEREZ"}, {m.Nombre_Cliente(13), "13"},
+            {m.Nombre_Proveedor(3), "PAGOS RAPIDOS"}, {m.Nombre_Proveedor(0), "0"}, {m.Nombre_Concepto(7), "DEVOLUCION"},
+            {Module1::Nombre_Dia(1), "Dom"}, {Module1::Nombre_Dia(7), "Sab"}, {Module1::Nombre_Dia(8), ""}, {Module1::Nombre_Dia(0), ""}};
+        for (const auto& [nombre, esperado] : nombres)
+            QCOMPARE(nombre, QLatin1String(esperado));
 
-        m.Convierte_Dolar(100, 1);
-        QVERIFY(qAbs(m.Monto_Usd - 94.3) < 1e-9);
-        m.Convierte_Dolar(100, 9);
-        QVERIFY(qAbs(m.Monto_Usd - 96.8) < 1e-9);
-        m.Convierte_Dolar(100, 4);
-        QCOMPARE(m.Monto_Usd, 100.0);
-        m.Convierte_Dolar(102, 55); // divided by its own purchase price
-        QVERIFY(qAbs(m.Monto_Usd - 100.0) < 1e-9);
         m.Div_T(60) = 2; // divided by the price of service 2, whatever its own
-        m.Convierte_Dolar(691, 60);
-        QVERIFY(qAbs(m.Monto_Usd - 2.0) < 1e-9);
         m.Div_T(61) = 1; // no purchase price: the amount stays
-        m.Convierte_Dolar(50, 61);
-        QCOMPARE(m.Monto_Usd, 50.0);
+        // by the service's percentage; 55 by its own purchase price
+        const struct { double monto; int servicio; double usd; } conversiones[] = {
+            {100, 1, 94.3}, {100, 9, 96.8}, {100, 4, 100}, {102, 55, 100}, {691, 60, 2}, {50, 61, 50}};
+        for (const auto& c : conversiones) {
+            m.Convierte_Dolar(c.monto, c.servicio);
+            QVERIFY2(qAbs(m.Monto_Usd - c.usd) < 1e-9, qPrintable(QStringLiteral("servicio %1: %2").arg(c.servicio).arg(m.Monto_Usd)));
+        }
         m.Compra_T(2) = 0;
         QVERIFY_THROWS_EXCEPTION(FalloEjecucion, m.Convierte_Dolar(10, 60));
-        try {
-            m.Convierte_Dolar(10, 101);
-            QFAIL("service 101 has no place in the tables");
-        } catch (const FalloEjecucion& f) {
-            QCOMPARE(f.numero(), 9L);
-        }
+        QCOMPARE(numeroDeFallo([&] { m.Convierte_Dolar(10, 101); }), 9L); // no place in the tables
     }
 
     void fechasYEspera()

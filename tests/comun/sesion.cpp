@@ -15,14 +15,6 @@ std::vector<std::function<void(MDIForm1&)>>& registros()
 
 Pruebas::Pantallas::Pantallas(std::function<void(MDIForm1&)> registro) { registros().push_back(std::move(registro)); }
 
-SesionDePrueba::SesionDePrueba(bool conDemo) : SesionDePrueba(conDemo, QString())
-{
-}
-
-SesionDePrueba::SesionDePrueba(const QString& cadenaConexion) : SesionDePrueba(false, cadenaConexion)
-{
-}
-
 SesionDePrueba::SesionDePrueba(bool conDemo, const QString& cadenaConexion) : base(conDemo), respuesta(Mensajes::vbOK)
 {
     Despliegue d;

@@ -29,10 +29,10 @@ void registrar(MDIForm1& p, const char* nombre)
 
 class SesionDePrueba {
 public:
-    explicit SesionDePrueba(bool conDemo = true);
+    explicit SesionDePrueba(bool conDemo = true) : SesionDePrueba(conDemo, QString()) {}
     // The same session on another server, by the connection string of the
     // program (a SQL Server's, say); the temporary folder keeps the receipts.
-    explicit SesionDePrueba(const QString& cadenaConexion);
+    explicit SesionDePrueba(const QString& cadenaConexion) : SesionDePrueba(false, cadenaConexion) {}
     ~SesionDePrueba();
 
     BaseTemporal base;

@@ -17,17 +17,13 @@
 using Copias::Resultado;
 using Estado = Copias::Resultado::Estado;
 
+namespace Copias {
+char* toString(Resultado::Estado e) { return QTest::toString(int(e)); }
+} // namespace Copias
+
 namespace {
 
 const QDate kDia(2026, 3, 14);
-
-QStringList nombres(const QStringList& rutas)
-{
-    QStringList r;
-    for (const QString& ruta : rutas)
-        r << QFileInfo(ruta).fileName();
-    return r;
-}
 
 void escribirArchivo(const QString& ruta, const QByteArray& bytes)
 {
@@ -36,6 +32,22 @@ void escribirArchivo(const QString& ruta, const QByteArray& bytes)
     f.write(bytes);
 }
 
+// A database (prueba.db) with its copies' folder beside it.
+struct Libro {
+    BaseTemporal base;
+    const QString carpeta = base.carpeta() + QStringLiteral("/copias");
+    Resultado copia(int cuantas, const QDate& dia) const { return Copias::Copia_Diaria(base.archivo(), carpeta, cuantas, dia); }
+    QString copiaDe(const QDate& dia) const { return carpeta + dia.toString(QStringLiteral("'/prueba-'yyyy-MM-dd'.db'")); }
+    // The names of the copies the folder holds, oldest first.
+    QStringList copias() const
+    {
+        QStringList r;
+        for (const QString& ruta : Copias::Copias_En(base.archivo(), carpeta))
+            r << QFileInfo(ruta).fileName();
+        return r;
+    }
+};
+
 } // namespace
 
 class PruebaCopias : public QObject {
@@ -43,36 +55,33 @@ class PruebaCopias : public QObject {
 private slots:
     void unaCopiaPorDia()
     {
-        BaseTemporal base;
-        base.sql(QStringLiteral("INSERT INTO clientes (C_cliente, D_cliente) VALUES (7, 'ANA')"));
-        const QString carpeta = base.carpeta() + QStringLiteral("/copias");
-
-        const Resultado primera = Copias::Copia_Diaria(base.archivo(), QString(), 30, kDia);
-        QCOMPARE(int(primera.estado), int(Estado::Hecha));
-        QCOMPARE(primera.archivo, carpeta + QStringLiteral("/prueba-2026-03-14.db")); // beside the database
+        Libro l;
+        l.base.sql(QStringLiteral("INSERT INTO clientes (C_cliente, D_cliente) VALUES (7, 'ANA')"));
+        const Resultado primera = Copias::Copia_Diaria(l.base.archivo(), QString(), 30, kDia); // beside the database
+        QCOMPARE(primera.estado, Estado::Hecha);
+        QCOMPARE(primera.archivo, l.copiaDe(kDia));
         QVERIFY(Copias::Base_Sana(primera.archivo));
         QCOMPARE(BaseTemporal::valorDe(primera.archivo, "SELECT D_cliente FROM clientes WHERE C_cliente = 7"), QStringLiteral("ANA"));
         // one plain file, restorable on its own
         QCOMPARE(BaseTemporal::valorDe(primera.archivo, "PRAGMA journal_mode"), QStringLiteral("delete"));
-        QCOMPARE(QDir(carpeta).entryList(QDir::Files), QStringList{QStringLiteral("prueba-2026-03-14.db")});
+        QCOMPARE(QDir(l.carpeta).entryList(QDir::Files), QStringList{QStringLiteral("prueba-2026-03-14.db")});
 
         // a later start the same day finds it and writes nothing
-        base.sql(QStringLiteral("INSERT INTO clientes (C_cliente, D_cliente) VALUES (8, 'LUIS')"));
-        const Resultado otra = Copias::Copia_Diaria(base.archivo(), carpeta, 30, kDia);
-        QCOMPARE(int(otra.estado), int(Estado::AlDia));
+        l.base.sql(QStringLiteral("INSERT INTO clientes (C_cliente, D_cliente) VALUES (8, 'LUIS')"));
+        const Resultado otra = l.copia(30, kDia);
+        QCOMPARE(otra.estado, Estado::AlDia);
         QCOMPARE(otra.archivo, primera.archivo);
         QCOMPARE(BaseTemporal::valorDe(primera.archivo, "SELECT count(*) FROM clientes WHERE C_cliente = 8"), QStringLiteral("0"));
 
         // the next day has its own, with the new rows
-        const Resultado siguiente = Copias::Copia_Diaria(base.archivo(), carpeta, 30, kDia.addDays(1));
-        QCOMPARE(int(siguiente.estado), int(Estado::Hecha));
+        const Resultado siguiente = l.copia(30, kDia.addDays(1));
+        QCOMPARE(siguiente.estado, Estado::Hecha);
         QCOMPARE(BaseTemporal::valorDe(siguiente.archivo, "SELECT D_cliente FROM clientes WHERE C_cliente = 8"), QStringLiteral("LUIS"));
-        QCOMPARE(nombres(Copias::Copias_En(base.archivo(), carpeta)),
-                 (QStringList{QStringLiteral("prueba-2026-03-14.db"), QStringLiteral("prueba-2026-03-15.db")}));
+        QCOMPARE(l.copias(), (QStringList{"prueba-2026-03-14.db", "prueba-2026-03-15.db"}));
 
         // a count of 0 switches the copies off
-        QCOMPARE(int(Copias::Copia_Diaria(base.archivo(), carpeta, 0, kDia.addDays(2)).estado), int(Estado::Apagada));
-        QCOMPARE(Copias::Copias_En(base.archivo(), carpeta).size(), 2);
+        QCOMPARE(l.copia(0, kDia.addDays(2)).estado, Estado::Apagada);
+        QCOMPARE(l.copias().size(), 2);
     }
 
     void copiaConsistenteMientrasOtroEscribe()
@@ -93,7 +102,6 @@ private slots:
         escritor.kill();
         escritor.waitForFinished();
         QVERIFY2(r.estado == Estado::Hecha, qPrintable(r.error));
-
         QVERIFY(Copias::Base_Sana(r.archivo));
         const int filas = BaseTemporal::valorDe(r.archivo, "SELECT count(*) FROM escritura").toInt();
         QVERIFY(filas >= 1);
@@ -104,17 +112,15 @@ private slots:
 
     void lasMasViejasSalenAlPasarLaCuenta()
     {
-        BaseTemporal base;
-        const QString carpeta = base.carpeta() + QStringLiteral("/copias");
-        QDir().mkpath(carpeta);
+        Libro l;
+        QDir().mkpath(l.carpeta);
         // what is not a copy of this database is neither counted nor removed
-        const QStringList ajenos{QStringLiteral("otra-2020-01-01.db"), QStringLiteral("prueba-2020-01-01.db.parcial"),
-                                 QStringLiteral("prueba-viejo.db"), QStringLiteral("prueba-2020-01-01.txt")};
+        const QStringList ajenos{"otra-2020-01-01.db", "prueba-2020-01-01.db.parcial", "prueba-viejo.db", "prueba-2020-01-01.txt"};
         for (const QString& n : ajenos)
-            escribirArchivo(carpeta + QLatin1Char('/') + n, "x");
+            escribirArchivo(l.carpeta + QLatin1Char('/') + n, "x");
         // what a crash left a day ago goes; a copy being written by another process now stays
-        const QString resto = carpeta + QStringLiteral("/prueba-2026-03-10.db.parcial-77-0000abcd");
-        const QString enCurso = carpeta + QStringLiteral("/prueba-2026-03-14.db.parcial-78-0000abcd");
+        const QString resto = l.carpeta + QStringLiteral("/prueba-2026-03-10.db.parcial-77-0000abcd");
+        const QString enCurso = l.carpeta + QStringLiteral("/prueba-2026-03-14.db.parcial-78-0000abcd");
         escribirArchivo(resto, "x");
         escribirArchivo(enCurso, "x");
         QFile viejo(resto);
@@ -123,71 +129,59 @@ private slots:
         viejo.close();
 
         for (int d = 0; d < 5; ++d)
-            QCOMPARE(int(Copias::Copia_Diaria(base.archivo(), carpeta, 3, kDia.addDays(d)).estado), int(Estado::Hecha));
-        QCOMPARE(nombres(Copias::Copias_En(base.archivo(), carpeta)),
-                 (QStringList{QStringLiteral("prueba-2026-03-16.db"), QStringLiteral("prueba-2026-03-17.db"),
-                              QStringLiteral("prueba-2026-03-18.db")}));
+            QCOMPARE(l.copia(3, kDia.addDays(d)).estado, Estado::Hecha);
+        QCOMPARE(l.copias(), (QStringList{"prueba-2026-03-16.db", "prueba-2026-03-17.db", "prueba-2026-03-18.db"}));
         for (const QString& n : ajenos)
-            QVERIFY2(QFile::exists(carpeta + QLatin1Char('/') + n), qPrintable(n));
+            QVERIFY2(QFile::exists(l.carpeta + QLatin1Char('/') + n), qPrintable(n));
         QVERIFY(!QFile::exists(resto));
         QVERIFY(QFile::exists(enCurso));
 
         // a smaller count takes effect at the next copy; days missed leave no hole to fill
-        QCOMPARE(int(Copias::Copia_Diaria(base.archivo(), carpeta, 1, kDia.addDays(9)).estado), int(Estado::Hecha));
-        QCOMPARE(nombres(Copias::Copias_En(base.archivo(), carpeta)), QStringList{QStringLiteral("prueba-2026-03-23.db")});
+        QCOMPARE(l.copia(1, kDia.addDays(9)).estado, Estado::Hecha);
+        QCOMPARE(l.copias(), QStringList{"prueba-2026-03-23.db"});
     }
 
     void unaCopiaDanadaNoCuenta()
     {
-        BaseTemporal base;
-        const QString carpeta = base.carpeta() + QStringLiteral("/copias");
-        QVERIFY(Copias::Copia_Diaria(base.archivo(), carpeta, 2, kDia.addDays(-1)).estado == Estado::Hecha);
-        QVERIFY(Copias::Copia_Diaria(base.archivo(), carpeta, 2, kDia).estado == Estado::Hecha);
-        const QString deHoy = carpeta + QStringLiteral("/prueba-2026-03-14.db");
-
-        // the day's copy cut short (a full disk, a crash in the middle)
-        QFile f(deHoy);
-        QVERIFY(f.open(QIODevice::ReadWrite));
-        f.resize(f.size() / 2);
-        f.close();
-        QVERIFY(!Copias::Base_Sana(deHoy, true));
-        const Resultado r = Copias::Copia_Diaria(base.archivo(), carpeta, 2, kDia);
-        QCOMPARE(int(r.estado), int(Estado::Hecha));
-        QVERIFY(Copias::Base_Sana(deHoy));
-
-        // bytes that are no database at all under the day's name
-        escribirArchivo(deHoy, QByteArray(8192, 'z'));
-        QVERIFY(!Copias::Base_Sana(deHoy, true));
-        QCOMPARE(int(Copias::Copia_Diaria(base.archivo(), carpeta, 2, kDia).estado), int(Estado::Hecha));
-        QVERIFY(Copias::Base_Sana(deHoy));
+        Libro l;
+        QCOMPARE(l.copia(2, kDia.addDays(-1)).estado, Estado::Hecha);
+        QCOMPARE(l.copia(2, kDia).estado, Estado::Hecha);
+        const QString deHoy = l.copiaDe(kDia);
+        // the day's copy cut short (a full disk, a crash in the middle), or bytes
+        // that are no database at all under the day's name: made anew
+        for (const auto& danar : std::initializer_list<std::function<void()>>{
+                 [&] { QFile(deHoy).resize(QFileInfo(deHoy).size() / 2); }, [&] { escribirArchivo(deHoy, QByteArray(8192, 'z')); }}) {
+            danar();
+            QVERIFY(!Copias::Base_Sana(deHoy, true));
+            QCOMPARE(l.copia(2, kDia).estado, Estado::Hecha);
+            QVERIFY(Copias::Base_Sana(deHoy));
+        }
         // the previous day's copy was kept all along
-        QCOMPARE(Copias::Copias_En(base.archivo(), carpeta).size(), 2);
+        QCOMPARE(l.copias().size(), 2);
 
         // a damaged source gives no copy, and the good copies stay
         BaseTemporal danada;
         escribirArchivo(danada.archivo(), QByteArray("SQLite format 3") + QByteArray(8000, '\x7f'));
-        const Resultado mala = Copias::Copia_Diaria(danada.archivo(), carpeta, 2, kDia.addDays(1));
-        QCOMPARE(int(mala.estado), int(Estado::Fallida));
-        QVERIFY(!QFile::exists(carpeta + QStringLiteral("/prueba-2026-03-15.db")));
-        QCOMPARE(QDir(carpeta).entryList({QStringLiteral("*.parcial*")}, QDir::Files), QStringList{});
-        QCOMPARE(Copias::Copias_En(base.archivo(), carpeta).size(), 2);
+        QCOMPARE(Copias::Copia_Diaria(danada.archivo(), l.carpeta, 2, kDia.addDays(1)).estado, Estado::Fallida);
+        QVERIFY(!QFile::exists(l.copiaDe(kDia.addDays(1))));
+        QCOMPARE(QDir(l.carpeta).entryList({QStringLiteral("*.parcial*")}, QDir::Files), QStringList{});
+        QCOMPARE(l.copias().size(), 2);
     }
 
     // Several operators of one machine start at the same moment.
     void variosArranquesALaVez()
     {
-        BaseTemporal base;
-        const QString carpeta = base.carpeta() + QStringLiteral("/copias");
+        Libro l;
         std::vector<Resultado> resultados(4);
         std::vector<std::thread> hilos;
         for (Resultado& r : resultados)
-            hilos.emplace_back([&] { r = Copias::Copia_Diaria(base.archivo(), carpeta, 30, kDia); });
+            hilos.emplace_back([&] { r = l.copia(30, kDia); });
         for (std::thread& h : hilos)
             h.join();
         for (const Resultado& r : resultados)
             QVERIFY2(r.estado == Estado::Hecha || r.estado == Estado::AlDia, qPrintable(r.error));
-        QCOMPARE(QDir(carpeta).entryList(QDir::Files), QStringList{QStringLiteral("prueba-2026-03-14.db")});
-        QVERIFY(Copias::Base_Sana(carpeta + QStringLiteral("/prueba-2026-03-14.db")));
+        QCOMPARE(QDir(l.carpeta).entryList(QDir::Files), QStringList{QStringLiteral("prueba-2026-03-14.db")});
+        QVERIFY(Copias::Base_Sana(l.copiaDe(kDia)));
     }
 };
 

@@ -74,42 +74,31 @@ private slots:
         QCOMPARE(FormatoNumero(patron).aplicar(valor), esperado);
     }
 
+    // Other values than a double: whole numbers, texts in the business's form
+    // (any other text stands as it is), "&" passing a text as it stands and
+    // writing a number as the run-time writes it, fields and cells.
     void otrosTiposDeValor()
     {
-        QCOMPARE(Format(7, "0000"), QStringLiteral("0007"));
-        QCOMPARE(Format(qint64(1234567), "###,###"), QStringLiteral("1.234.567"));
-        QCOMPARE(Format(float(12.5), "##0.00"), QStringLiteral("12,50"));
-        // A text in the business's form is a number.
-        QCOMPARE(Format(QStringLiteral("1.234,5"), "###0.00"), QStringLiteral("1234,50"));
-        QCOMPARE(Format(QStringLiteral("12,5"), "##0.00"), QStringLiteral("12,50"));
-        QCOMPARE(Format(QStringLiteral(" 7 "), "0000"), QStringLiteral("0007"));
-        QCOMPARE(Format("36,12345", "##0.0000"), QStringLiteral("36,1235"));
-        // Any other text stands as it is, the empty one too.
-        QCOMPARE(Format(QStringLiteral("BANESCO"), "0000"), QStringLiteral("BANESCO"));
-        QCOMPARE(Format(QStringLiteral("12/05/2024"), "###,##0.00"), QStringLiteral("12/05/2024"));
-        QCOMPARE(Format(QStringLiteral("1,2,3"), "0.00"), QStringLiteral("1,2,3"));
-        QCOMPARE(Format(QString(), "###,##0.00"), QString());
-        // "&" passes a text as it stands, a numeric one included.
-        QCOMPARE(Format(QStringLiteral("  Pérez, Ana "), "&"), QStringLiteral("  Pérez, Ana "));
-        QCOMPARE(Format(QStringLiteral("1.234,50"), "&"), QStringLiteral("1.234,50"));
-        // A number through "&" is written as the run-time writes it.
-        QCOMPARE(Format(94.3, "&"), QStringLiteral("94,3"));
-        QCOMPARE(Format(1234.0, "&"), QStringLiteral("1234"));
-        QCOMPARE(Format(2.5, ""), QStringLiteral("2,5"));
+        const std::pair<QString, const char*> casos[] = {
+            {Format(7, "0000"), "0007"}, {Format(qint64(1234567), "###,###"), "1.234.567"},
+            {Format(float(12.5), "##0.00"), "12,50"}, {Format(QStringLiteral("1.234,5"), "###0.00"), "1234,50"},
+            {Format(QStringLiteral("12,5"), "##0.00"), "12,50"}, {Format(QStringLiteral(" 7 "), "0000"), "0007"},
+            {Format("36,12345", "##0.0000"), "36,1235"}, {Format(QStringLiteral("BANESCO"), "0000"), "BANESCO"},
+            {Format(QStringLiteral("12/05/2024"), "###,##0.00"), "12/05/2024"}, {Format(QStringLiteral("1,2,3"), "0.00"), "1,2,3"},
+            {Format(QString(), "###,##0.00"), ""}, {Format(QStringLiteral("  Pérez, Ana "), "&"), "  Pérez, Ana "},
+            {Format(QStringLiteral("1.234,50"), "&"), "1.234,50"}, {Format(94.3, "&"), "94,3"}, {Format(1234.0, "&"), "1234"},
+            {Format(2.5, ""), "2,5"}, {Format(Valor(int64_t(42)), "0000"), "0042"},
+            {Format(Valor(1234.5), "###,##0.00"), "1.234,50"}, {Format(Valor(QStringLiteral("3")), "00"), "03"},
+            {Format(Valor(QStringLiteral("BANCO")), "00"), "BANCO"}, {Format(Valor(), "###,##0.00"), ""},
+            {Format(Valor(QStringLiteral("José")), "&"), "José"},
+            // a cell read back and formatted anew, as the rate screens do
+            {Format(Celda(QStringLiteral("36,12")), "###.00"), "36,12"}, {Format(Celda(36.125), "###.00"), "36,13"},
+            {Format(Celda(), "0.00"), "0,00"}, {Format(Celda(QStringLiteral("n/d")), "0.00"), "n/d"},
+        };
+        for (const auto& [dado, esperado] : casos)
+            QCOMPARE(dado, QString::fromUtf8(esperado));
         QVERIFY(FormatoNumero(QStringLiteral("&")).esDeTexto());
         QVERIFY(!FormatoNumero(QStringLiteral("###,###")).esDeTexto());
-        // A field of a result set.
-        QCOMPARE(Format(Valor(int64_t(42)), "0000"), QStringLiteral("0042"));
-        QCOMPARE(Format(Valor(1234.5), "###,##0.00"), QStringLiteral("1.234,50"));
-        QCOMPARE(Format(Valor(QStringLiteral("3")), "00"), QStringLiteral("03"));
-        QCOMPARE(Format(Valor(QStringLiteral("BANCO")), "00"), QStringLiteral("BANCO"));
-        QCOMPARE(Format(Valor(), "###,##0.00"), QString());
-        QCOMPARE(Format(Valor(QStringLiteral("José")), "&"), QStringLiteral("José"));
-        // A cell read back and formatted anew, as the rate screens do.
-        QCOMPARE(Format(Celda(QStringLiteral("36,12")), "###.00"), QStringLiteral("36,12"));
-        QCOMPARE(Format(Celda(36.125), "###.00"), QStringLiteral("36,13"));
-        QCOMPARE(Format(Celda(), "0.00"), QStringLiteral("0,00"));
-        QCOMPARE(Format(Celda(QStringLiteral("n/d")), "0.00"), QStringLiteral("n/d"));
     }
 
     void lecturaYCacheDePatrones()

@@ -53,6 +53,16 @@ void mostrar(Rejilla& g, Celdas& c)
     g.Array(c);
 }
 
+// What the grid shows in a cell, and down a column.
+QString mostrado(Rejilla& g, int fila, int col) { return g.modelo()->index(fila, col).data().toString(); }
+QStringList mostrado(Rejilla& g, int col)
+{
+    QStringList r;
+    for (int f = 0; f < g.modelo()->rowCount(); ++f)
+        r << mostrado(g, f, col);
+    return r;
+}
+
 Qt::Alignment alineacion(Rejilla& g, int fila, int col)
 {
     return g.modelo()->data(g.modelo()->index(fila, col), Qt::TextAlignmentRole).value<Qt::Alignment>() &
@@ -72,11 +82,8 @@ private slots:
         c.ReDim(0, 4, 0, 31);
         c.Value(4, 31) = QStringLiteral("x");
         c.ReDim(-1, -1, 0, 31);
-        QCOMPARE(c.LowerBound(1), -1);
-        QCOMPARE(c.UpperBound(1), -1);
-        QCOMPARE(c.LowerBound(2), 0);
-        QCOMPARE(c.UpperBound(2), 31);
-        QCOMPARE(c.filas(), 0);
+        QCOMPARE((QList<int>{c.LowerBound(1), c.UpperBound(1), c.LowerBound(2), c.UpperBound(2), c.filas()}),
+                 (QList<int>{-1, -1, 0, 31, 0}));
         // An emptied matrix holds no cell: a walk visits nothing, a sort of
         // its bounds moves nothing, and row -1 is out of range.
         QVERIFY(c.Vacia());
@@ -110,8 +117,8 @@ private slots:
                  QStringList({"2-3", "0-0", "", ""}));
         c.ReDim(1, 2, 1, 2); // shrinks and moves the lower bounds
         QCOMPARE(QStringList({c.Value(1, 1).texto(), c.Value(2, 2).texto()}), QStringList({"1-1", "2-2"}));
-        QCOMPARE(numeroDeFallo([&] { c.Value(0, 0); }), 9L);
-        QCOMPARE(numeroDeFallo([&] { c.Value(1, 3); }), 9L);
+        for (const auto& fuera : {std::pair{0, 0}, {1, 3}})
+            QCOMPARE(numeroDeFallo([&] { c.Value(fuera.first, fuera.second); }), 9L);
         c.ReDim(1, 3, 1, 2); // only the last row moves
         QCOMPARE(c.Value(2, 1).texto(), QStringLiteral("2-1"));
         QVERIFY(c.Value(3, 2).esVacia());
@@ -209,10 +216,9 @@ private slots:
         // With no alignment set, text goes left and numbers right.
         QCOMPARE(QList<Qt::Alignment>({alineacion(g, 0, 2), alineacion(g, 0, 1), alineacion(g, 1, 1)}),
                  QList<Qt::Alignment>({Qt::AlignRight, Qt::AlignLeft, Qt::AlignRight}));
-        QCOMPARE(g.modelo()->data(g.modelo()->index(1, 1)).toString(), QStringLiteral("17,5"));
+        QCOMPARE(mostrado(g, 1, 1), QStringLiteral("17,5"));
         QCOMPARE(g.Columns(0).Order(), 1);
-        // A hidden column keeps its cell for the screen.
-        QCOMPARE(g.modelo()->data(g.modelo()->index(0, 3)).toString(), QStringLiteral("oculta"));
+        QCOMPARE(mostrado(g, 0, 3), QStringLiteral("oculta")); // a hidden column keeps its cell for the screen
 
         // A new load, empty or not, keeps the layout.
         for (int filas : {0, 3}) {
@@ -239,7 +245,7 @@ private slots:
         g.ReBind();
         QCOMPARE(g.modelo()->rowCount(), 5);
         g.ordenarPorColumna(1, false);
-        QCOMPARE(g.modelo()->index(0, 1).data().toString(), QStringLiteral("ALFA"));
+        QCOMPARE(mostrado(g, 0, 1), QStringLiteral("ALFA"));
         QVERIFY(g.modelo()->setData(g.modelo()->index(0, 1), QStringLiteral("BETA")));
         c.ReDim(-1, -1, 0, 2);
         g.ReBind();
@@ -365,17 +371,11 @@ private slots:
         // The screen's answer: column 0 as text, column 1 by value.
         QObject::connect(&g, &Rejilla::HeadClick, &g, [&](int col) { g.ordenarPorColumna(col, col != 0); });
         clicEn(1);
-        auto mostrado = [&](int col) {
-            QStringList r;
-            for (int f = 0; f < g.modelo()->rowCount(); ++f)
-                r << g.modelo()->data(g.modelo()->index(f, col)).toString();
-            return r;
-        };
-        QCOMPARE(mostrado(1), QStringList({"5,00", "99,00", "1.234,50"}));
-        QCOMPARE(mostrado(0), QStringList({"Luis", "ana", "Pedro"}));
+        QCOMPARE(mostrado(g, 1), QStringList({"5,00", "99,00", "1.234,50"}));
+        QCOMPARE(mostrado(g, 0), QStringList({"Luis", "ana", "Pedro"}));
         clicEn(0);
-        QCOMPARE(mostrado(0), QStringList({"Luis", "Pedro", "ana"}));
-        QCOMPARE(mostrado(1), QStringList({"5,00", "1.234,50", "99,00"}));
+        QCOMPARE(mostrado(g, 0), QStringList({"Luis", "Pedro", "ana"}));
+        QCOMPARE(mostrado(g, 1), QStringList({"5,00", "1.234,50", "99,00"}));
 
         // A click on a cell selects its row; a double click opens no editor.
         QSignalSpy doble(&g, &Rejilla::DblClick);
@@ -459,32 +459,28 @@ private slots:
         g.setFontSize(20); // a larger font keeps the height set by the screen
         QCOMPARE(QList<int>({vh->sectionSize(0), vh->sectionSize(50000), vh->sectionSize(99999)}), QList<int>({20, 20, 20}));
         QCOMPARE(g.Bookmark(), 99999);
-        QCOMPARE(g.modelo()->data(g.modelo()->index(99999, 1)).toString(), QStringLiteral("99999"));
+        QCOMPARE(mostrado(g, 99999, 1), QStringLiteral("99999"));
     }
 
 private:
     // Each shown footer spans exactly its column, in the grid's coordinates,
-    // just below the rows.
+    // just below the rows; a hidden column's footer is hidden.
     static void verificarPies(Rejilla& g, const char* momento)
     {
         QCoreApplication::processEvents();
         const QHeaderView* h = g.vista()->horizontalHeader();
         const QWidget* vp = g.vista()->viewport();
         const int fondo = vp->mapTo(&g, QPoint(0, vp->height())).y();
+        QStringList pies, columnas;
         for (int k = 0; k < h->count(); ++k) {
             const QLabel* l = g.pie(k);
-            if (h->isSectionHidden(k)) {
-                QVERIFY2(l->isHidden(), momento);
-                continue;
-            }
             const QPoint esquina = l->mapTo(&g, QPoint(0, 0));
-            const int esperadoX = vp->mapTo(&g, QPoint(h->sectionViewportPosition(k), 0)).x();
-            QVERIFY2(l->isVisibleTo(&g), momento);
-            QVERIFY2(esquina.x() == esperadoX,
-                     qPrintable(QStringLiteral("%1: pie %2 en %3, columna en %4").arg(momento).arg(k).arg(esquina.x()).arg(esperadoX)));
-            QVERIFY2(l->width() == h->sectionSize(k), momento);
-            QVERIFY2(esquina.y() >= fondo, momento);
+            pies << (l->isHidden() ? QStringLiteral("oculto") : !l->isVisibleTo(&g) ? QStringLiteral("invisible")
+                     : esquina.y() < fondo ? QStringLiteral("sobre las filas") : QStringLiteral("%1+%2").arg(esquina.x()).arg(l->width()));
+            columnas << (h->isSectionHidden(k) ? QStringLiteral("oculto") : QStringLiteral("%1+%2")
+                         .arg(vp->mapTo(&g, QPoint(h->sectionViewportPosition(k), 0)).x()).arg(h->sectionSize(k)));
         }
+        QVERIFY2(pies == columnas, qPrintable(QStringLiteral("%1: pies %2, columnas %3").arg(momento, pies.join(' '), columnas.join(' '))));
     }
 };
 

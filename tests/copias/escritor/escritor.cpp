@@ -7,25 +7,18 @@
 
 int main(int argc, char** argv)
 {
-    if (argc < 2)
-        return 2;
     sqlite3* bd = nullptr;
-    if (sqlite3_open(argv[1], &bd) != SQLITE_OK)
+    if (argc < 2 || sqlite3_open(argv[1], &bd) != SQLITE_OK)
         return 1;
     sqlite3_busy_timeout(bd, 10000);
     sqlite3_exec(bd, "PRAGMA journal_mode=WAL; PRAGMA synchronous=OFF", nullptr, nullptr, nullptr);
-    for (long n = 1;; ++n) {
-        const int rc = sqlite3_exec(bd,
-                                    "BEGIN IMMEDIATE;"
-                                    "INSERT INTO escritura (relleno) VALUES (randomblob(2000));"
-                                    "UPDATE cuenta SET total = total + 1;"
-                                    "COMMIT;",
-                                    nullptr, nullptr, nullptr);
-        if (rc != SQLITE_OK) {
+    for (bool primera = true;; primera = false) {
+        if (sqlite3_exec(bd, "BEGIN IMMEDIATE; INSERT INTO escritura (relleno) VALUES (randomblob(2000));"
+                             "UPDATE cuenta SET total = total + 1; COMMIT;", nullptr, nullptr, nullptr) != SQLITE_OK) {
             std::fprintf(stderr, "%s\n", sqlite3_errmsg(bd));
             return 1;
         }
-        if (n == 1) {
+        if (primera) {
             std::puts("listo");
             std::fflush(stdout);
         }
