@@ -50,21 +50,20 @@
 
 namespace {
 
-const char kAyuda[] =
-    "Uso: control-pagos [OPCIÓN]\n"
-    "Registro, pago y recibos de las remesas de la casa de cambio.\n"
-    "\n"
-    "Sin opciones abre la ventana principal con la pantalla LOGIN, que conecta con\n"
-    "el servidor y espera el código de acceso.\n"
-    "\n"
-    "  -h, --help      muestra esta ayuda y termina\n"
-    "  -v, --version   muestra la versión y termina\n"
-    "\n"
-    "Ajustes: ~/.config/ControlDePagos/control-pagos.conf. Sin ellos, la base de\n"
-    "datos incorporada ~/.local/share/ControlDePagos/ramil.db, con sus copias\n"
-    "diarias en la carpeta copias/ a su lado.\n"
-    "Las claves de los ajustes, las copias, cómo restaurar una y el código de\n"
-    "acceso: man control-pagos\n";
+const char kAyuda[] = "Uso: control-pagos [OPCIÓN]\n"
+                      "Registro, pago y recibos de las remesas de la casa de cambio.\n"
+                      "\n"
+                      "Sin opciones abre la ventana principal con la pantalla LOGIN, que conecta con\n"
+                      "el servidor y espera el código de acceso.\n"
+                      "\n"
+                      "  -h, --help      muestra esta ayuda y termina\n"
+                      "  -v, --version   muestra la versión y termina\n"
+                      "\n"
+                      "Ajustes: ~/.config/ControlDePagos/control-pagos.conf. Sin ellos, la base de\n"
+                      "datos incorporada ~/.local/share/ControlDePagos/ramil.db, con sus copias\n"
+                      "diarias en la carpeta copias/ a su lado.\n"
+                      "Las claves de los ajustes, las copias, cómo restaurar una y el código de\n"
+                      "acceso: man control-pagos\n";
 
 } // namespace
 
@@ -134,8 +133,7 @@ bool Atiende_Fallo(const std::function<bool()>& accion)
 
 Despliegue Lee_Despliegue()
 {
-    QSettings s(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("ControlDePagos"),
-                QStringLiteral("control-pagos"));
+    QSettings s(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("ControlDePagos"), QStringLiteral("control-pagos"));
     Despliegue d;
     const QString datos = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
                           QStringLiteral("/ControlDePagos");
@@ -178,8 +176,7 @@ void Registra_Pantallas(MDIForm1& p)
     p.Registrar(QStringLiteral("CALCULOS01"), [](Module1& m, MDIForm1& p) { return new CALCULOS01(m, p); });
     p.Registrar(QStringLiteral("Resumen_mensual"), [](Module1& m, MDIForm1& p) { return new Resumen_mensual(m, p); });
     p.Registrar(QStringLiteral("CALCULOS01_USDT"), [](Module1& m, MDIForm1& p) { return new CALCULOS01_USDT(m, p); });
-    p.Registrar(QStringLiteral("RESUMEN_MENSUAL_USDT"),
-                [](Module1& m, MDIForm1& p) { return new RESUMEN_MENSUAL_USDT(m, p); });
+    p.Registrar(QStringLiteral("RESUMEN_MENSUAL_USDT"), [](Module1& m, MDIForm1& p) { return new RESUMEN_MENSUAL_USDT(m, p); });
 }
 
 namespace {
@@ -204,8 +201,7 @@ void Termina_Con_Senales(QObject* dueno)
     auto* aviso = new QSocketNotifier(tuboDeSenales[0], QSocketNotifier::Read, dueno);
     QObject::connect(aviso, &QSocketNotifier::activated, dueno, [] {
         char c;
-        while (::read(tuboDeSenales[0], &c, 1) > 0) {
-        }
+        while (::read(tuboDeSenales[0], &c, 1) > 0) {}
         QCoreApplication::quit();
     });
     struct sigaction accion {};
@@ -256,8 +252,8 @@ void Arrancar(MDIForm1& principal, const Despliegue& despliegue, const QDate& ho
 
 void Copia_Del_Dia(const Despliegue& despliegue, const QDate& hoy)
 {
-    const Copias::Resultado r =
-        Copias::Copia_Diaria(despliegue.archivo, despliegue.carpetaCopias, despliegue.copiasGuardadas, hoy);
+    const Copias::Resultado r = Copias::Copia_Diaria(despliegue.archivo, despliegue.carpetaCopias, despliegue.copiasGuardadas,
+                                                     hoy);
     if (r.estado == Copias::Resultado::Estado::Fallida)
         Mensajes::MsgBox(r.error, Mensajes::vbExclamation);
 }

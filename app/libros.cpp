@@ -29,9 +29,9 @@ bool Crea_Base(const QString& archivo, bool conDemo)
     } catch (const FalloEjecucion& fallo) {
         if (QFileInfo::exists(archivo)) // another client made it meanwhile
             return true;
-        Mensajes::MsgBox(QStringLiteral("No se pudo crear la base de datos\n%1\n(%2).")
-                             .arg(QDir::toNativeSeparators(archivo), fallo.texto()),
-                         Mensajes::vbCritical);
+        Mensajes::MsgBox(
+            QStringLiteral("No se pudo crear la base de datos\n%1\n(%2).").arg(QDir::toNativeSeparators(archivo), fallo.texto()),
+            Mensajes::vbCritical);
         return false;
     }
     return true;
@@ -76,8 +76,8 @@ bool Actualiza_Esquema(const Despliegue& d, int version, const QDate& hoy)
                          Mensajes::vbCritical);
         return false;
     }
-    const Copias::Resultado copia =
-        Copias::Copia_Previa(d.archivo, d.carpetaCopias, QStringLiteral("antes-de-esquema-%1").arg(nueva), hoy);
+    const Copias::Resultado copia = Copias::Copia_Previa(d.archivo, d.carpetaCopias,
+                                                         QStringLiteral("antes-de-esquema-%1").arg(nueva), hoy);
     if (copia.estado != Copias::Resultado::Estado::Hecha) {
         Mensajes::MsgBox(QStringLiteral("La base de datos debe actualizarse a esta versión del programa, pero antes no "
                                         "se pudo guardar una copia de ella.\n\n%1\n\nNo se tocó nada.")
@@ -91,8 +91,7 @@ bool Actualiza_Esquema(const Despliegue& d, int version, const QDate& hoy)
         Mensajes::MsgBox(QStringLiteral("No se pudo actualizar la base de datos\n%1\na la versión de este programa "
                                         "(%2).\n\nLa base de datos quedó como estaba. Antes de intentarlo se guardó "
                                         "una copia de ella en\n%3\n\nAvise al encargado de los equipos.")
-                             .arg(QDir::toNativeSeparators(d.archivo), fallo.texto(),
-                                  QDir::toNativeSeparators(copia.archivo)),
+                             .arg(QDir::toNativeSeparators(d.archivo), fallo.texto(), QDir::toNativeSeparators(copia.archivo)),
                          Mensajes::vbCritical);
         return false;
     }
@@ -143,8 +142,8 @@ void Avisa_Permisos(const Despliegue& d)
         return;
     }
     // Not asked again for these.
-    if (QFile f(d.archivoAvisos); !d.archivoAvisos.isEmpty() && Permisos::Crear_Carpeta(QFileInfo(d.archivoAvisos).absolutePath()) &&
-                                  f.open(QIODevice::Append))
+    if (QFile f(d.archivoAvisos); !d.archivoAvisos.isEmpty() &&
+                                  Permisos::Crear_Carpeta(QFileInfo(d.archivoAvisos).absolutePath()) && f.open(QIODevice::Append))
         f.write((abiertas.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8());
 }
 

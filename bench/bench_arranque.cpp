@@ -33,7 +33,7 @@ double msDesdeInicioDelProceso()
     const QByteArray linea = f.readAll();
     const QList<QByteArray> campos = linea.mid(linea.lastIndexOf(')') + 2).split(' ');
     const double inicio = campos.value(19).toDouble() / double(sysconf(_SC_CLK_TCK));
-    timespec ahora{};
+    timespec ahora {};
     clock_gettime(CLOCK_BOOTTIME, &ahora);
     return (double(ahora.tv_sec) + ahora.tv_nsec / 1e9 - inicio) * 1000.0;
 }
@@ -63,12 +63,12 @@ void completarClientes(const QString& archivo, int total)
 {
     sqlite3* bd = nullptr;
     sqlite3_open(archivo.toUtf8().constData(), &bd);
-    const QByteArray sql = QStringLiteral(
-        "DELETE FROM clientes WHERE C_CLIENTE > %1;"
-        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
-        "INSERT OR IGNORE INTO clientes (C_CLIENTE, D_cliente, Revisar) SELECT i, 'CLIENTE ' || i, '' FROM n;")
-                               .arg(total)
-                               .toUtf8();
+    const QByteArray sql =
+        QStringLiteral("DELETE FROM clientes WHERE C_CLIENTE > %1;"
+                       "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+                       "INSERT OR IGNORE INTO clientes (C_CLIENTE, D_cliente, Revisar) SELECT i, 'CLIENTE ' || i, '' FROM n;")
+            .arg(total)
+            .toUtf8();
     sqlite3_exec(bd, sql.constData(), nullptr, nullptr, nullptr);
     sqlite3_close(bd);
 }

@@ -23,24 +23,26 @@ const int kDias = 50;
 void llenar(const QString& archivo, int total)
 {
     ServidorEmbebido::crearBase(archivo, true);
-    ejecutarEnArchivo(archivo, QStringLiteral(
-        "DELETE FROM MOVIMIENTOS;"
-        "WITH RECURSIVE n(k) AS (SELECT 0 UNION ALL SELECT k + 1 FROM n WHERE k < %1 - 1),"
-        " f AS (SELECT k, strftime('%Y%m%d', date('%2', '+' || (k % %3) || ' days')) AS fecha, k / %3 + 1 AS sec,"
-        "            (k * 2654435761) % 1000 AS x FROM n),"
-        " g AS (SELECT f.*, CASE x % 6 WHEN 0 THEN 1 WHEN 1 THEN 2 WHEN 2 THEN 5 WHEN 3 THEN 9 WHEN 4 THEN 50 ELSE 55 END AS serv,"
-        "              CASE WHEN x < 700 THEN '0134' WHEN x < 720 THEN '7777' ELSE '' END AS banco FROM f)"
-        "INSERT INTO MOVIMIENTOS SELECT fecha, sec, 1 + x * 3 % 3999, 20 + x, 18 + x * 0.9,"
-        " CASE banco WHEN '0134' THEN 1 + x % 12 ELSE 0 END, CASE banco WHEN '' THEN 0 ELSE (18 + x * 0.9) * 330 END,"
-        " banco, CASE banco WHEN '0134' THEN printf('%08d', x * 7919) ELSE '' END, CASE banco WHEN '' THEN 0 ELSE 330.5 END,"
-        " CAST(1 + x % 2 AS TEXT), 2, serv, 0, '', 0, 0, '', CASE banco WHEN '' THEN 100 ELSE 5.5 END,"
-        " CASE WHEN x % 37 = 0 THEN 'URGENTE' ELSE '' END, 1.25, 1.25, 0,"
-        " CASE banco WHEN '0134' THEN fecha ELSE '' END, CASE banco WHEN '0134' THEN '10:20:30' ELSE '' END,"
-        " 365.5, 372.8, '0' FROM g;")
-                                   .arg(total)
-                                   .arg(kPrimerDia.toString(QStringLiteral("yyyy-MM-dd")))
-                                   .arg(kDias)
-                                   .toUtf8());
+    ejecutarEnArchivo(
+        archivo,
+        QStringLiteral(
+            "DELETE FROM MOVIMIENTOS;"
+            "WITH RECURSIVE n(k) AS (SELECT 0 UNION ALL SELECT k + 1 FROM n WHERE k < %1 - 1),"
+            " f AS (SELECT k, strftime('%Y%m%d', date('%2', '+' || (k % %3) || ' days')) AS fecha, k / %3 + 1 AS sec,"
+            "            (k * 2654435761) % 1000 AS x FROM n),"
+            " g AS (SELECT f.*, CASE x % 6 WHEN 0 THEN 1 WHEN 1 THEN 2 WHEN 2 THEN 5 WHEN 3 THEN 9 WHEN 4 THEN 50 ELSE 55 END AS serv,"
+            "              CASE WHEN x < 700 THEN '0134' WHEN x < 720 THEN '7777' ELSE '' END AS banco FROM f)"
+            "INSERT INTO MOVIMIENTOS SELECT fecha, sec, 1 + x * 3 % 3999, 20 + x, 18 + x * 0.9,"
+            " CASE banco WHEN '0134' THEN 1 + x % 12 ELSE 0 END, CASE banco WHEN '' THEN 0 ELSE (18 + x * 0.9) * 330 END,"
+            " banco, CASE banco WHEN '0134' THEN printf('%08d', x * 7919) ELSE '' END, CASE banco WHEN '' THEN 0 ELSE 330.5 END,"
+            " CAST(1 + x % 2 AS TEXT), 2, serv, 0, '', 0, 0, '', CASE banco WHEN '' THEN 100 ELSE 5.5 END,"
+            " CASE WHEN x % 37 = 0 THEN 'URGENTE' ELSE '' END, 1.25, 1.25, 0,"
+            " CASE banco WHEN '0134' THEN fecha ELSE '' END, CASE banco WHEN '0134' THEN '10:20:30' ELSE '' END,"
+            " 365.5, 372.8, '0' FROM g;")
+            .arg(total)
+            .arg(kPrimerDia.toString(QStringLiteral("yyyy-MM-dd")))
+            .arg(kDias)
+            .toUtf8());
 }
 
 // The same rows and columns read straight from the file, every value touched.
@@ -107,10 +109,15 @@ void medir(int total)
         pico = picoDeMemoriaMB(); // the console's, before the procedure alone fetches the rows once more
 
         // The server's part alone: the procedure with the same values, fully fetched.
-        const std::vector<Parametro> valores{Valor(kPrimerDia.toString(QStringLiteral("yyyyMMdd"))),
-                                             Valor(kPrimerDia.addDays(kDias - 1).toString(QStringLiteral("yyyyMMdd"))),
-                                             Valor(0), Valor(0), Valor(QString()), Valor(QString()), Valor(0)};
-        procedimiento = medianaDe(3, [&] { s.m.Conexion.servidor().procedimiento(QStringLiteral("TRU_CONSULTA_1127"), valores); });
+        const std::vector<Parametro> valores {Valor(kPrimerDia.toString(QStringLiteral("yyyyMMdd"))),
+                                              Valor(kPrimerDia.addDays(kDias - 1).toString(QStringLiteral("yyyyMMdd"))),
+                                              Valor(0),
+                                              Valor(0),
+                                              Valor(QString()),
+                                              Valor(QString()),
+                                              Valor(0)};
+        procedimiento = medianaDe(3,
+                                  [&] { s.m.Conexion.servidor().procedimiento(QStringLiteral("TRU_CONSULTA_1127"), valores); });
     }
     const double directa = mediana(directas);
     std::printf("%7d transacciones (%d en la consola, %d leídas directas): CONSULTAR %.0f ms (el procedimiento solo %.0f ms),"

@@ -60,8 +60,7 @@ bool sacarDeMemoria(const QString& archivo)
 
 // One run of f with the file out of the cache, in milliseconds; -1 when the
 // system would not let the file go.
-template <class F>
-double enFrio(const QString& archivo, F&& f)
+template <class F> double enFrio(const QString& archivo, F&& f)
 {
     if (!sacarDeMemoria(archivo))
         return -1;
@@ -139,8 +138,8 @@ void medir(int total)
     if (!sana)
         std::printf("FALLO: la revisión encontró daños o la versión no es %d\n", version);
     std::printf("%7s revisión al inicio %7.1f ms (frío %s); integridad completa %8.1f ms (frío %s); versión %6.2f ms (frío %s)\n",
-                "", rapidaCaliente, cifra(rapidaFrio, 1).constData(), completaCaliente,
-                cifra(completaFrio, 1).constData(), versionCaliente, cifra(versionFrio, 2).constData());
+                "", rapidaCaliente, cifra(rapidaFrio, 1).constData(), completaCaliente, cifra(completaFrio, 1).constData(),
+                versionCaliente, cifra(versionFrio, 2).constData());
     std::fflush(stdout);
 }
 

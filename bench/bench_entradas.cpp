@@ -72,8 +72,7 @@ void ronda(int mostradores, int entradas)
                 "%.1f s (%.1f entradas/s)\n",
                 mostradores, entradas, enviadas, guardadas, enviadas - guardadas, notas,
                 contar(archivo, "SELECT count(*) - count(DISTINCT FECHA || '/' || SECUENCIA) FROM MOVIMIENTOS"), movidas,
-                100.0 * double(movidas) / double(std::max(1L, guardadas)), fallidos,
-                segundos, guardadas / segundos);
+                100.0 * double(movidas) / double(std::max(1L, guardadas)), fallidos, segundos, guardadas / segundos);
 }
 
 } // namespace

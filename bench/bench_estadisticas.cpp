@@ -29,27 +29,29 @@ double llenar(const QString& archivo, int total)
     ServidorEmbebido::crearBase(archivo, true);
     QElapsedTimer t;
     t.start();
-    ejecutarEnArchivo(archivo, QStringLiteral(
-        "BEGIN; DELETE FROM MOVIMIENTOS;"
-        "WITH RECURSIVE n(k) AS (SELECT 0 UNION ALL SELECT k + 1 FROM n WHERE k < %1 - 1),"
-        " f AS (SELECT k, strftime('%Y%m%d', date('%2', '+' || (k % %3) || ' days')) AS fecha, k / %3 + 1 AS sec,"
-        "            (k * 2654435761) % 1000 AS x, (k * 40503) % 3999 AS y FROM n),"
-        " g AS (SELECT f.*, CASE x % 7 WHEN 0 THEN 1 WHEN 1 THEN 2 WHEN 2 THEN 3 WHEN 3 THEN 4 WHEN 4 THEN 9"
-        "                    WHEN 5 THEN 50 ELSE 55 END AS serv,"
-        "              CASE WHEN x < 700 THEN printf('%04d', 102 + (x % 8) * 10) WHEN x < 720 THEN '7777'"
-        "                   ELSE '' END AS banco FROM f)"
-        "INSERT INTO MOVIMIENTOS SELECT fecha, sec, 1 + y, 20 + x, 18 + x * 0.9,"
-        " CASE WHEN banco NOT IN ('', '7777') THEN 1 + x % 12 ELSE 0 END,"
-        " CASE banco WHEN '' THEN 0 ELSE (18 + x * 0.9) * 330 END,"
-        " banco, CASE banco WHEN '' THEN '' ELSE printf('%08d', x * 7919) END, CASE banco WHEN '' THEN 0 ELSE 330.5 END,"
-        " CAST(1 + y % 2 AS TEXT), CASE WHEN y % 10 = 0 THEN 3 ELSE 2 END, serv, 0, '', 0, 0, '',"
-        " CASE banco WHEN '' THEN 100 ELSE 5.5 END, '', 1.25, CASE banco WHEN '' THEN 18 + x * 0.9 ELSE 1.25 END, 0,"
-        " CASE banco WHEN '' THEN '' ELSE fecha END, CASE banco WHEN '' THEN '' ELSE '10:20:30' END,"
-        " 365.5, 372.8, '0' FROM g; COMMIT;")
-                                   .arg(total)
-                                   .arg(kPrimerDia.toString(QStringLiteral("yyyy-MM-dd")))
-                                   .arg(kDias)
-                                   .toUtf8());
+    ejecutarEnArchivo(
+        archivo,
+        QStringLiteral(
+            "BEGIN; DELETE FROM MOVIMIENTOS;"
+            "WITH RECURSIVE n(k) AS (SELECT 0 UNION ALL SELECT k + 1 FROM n WHERE k < %1 - 1),"
+            " f AS (SELECT k, strftime('%Y%m%d', date('%2', '+' || (k % %3) || ' days')) AS fecha, k / %3 + 1 AS sec,"
+            "            (k * 2654435761) % 1000 AS x, (k * 40503) % 3999 AS y FROM n),"
+            " g AS (SELECT f.*, CASE x % 7 WHEN 0 THEN 1 WHEN 1 THEN 2 WHEN 2 THEN 3 WHEN 3 THEN 4 WHEN 4 THEN 9"
+            "                    WHEN 5 THEN 50 ELSE 55 END AS serv,"
+            "              CASE WHEN x < 700 THEN printf('%04d', 102 + (x % 8) * 10) WHEN x < 720 THEN '7777'"
+            "                   ELSE '' END AS banco FROM f)"
+            "INSERT INTO MOVIMIENTOS SELECT fecha, sec, 1 + y, 20 + x, 18 + x * 0.9,"
+            " CASE WHEN banco NOT IN ('', '7777') THEN 1 + x % 12 ELSE 0 END,"
+            " CASE banco WHEN '' THEN 0 ELSE (18 + x * 0.9) * 330 END,"
+            " banco, CASE banco WHEN '' THEN '' ELSE printf('%08d', x * 7919) END, CASE banco WHEN '' THEN 0 ELSE 330.5 END,"
+            " CAST(1 + y % 2 AS TEXT), CASE WHEN y % 10 = 0 THEN 3 ELSE 2 END, serv, 0, '', 0, 0, '',"
+            " CASE banco WHEN '' THEN 100 ELSE 5.5 END, '', 1.25, CASE banco WHEN '' THEN 18 + x * 0.9 ELSE 1.25 END, 0,"
+            " CASE banco WHEN '' THEN '' ELSE fecha END, CASE banco WHEN '' THEN '' ELSE '10:20:30' END,"
+            " 365.5, 372.8, '0' FROM g; COMMIT;")
+            .arg(total)
+            .arg(kPrimerDia.toString(QStringLiteral("yyyy-MM-dd")))
+            .arg(kDias)
+            .toUtf8());
     return t.nsecsElapsed() / 1e9;
 }
 
@@ -137,8 +139,7 @@ void medir(int total)
                 "   año  (2025):                   Carga_Estadistica %.0f ms (procedimiento %.0f ms),"
                 " agrupación directa %.0f ms\n"
                 "   pico de memoria %.0f MB\n",
-                total, creacion, filasMes, cargaMes, procMes, directaMes, cargaAno, procAno, directaAno,
-                picoDeMemoriaMB());
+                total, creacion, filasMes, cargaMes, procMes, directaMes, cargaAno, procAno, directaAno, picoDeMemoriaMB());
     std::fflush(stdout);
 }
 

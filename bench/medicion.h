@@ -37,8 +37,7 @@ struct SesionDeMedicion {
         principal.resize(1600, 900);
         principal.show();
     }
-    template <class T>
-    T* mostrar(const char* nombre)
+    template <class T> T* mostrar(const char* nombre)
     {
         auto* p = static_cast<T*>(principal.Mostrar(QString::fromLatin1(nombre)));
         QCoreApplication::processEvents();
@@ -65,7 +64,7 @@ private:
 
 inline double picoDeMemoriaMB()
 {
-    rusage uso{};
+    rusage uso {};
     getrusage(RUSAGE_SELF, &uso);
     return uso.ru_maxrss / 1024.0;
 }
@@ -77,8 +76,7 @@ inline double mediana(std::vector<double> v)
 }
 
 // The median in milliseconds of `veces` runs of f.
-template <class F>
-double medianaDe(int veces, F&& f)
+template <class F> double medianaDe(int veces, F&& f)
 {
     std::vector<double> tiempos;
     for (int i = 0; i < veces; ++i) {
@@ -92,8 +90,7 @@ double medianaDe(int veces, F&& f)
 
 // The figures for each number of transactions, with no display needed; the
 // numbers given on the command line, if any, instead of the usual ones.
-template <class F>
-int medirCon(int argc, char** argv, std::initializer_list<int> totales, F medir)
+template <class F> int medirCon(int argc, char** argv, std::initializer_list<int> totales, F medir)
 {
     if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -26,10 +26,14 @@ struct ColumnaLinea {
     bool editable;
 };
 const ColumnaLinea kColumnas[] = {
-    {"Sec.", 700, Alineacion::Centro, false},      {"Cliente", 800, Alineacion::Centro, true},
-    {"Nombre Cliente", 3600, Alineacion::General, false}, {"Enviado", 1000, Alineacion::Derecha, true},
-    {"Recibido", 1000, Alineacion::Derecha, true}, {"Prov.", 700, Alineacion::Centro, true},
-    {"Nombre Proveedor", 3000, Alineacion::General, false}, {"Oper.", 600, Alineacion::Centro, true},
+    {"Sec.", 700, Alineacion::Centro, false},
+    {"Cliente", 800, Alineacion::Centro, true},
+    {"Nombre Cliente", 3600, Alineacion::General, false},
+    {"Enviado", 1000, Alineacion::Derecha, true},
+    {"Recibido", 1000, Alineacion::Derecha, true},
+    {"Prov.", 700, Alineacion::Centro, true},
+    {"Nombre Proveedor", 3000, Alineacion::General, false},
+    {"Oper.", 600, Alineacion::Centro, true},
     {"Serv.", 600, Alineacion::Centro, true},
 };
 
@@ -216,9 +220,9 @@ void Form1::INCLUIR_Click()
         const QString proveedor = Celdas(i, colProveedor).texto().trimmed();
         m.SQL += QStringLiteral(" INSERT INTO MOVIMIENTOS VALUES ('") + Fecha_T + QStringLiteral("','") +
                  Celdas(i, colSecuencia).texto() + QStringLiteral("','") + Celdas(i, colCliente).texto().trimmed() +
-                 QStringLiteral("','") + punto(Celdas(i, colEnviado)) + QStringLiteral("','") + recibido +
-                 QStringLiteral("','") + (proveedor.isEmpty() ? QStringLiteral("0") : proveedor) +
-                 QStringLiteral("','0','','','0','") + Celdas(i, colOperadora).texto().trimmed() + QStringLiteral("',2,'") +
+                 QStringLiteral("','") + punto(Celdas(i, colEnviado)) + QStringLiteral("','") + recibido + QStringLiteral("','") +
+                 (proveedor.isEmpty() ? QStringLiteral("0") : proveedor) + QStringLiteral("','0','','','0','") +
+                 Celdas(i, colOperadora).texto().trimmed() + QStringLiteral("',2,'") +
                  QString::number(Servicio_De_Letra(Celdas(i, colLetra).texto().trimmed())) +
                  QStringLiteral("',0,'',0,0,'',100,'','") + recibido + QStringLiteral("','") + recibido +
                  QStringLiteral("',0,'','',0,0,'0')");

@@ -45,9 +45,9 @@ public:
 
     // ---- controls, by their design names
     QDateEdit* Fecha1;
-    Rejilla* GRID;  // the lines
-    Rejilla* grid1; // clients
-    Rejilla* grid2; // providers
+    Rejilla* GRID;    // the lines
+    Rejilla* grid1;   // clients
+    Rejilla* grid2;   // providers
     QLineEdit* Text1; // search text of the clients
     QPushButton* INCLUIR;
     QPushButton* REFRESCA_C;

@@ -45,8 +45,8 @@ const char* const kEtiquetas[13] = {"Secuencia Transacción :",
 // Fields where only an amount or a code can be typed.
 bool soloCifras(int indice)
 {
-    return indice == Movimientos::txtOperadora || indice == Movimientos::txtCliente ||
-           indice == Movimientos::txtEnviado || indice == Movimientos::txtRecibido;
+    return indice == Movimientos::txtOperadora || indice == Movimientos::txtCliente || indice == Movimientos::txtEnviado ||
+           indice == Movimientos::txtRecibido;
 }
 
 } // namespace
@@ -188,8 +188,17 @@ Movimientos::Movimientos(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QSt
     Frame3->hide();
 
     // ---- the keyboard's road through a transaction
-    const QList<QWidget*> camino{Fecha1, Text2[txtOperadora], Text2[txtCliente], Text2[txtLetra], Text2[txtEnviado],
-                                 Text2[txtRecibido], Text2[txtProveedor], Text2[txtObservacion], INCLUIR, Combo2, List1};
+    const QList<QWidget*> camino {Fecha1,
+                                  Text2[txtOperadora],
+                                  Text2[txtCliente],
+                                  Text2[txtLetra],
+                                  Text2[txtEnviado],
+                                  Text2[txtRecibido],
+                                  Text2[txtProveedor],
+                                  Text2[txtObservacion],
+                                  INCLUIR,
+                                  Combo2,
+                                  List1};
     for (int i = 1; i < camino.size(); ++i)
         setTabOrder(camino[i - 1], camino[i]);
 
@@ -409,13 +418,13 @@ void Movimientos::Incluir_Click()
     // One positional row of 28 values; the payment columns start empty, and
     // the whole received amount counts as gain at 100 until a console
     // completes the row.
-    m.SQL = QStringLiteral(" INSERT INTO MOVIMIENTOS VALUES ('") + Fecha_T + QStringLiteral("','") +
-            Text2[txtSecuencia]->text() + QStringLiteral("','") + Text2[txtCliente]->text() + QStringLiteral("','") +
-            enviado + QStringLiteral("','") + recibido + QStringLiteral("','") + Text2[txtProveedor]->text() +
-            QStringLiteral("','0','','','0','") + Text2[txtOperadora]->text() + QStringLiteral("',2,'") +
-            QString::number(Cod_Servicio) + QStringLiteral("',0,'',0,0,'',100,'") + Text2[txtObservacion]->text() +
-            QStringLiteral("','") + recibido + QStringLiteral("','") + recibido + QStringLiteral("',0,'','',0,0,'") +
-            Combo2->currentText().left(1) + QStringLiteral("')");
+    m.SQL = QStringLiteral(" INSERT INTO MOVIMIENTOS VALUES ('") + Fecha_T + QStringLiteral("','") + Text2[txtSecuencia]->text() +
+            QStringLiteral("','") + Text2[txtCliente]->text() + QStringLiteral("','") + enviado + QStringLiteral("','") +
+            recibido + QStringLiteral("','") + Text2[txtProveedor]->text() + QStringLiteral("','0','','','0','") +
+            Text2[txtOperadora]->text() + QStringLiteral("',2,'") + QString::number(Cod_Servicio) +
+            QStringLiteral("',0,'',0,0,'',100,'") + Text2[txtObservacion]->text() + QStringLiteral("','") + recibido +
+            QStringLiteral("','") + recibido + QStringLiteral("',0,'','',0,0,'") + Combo2->currentText().left(1) +
+            QStringLiteral("')");
     if (m.SQL.length() > 5)
         m.Conexion.Execute(m.SQL);
     m.Cierra_Rs();

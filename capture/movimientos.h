@@ -46,7 +46,7 @@ public:
     };
 
     // ---- controls, by their design names
-    std::array<QLineEdit*, 13> Text2{};
+    std::array<QLineEdit*, 13> Text2 {};
     QLineEdit* Text1_4; // search text and new client's name
     QDateEdit* Fecha1;
     QListWidget* List1; // services: " T - TRUMIN", item data the service code

@@ -7,8 +7,10 @@ BANCOS::BANCOS(Module1& modulo, MDIForm1& p)
     : Catalogo(modulo, p, QStringLiteral("BANCOS"), QStringLiteral("Bancos"), {100, 3001, 15050, 9500})
 {
     lista_ = QStringLiteral("TRU_BANCOS");
-    columnas_ = { // in the order of Columna
-        {QStringLiteral("Codigo"), QStringLiteral("C_Banco"), QStringLiteral("0000"), 1000, Alineacion::Centro, Alineacion::Centro},
+    columnas_ = {
+        // in the order of Columna
+        {QStringLiteral("Codigo"), QStringLiteral("C_Banco"), QStringLiteral("0000"), 1000, Alineacion::Centro,
+         Alineacion::Centro},
         {QStringLiteral("Descripcion"), QStringLiteral("D_banco"), QStringLiteral("&"), 4000},
     };
     camposDeIngreso_ = {rotCodigo, txtCodigo, rotDescripcion, txtDescripcion};

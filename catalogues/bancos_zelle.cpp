@@ -7,8 +7,10 @@ BANCOS_ZELLE::BANCOS_ZELLE(Module1& modulo, MDIForm1& p)
 {
     lista_ = QStringLiteral("TRU_BANCOS_ZELLE");
     modifica_ = QStringLiteral("TRU_MOD_bancos_zelle");
-    columnas_ = { // in the order of Columna
-        {QStringLiteral("Codigo"), QStringLiteral("C_Banco"), QStringLiteral("0"), 1000, Alineacion::Centro, Alineacion::Centro, false},
+    columnas_ = {
+        // in the order of Columna
+        {QStringLiteral("Codigo"), QStringLiteral("C_Banco"), QStringLiteral("0"), 1000, Alineacion::Centro, Alineacion::Centro,
+         false},
         {QStringLiteral("Descripcion"), QStringLiteral("D_banco"), QStringLiteral("&"), 4000},
         {QString(), QString(), QString(), 400, Alineacion::General, Alineacion::General, true, false},
     };

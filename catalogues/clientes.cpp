@@ -24,7 +24,8 @@ Clientes::Clientes(Module1& modulo, MDIForm1& p)
     lista_ = QStringLiteral("TRU_CLIENTES_01");
     modifica_ = QStringLiteral("TRU_MOD_CLIENTES");
     const auto centro = Alineacion::Centro;
-    columnas_ = { // in the order of Columna
+    columnas_ = {
+        // in the order of Columna
         {QStringLiteral("Codigo"), QStringLiteral("C_CLIENTE"), QStringLiteral("0000"), 1000, centro, centro, false},
         {QStringLiteral("Descripcion"), QStringLiteral("D_cliente"), QStringLiteral("&"), 4700},
         {QStringLiteral("Mod"), QString(), QString(), 500, centro, centro, true, false},

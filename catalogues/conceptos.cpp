@@ -9,8 +9,10 @@ CONCEPTOS::CONCEPTOS(Module1& modulo, MDIForm1& p)
 {
     lista_ = QStringLiteral("TRU_CONCEPTOS");
     modifica_ = QStringLiteral("TRU_MOD_Conceptos");
-    columnas_ = { // in the order of Columna
-        {QStringLiteral("Codigo"), QStringLiteral("C_CONCEPTO"), QStringLiteral("000"), 1000, Alineacion::Centro, Alineacion::Centro, false},
+    columnas_ = {
+        // in the order of Columna
+        {QStringLiteral("Codigo"), QStringLiteral("C_CONCEPTO"), QStringLiteral("000"), 1000, Alineacion::Centro,
+         Alineacion::Centro, false},
         {QStringLiteral("Descripcion"), QStringLiteral("D_CONCEPTO"), QStringLiteral("&"), 7000},
         {QString(), QString(), QString(), 400, Alineacion::General, Alineacion::General, true, false},
     };

@@ -22,7 +22,8 @@ Form_SERVICIOS::Form_SERVICIOS(Module1& modulo, MDIForm1& p)
     lista_ = QStringLiteral("TRU_servicios");
     modifica_ = QStringLiteral("TRU_MOD_servicios_01");
     const auto centro = Alineacion::Centro;
-    columnas_ = { // in the order of Columna
+    columnas_ = {
+        // in the order of Columna
         {QStringLiteral("Codigo"), QStringLiteral("C_SERVIcio"), QStringLiteral("00"), 1000, centro, centro, false},
         {QStringLiteral("Descripcion"), QStringLiteral("D_SERVIcio"), QStringLiteral("&"), 3000},
         {QStringLiteral("Porcen."), QStringLiteral("porcentaje"), QStringLiteral("#0.00"), 900, centro, centro},
@@ -125,7 +126,7 @@ QList<Valor> Form_SERVICIOS::Valores_Modificar(int fila)
 {
     Celdas.Value(fila, colPorcentaje) = conComa(Celdas.Value(fila, colPorcentaje).texto());
     auto celda = [&](int col) { return Celdas.Value(fila, col).texto().trimmed(); };
-    return {Valor(celda(colCodigo)), Valor(celda(colDescripcion)), Valor(celda(colPorcentaje)), Valor(celda(colDecimales)),
+    return {Valor(celda(colCodigo)), Valor(celda(colDescripcion)),     Valor(celda(colPorcentaje)), Valor(celda(colDecimales)),
             Valor(celda(colSwCal)),  Valor(celda(colLetra).toUpper()), Valor(celda(colStatus))};
 }
 

@@ -27,7 +27,16 @@ public:
         colStatus,
     };
     // The elements of Text1: each field of a new service with its caption.
-    enum Campo : int { rotPorcentaje = 0, txtPorcentaje, rotServicio, txtServicio, rotDecimales, txtDecimales, txtLetra, rotLetra };
+    enum Campo : int {
+        rotPorcentaje = 0,
+        txtPorcentaje,
+        rotServicio,
+        txtServicio,
+        rotDecimales,
+        txtDecimales,
+        txtLetra,
+        rotLetra
+    };
     // The two boxes of Option1, by the way of calculation that each one
     // stores: 1 from the dollar, 2 from a USDT row.
     enum SwCalculo : int { swDolar = 1, swUsdt = 2 };

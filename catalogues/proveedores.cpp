@@ -13,7 +13,8 @@ Proveedores::Proveedores(Module1& modulo, MDIForm1& p)
     const auto centro = Alineacion::Centro;
     const auto general = Alineacion::General;
     const auto derecha = Alineacion::Derecha;
-    columnas_ = { // in the order of Columna
+    columnas_ = {
+        // in the order of Columna
         {QStringLiteral("Codigo"), QStringLiteral("C_proveedor"), QStringLiteral("00"), 1000, centro, centro, false},
         {QStringLiteral("Descripcion"), QStringLiteral("D_proveedor"), QStringLiteral("&"), 3000, general, general},
         {QStringLiteral("Clave"), QStringLiteral("clave_pro"), QStringLiteral("&"), 800, general, centro},
@@ -80,6 +81,6 @@ QList<Valor> Proveedores::Valores_Modificar(int fila)
 {
     auto celda = [&](int col) { return Celdas.Value(fila, col).texto().trimmed(); };
     auto importe = [&](int col) { return Valor(celda(col).replace(QLatin1Char('.'), QLatin1Char(','))); };
-    return {Valor(celda(colCodigo)), Valor(celda(colDescripcion)), Valor(celda(colClave)),
-            Valor(celda(colGanancia)), importe(colComision), importe(colRegalo)};
+    return {Valor(celda(colCodigo)),   Valor(celda(colDescripcion)), Valor(celda(colClave)),
+            Valor(celda(colGanancia)), importe(colComision),         importe(colRegalo)};
 }

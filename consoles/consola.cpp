@@ -53,8 +53,8 @@ Consola::Consola(Module1& modulo, MDIForm1& p, const QString& nombre, const QStr
         Controles::Nombrar(f, nombreFecha, accesible);
         return f;
     };
-    auto marco = [this](const QString& titulo, int x, int w, const std::vector<const char*>& opciones,
-                        QRadioButton** botones, const QString& arreglo) {
+    auto marco = [this](const QString& titulo, int x, int w, const std::vector<const char*>& opciones, QRadioButton** botones,
+                        const QString& arreglo) {
         auto* g = new QGroupBox(titulo, this);
         g->setGeometry(x, 36, w, 52);
         int bx = 10;
@@ -93,10 +93,8 @@ Consola::Consola(Module1& modulo, MDIForm1& p, const QString& nombre, const QStr
     Text8->setAlignment(Qt::AlignRight);
     Text9->setAlignment(Qt::AlignRight);
 
-    marco(QStringLiteral("Seleccionar"), 8, 280, {"Todos", "Pagados", "No Pagados"}, Option1.data(),
-          QStringLiteral("Option1"));
-    marco(QStringLiteral("Operadora"), 296, 250, {"Todas", "Ramil", "Noelina"}, Option2.data(),
-          QStringLiteral("Option2"));
+    marco(QStringLiteral("Seleccionar"), 8, 280, {"Todos", "Pagados", "No Pagados"}, Option1.data(), QStringLiteral("Option1"));
+    marco(QStringLiteral("Operadora"), 296, 250, {"Todas", "Ramil", "Noelina"}, Option2.data(), QStringLiteral("Option2"));
     marco(QStringLiteral("Tipo de Servicio"), 554, 340, {"Todos", "Trum", "Zelle", "Zinli", "Amaz"}, Option3.data(),
           QStringLiteral("Option3"));
     Label1 = new QLabel(this);
@@ -203,8 +201,8 @@ void Consola::Llena_Combo()
         if (servicio[1].isEmpty())
             continue;
         Combo1->addItem(Format(double(i), QStringLiteral("00")) + QStringLiteral(" - ") +
-                        servicio[2].leftJustified(12, QLatin1Char(' '), true) + QStringLiteral(" (") +
-                        StrSng(m.Monto_T(i)) + QStringLiteral(")"));
+                        servicio[2].leftJustified(12, QLatin1Char(' '), true) + QStringLiteral(" (") + StrSng(m.Monto_T(i)) +
+                        QStringLiteral(")"));
     }
     Combo1->addItem(QStringLiteral("98") + QStringLiteral(" - TODOS SW_CALCULO=1"));
     Combo1->addItem(QStringLiteral("99") + QStringLiteral(" - TODOS SW_CALCULO=2"));
@@ -228,17 +226,17 @@ void Consola::SELECCIONA_Click()
 std::vector<Consola::DefColumna> Consola::Columnas() const
 {
     return {
-        {"Fecha", 1100, 'C', true, 0},       {"Sec.", 600, 'C', true, 0},      {"C-C", 600, 'C', true, -1},
-        {"Cliente", 2200, 'G', false, 0},    {"Envio", 1150, 'R', false, -1},  {"Recibido", 1150, 'R', false, -1},
-        {"C-P", 600, 'C', false, -1},        {"Proveedor", 900, 0, false, 0},  {"Estimado", 1150, 'R', true, 0},
-        {"C-B", 600, 0, false, -1},          {"Banco", 100, 0, false, 0},      {"Referencia", 600, 0, false, -1},
-        {"M", 1, 0, false, -1},              {"Op", 400, 'C', false, -1},      {"T", 200, 'C', false, -1},
-        {"Pagado", 1300, 'R', false, 1},     {"Factor ", 900, 'R', true, 1},   {"Sel", 400, 'C', false, -1},
-        {"T-S", 500, 'C', false, -1},        {"Servicio", 1000, 0, false, 0},  {" %", 700, 'R', true, 0},
-        {" G2", 950, 'R', true, -1},         {"Nota", 800, 0, false, -1},      {"G-1", 900, 'R', true, 0},
-        {"G-2", 900, 'R', true, 0},          {"G-3", 900, 'R', false, -1},     {"Fecha_P", 1200, 'C', true, -1},
-        {"Hora_P", 1200, 'C', true, -1},     {"Regalo", 1200, 'G', true, -1},  {"Dolar 1", 900, 'C', true, -1},
-        {"Dolar 2", 900, 'C', true, -1},     {"Ze", 300, 'C', false, -1},
+        {"Fecha", 1100, 'C', true, 0},    {"Sec.", 600, 'C', true, 0},     {"C-C", 600, 'C', true, -1},
+        {"Cliente", 2200, 'G', false, 0}, {"Envio", 1150, 'R', false, -1}, {"Recibido", 1150, 'R', false, -1},
+        {"C-P", 600, 'C', false, -1},     {"Proveedor", 900, 0, false, 0}, {"Estimado", 1150, 'R', true, 0},
+        {"C-B", 600, 0, false, -1},       {"Banco", 100, 0, false, 0},     {"Referencia", 600, 0, false, -1},
+        {"M", 1, 0, false, -1},           {"Op", 400, 'C', false, -1},     {"T", 200, 'C', false, -1},
+        {"Pagado", 1300, 'R', false, 1},  {"Factor ", 900, 'R', true, 1},  {"Sel", 400, 'C', false, -1},
+        {"T-S", 500, 'C', false, -1},     {"Servicio", 1000, 0, false, 0}, {" %", 700, 'R', true, 0},
+        {" G2", 950, 'R', true, -1},      {"Nota", 800, 0, false, -1},     {"G-1", 900, 'R', true, 0},
+        {"G-2", 900, 'R', true, 0},       {"G-3", 900, 'R', false, -1},    {"Fecha_P", 1200, 'C', true, -1},
+        {"Hora_P", 1200, 'C', true, -1},  {"Regalo", 1200, 'G', true, -1}, {"Dolar 1", 900, 'C', true, -1},
+        {"Dolar 2", 900, 'C', true, -1},  {"Ze", 300, 'C', false, -1},
     };
 }
 
@@ -256,10 +254,14 @@ std::vector<std::pair<int, QString>> Consola::Montos_Mayores()
 {
     // Dollars to 99.999,99, bolivars to 99.999.999,99, rates to 9.999,9999,
     // gains to 9.999,99: the largest the business writes in each column.
-    return {{colEnvio, QStringLiteral("99.999,99")},         {colRecibido, QStringLiteral("99.999,99")},
-            {colEstimado, QStringLiteral("99.999.999,99")}, {colPagado, QStringLiteral("99.999.999,99")},
-            {colFactor, QStringLiteral("9.999,9999")},      {colG2, QStringLiteral("9.999,99")},
-            {colG1, QStringLiteral("9.999,99")},            {colG2Oculta, QStringLiteral("9.999,99")}};
+    return {{colEnvio, QStringLiteral("99.999,99")},
+            {colRecibido, QStringLiteral("99.999,99")},
+            {colEstimado, QStringLiteral("99.999.999,99")},
+            {colPagado, QStringLiteral("99.999.999,99")},
+            {colFactor, QStringLiteral("9.999,9999")},
+            {colG2, QStringLiteral("9.999,99")},
+            {colG1, QStringLiteral("9.999,99")},
+            {colG2Oculta, QStringLiteral("9.999,99")}};
 }
 
 bool Consola::Caben_Montos(const QFont& letra) const
@@ -315,7 +317,7 @@ void Consola::ARMAR_GRID()
         GRID->Columns(colSel).setLocked(true);
     // Texts saved as they are typed take no more than their columns hold:
     // bank code, reference, operator and note.
-    for (const auto& [col, largo] : {std::pair{colCodBanco, 10}, {colReferencia, 50}, {colOperadora, 5}, {colNota, 500}})
+    for (const auto& [col, largo] : {std::pair {colCodBanco, 10}, {colReferencia, 50}, {colOperadora, 5}, {colNota, 500}})
         if (col <= ultima)
             GRID->Columns(col).setDataWidth(largo);
 

@@ -57,36 +57,36 @@ public:
     enum Col : int {
         colFecha = 0,
         colSec,
-        colCodCliente,   // "C-C"
+        colCodCliente, // "C-C"
         colCliente,
         colEnvio,
         colRecibido,
         colCodProveedor, // "C-P"
         colProveedor,
-        colEstimado,     // the estimate of an unpaid row, in bolivars
-        colCodBanco,     // "C-B": the bank code that pays, returns or takes back a row
+        colEstimado, // the estimate of an unpaid row, in bolivars
+        colCodBanco, // "C-B": the bank code that pays, returns or takes back a row
         colBanco,
         colReferencia,
-        colMarca,        // "M", hidden: "1" marks a row for the next save
-        colOperadora,    // "Op"
-        colTipoOp,       // "T": the kind of operation
-        colPagado,       // the payment of a paid row
-        colFactor,       // the rate: bolivars a dollar
-        colSel,          // -1 ticked
-        colCodServicio,  // "T-S"
+        colMarca,       // "M", hidden: "1" marks a row for the next save
+        colOperadora,   // "Op"
+        colTipoOp,      // "T": the kind of operation
+        colPagado,      // the payment of a paid row
+        colFactor,      // the rate: bolivars a dollar
+        colSel,         // -1 ticked
+        colCodServicio, // "T-S"
         colServicio,
-        colPorcentaje,   // " %": the gain, in percent
-        colG2,           // " G2": the gain, in dollars
+        colPorcentaje, // " %": the gain, in percent
+        colG2,         // " G2": the gain, in dollars
         colNota,
-        colG1,           // "G-1"
-        colG2Oculta,     // "G-2", hidden
-        colG3,           // "G-3": the provider's share of the gain
-        colFechaPago,    // "Fecha_P"
-        colHoraPago,     // "Hora_P"
-        colRegalo,       // the provider's gift on the row
+        colG1,        // "G-1"
+        colG2Oculta,  // "G-2", hidden
+        colG3,        // "G-3": the provider's share of the gain
+        colFechaPago, // "Fecha_P"
+        colHoraPago,  // "Hora_P"
+        colRegalo,    // the provider's gift on the row
         colDolar1,
         colDolar2,
-        colBancoZelle,   // "Ze"
+        colBancoZelle, // "Ze"
         colUltima = colBancoZelle,
     };
     // The radio buttons of Option1 ("Seleccionar") and Option2 ("Operadora");
@@ -109,7 +109,7 @@ public:
     QLineEdit* Text7; // receipt: passing notice
     QLineEdit* Text8; // dollar prices of the moment
     QLineEdit* Text9;
-    QLabel* Label1; // the services' rates of the moment
+    QLabel* Label1;    // the services' rates of the moment
     QCheckBox* Check1; // "Tabla": opens the concepts
     QCheckBox* Check2; // a search by Text2 runs over everything since January 2023
     QPushButton* SELECCIONA;
@@ -178,10 +178,10 @@ protected:
     // ---- what the variants redefine
     struct DefColumna {
         const char* titulo;
-        int ancho;           // twips
-        char alineacion;     // 'C' centre, 'R' right, 'G' general, 0 the grid's default
+        int ancho;       // twips
+        char alineacion; // 'C' centre, 'R' right, 'G' general, 0 the grid's default
         bool cabezaCentrada;
-        int8_t bloqueo;      // 1 locked, 0 not, -1 left as the grid has it
+        int8_t bloqueo; // 1 locked, 0 not, -1 left as the grid has it
     };
     virtual std::vector<DefColumna> Columnas() const;
     // Display moves, in their sequence (column, position), and hidden columns.
@@ -240,10 +240,10 @@ protected:
 
     // Positions of the query's columns in Rs, -1 where the query has none.
     struct Campos {
-        int Fecha = -1, secuenciA = -1, C_CLIENTE = -1, Cliente = -1, Enviado = -1, recibido = -1,
-            C_proveedor = -1, bancozelle = -1, tipo_servicio = -1, C_Banco = -1, confirmacion = -1, Pago = -1,
-            referencia = -1, operadora = -1, tipo_operacion = -1, OBS = -1, Ganancia = -1, G1 = -1, G2 = -1,
-            G3 = -1, fecha_pago = -1, hora_pago = -1, dolar1 = -1, dolar2 = -1;
+        int Fecha = -1, secuenciA = -1, C_CLIENTE = -1, Cliente = -1, Enviado = -1, recibido = -1, C_proveedor = -1,
+            bancozelle = -1, tipo_servicio = -1, C_Banco = -1, confirmacion = -1, Pago = -1, referencia = -1, operadora = -1,
+            tipo_operacion = -1, OBS = -1, Ganancia = -1, G1 = -1, G2 = -1, G3 = -1, fecha_pago = -1, hora_pago = -1, dolar1 = -1,
+            dolar2 = -1;
     } campos;
     const Valor& Campo(int ordinal) const;
 
@@ -251,8 +251,8 @@ protected:
     // string of its own, so that a load of many rows allocates, and later
     // frees, far fewer strings. Emptied at each query.
     struct Compartidos {
-        std::vector<QString> codigos;      // "0000" of 0 to 9999
-        std::vector<QString> nombres;      // the first 14 characters of each service's name
+        std::vector<QString> codigos;               // "0000" of 0 to 9999
+        std::vector<QString> nombres;               // the first 14 characters of each service's name
         std::vector<std::array<QString, 3>> bancos; // a stored bank text, the code shown, the bank's name
         // A name of the cache by its code, and where the look-up left the shared J.
         struct Nombre {
@@ -260,7 +260,7 @@ protected:
             Valor j;
         };
         QHash<int16_t, Nombre> proveedores, clientes;
-        std::vector<double> comisiones;    // by row of the providers' cache; NaN until read
+        std::vector<double> comisiones;                    // by row of the providers' cache; NaN until read
         std::array<std::pair<QString, QString>, 2> fechas; // dd/mm/yyyy of the last yyyymmdd, colFecha and colFechaPago
     } compartidos;
     const QString& Codigo(double valor);

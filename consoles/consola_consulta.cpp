@@ -48,10 +48,7 @@ const QString& Consola::Codigo(double valor)
     return t;
 }
 
-Celda Consola::Cifra(const FormatoNumero& formato, double valor)
-{
-    return Celda::Cifra(formato, valor);
-}
+Celda Consola::Cifra(const FormatoNumero& formato, double valor) { return Celda::Cifra(formato, valor); }
 
 const QString& Consola::Fecha_Vista(int col, const QString& amd)
 {

@@ -147,8 +147,7 @@ void Consola::Banco_Reverso(int i)
     // Read after the gift cell was cleared: the statement takes back nothing.
     Regalo_Row = Num(i, colRegalo);
     m.SQL = QStringLiteral(" UPDATE proveedor SET ") + QStringLiteral(" regalo = regalo -  '") + Str(Regalo_Row) +
-            QStringLiteral("' ") + QStringLiteral(" WHERE C_proveedor =  '") + Txt(i, colCodProveedor) +
-            QStringLiteral("'");
+            QStringLiteral("' ") + QStringLiteral(" WHERE C_proveedor =  '") + Txt(i, colCodProveedor) + QStringLiteral("'");
     m.SQL.replace(QLatin1Char(','), QLatin1Char('.'));
     m.Conexion.Execute(m.SQL);
     Celdas(i, colHoraPago) = QString();
@@ -177,8 +176,7 @@ void Consola::Banco_Pago(int i, const QString& codigo)
     if (!Banco_Registrado(i, codigo))
         return;
     Tipo_Serv = CInt(Num(i, colCodServicio));
-    const float bs = Tipo_Serv < 50 ? CSng(Num(i, colRecibido) * Num(i, colFactor))
-                                    : CSng(Num(i, colEnvio) * Num(i, colFactor));
+    const float bs = Tipo_Serv < 50 ? CSng(Num(i, colRecibido) * Num(i, colFactor)) : CSng(Num(i, colEnvio) * Num(i, colFactor));
     Celdas(i, colPagado) = Format(Int(bs), QStringLiteral("###,##0.00"));
     Monto_Texto = Txt(i, colEstimado).remove(QLatin1Char('.'));
     Monto_Calc = CDbl(Monto_Texto);

@@ -54,13 +54,12 @@ QString Consola::Sentencia_Fila(int i, const QString& Hoy, const QString& Ahora)
 
     return QStringLiteral(" UPDATE MOVIMIENTOS SET ") + asigna("recibido", recibido) + asigna("enviado", enviado) +
            asigna("C_CLIENTE", Txt(i, colCodCliente)) + asigna("obs", Txt(i, colNota)) +
-           asigna("C_PROVEEDOR", Txt(i, colCodProveedor)) + asigna("pago", pago) +
-           asigna("C_BANCO", Txt(i, colCodBanco)) + asigna("operadora", Txt(i, colOperadora)) +
-           asigna("REFERENCIA", Txt(i, colReferencia)) + asigna("confirmacion", confirmacion) +
-           asigna("tipo_operacion", Txt(i, colTipoOp)) + asigna("ganancia", ganancia) +
+           asigna("C_PROVEEDOR", Txt(i, colCodProveedor)) + asigna("pago", pago) + asigna("C_BANCO", Txt(i, colCodBanco)) +
+           asigna("operadora", Txt(i, colOperadora)) + asigna("REFERENCIA", Txt(i, colReferencia)) +
+           asigna("confirmacion", confirmacion) + asigna("tipo_operacion", Txt(i, colTipoOp)) + asigna("ganancia", ganancia) +
            Asignaciones_Ganancia(i, Hoy, Ahora) + QStringLiteral(" tipo_servicio =  '") + Txt(i, colCodServicio) +
-           QStringLiteral("'") + QStringLiteral(" WHERE FECHA=  '") + Module1::Fecha_AMD(Txt(i, colFecha)) +
-           QStringLiteral("'") + QStringLiteral(" and SECUENCIA = '") + Txt(i, colSec) + QStringLiteral("'");
+           QStringLiteral("'") + QStringLiteral(" WHERE FECHA=  '") + Module1::Fecha_AMD(Txt(i, colFecha)) + QStringLiteral("'") +
+           QStringLiteral(" and SECUENCIA = '") + Txt(i, colSec) + QStringLiteral("'");
 }
 
 QString Consola::Asignaciones_G(int i)
@@ -131,8 +130,8 @@ void Consola::Filas_Cambiadas(const FalloFilasCambiadas& f)
     QString texto = QStringLiteral("Otro operador modificó o eliminó estas transacciones después de cargarlas en esta "
                                    "pantalla:\n");
     for (const auto& [fecha, secuencia] : f.claves())
-        texto += fecha.mid(6, 2) + QLatin1Char('/') + fecha.mid(4, 2) + QLatin1Char('/') + fecha.left(4) +
-                 QStringLiteral("  ") + QStringLiteral("%1").arg(secuencia, 4, 10, QLatin1Char('0')) + QLatin1Char('\n');
+        texto += fecha.mid(6, 2) + QLatin1Char('/') + fecha.mid(4, 2) + QLatin1Char('/') + fecha.left(4) + QStringLiteral("  ") +
+                 QStringLiteral("%1").arg(secuencia, 4, 10, QLatin1Char('0')) + QLatin1Char('\n');
     texto += QStringLiteral("No se grabó ningún cambio. Se vuelven a cargar los datos actuales.");
     MsgBox(texto, Mensajes::vbExclamation);
     CONSULTAR();
@@ -165,10 +164,9 @@ void Consola::GRID_DblClick()
     // A paid or returned row is not deleted here.
     if (!banco.trimmed().isEmpty())
         return;
-    const int respuesta =
-        MsgBox(QStringLiteral("Atención : Quiere eliminar el Registro  ") + m.Rec_Fecha + QStringLiteral("  ") +
-                   m.K.aTexto(),
-               Mensajes::vbYesNo + Mensajes::vbCritical + 256, QStringLiteral("ConfirmaciÓn de eliminación  TRUMIN"));
+    const int respuesta = MsgBox(
+        QStringLiteral("Atención : Quiere eliminar el Registro  ") + m.Rec_Fecha + QStringLiteral("  ") + m.K.aTexto(),
+        Mensajes::vbYesNo + Mensajes::vbCritical + 256, QStringLiteral("ConfirmaciÓn de eliminación  TRUMIN"));
     if (respuesta == Mensajes::vbYes)
         BORRAR_MOVIMIENTO();
 }

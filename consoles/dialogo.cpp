@@ -29,8 +29,8 @@ Dialogo::Dialogo(Module1& modulo, QWidget* padre) : QDialog(padre), m(modulo)
     setModal(true);
     setFixedSize(470, 330);
 
-    const char* const etiquetas[txtTransacciones + 1] = {"Monto a Pagar", "Proveedor", "Referencia",
-                                                         "Nombre del proveedor", "Transacciones"};
+    const char* const etiquetas[txtTransacciones + 1] = {"Monto a Pagar", "Proveedor", "Referencia", "Nombre del proveedor",
+                                                         "Transacciones"};
     auto campo = [this, &etiquetas](int i, int x, int y, int w, bool soloLectura) {
         auto* t = new QLineEdit(this);
         t->setGeometry(x, y, w, 26);
@@ -73,8 +73,7 @@ Dialogo::Dialogo(Module1& modulo, QWidget* padre) : QDialog(padre), m(modulo)
         }
     };
     marco("Banco", 12, {"Venezuela", "Banesco", "Otros"}, Option2, QStringLiteral("Option2"));
-    marco("Tipo de Operación", 240, {"Pago Movil", "Transferencia", "Transferencia Directa"}, Option3,
-          QStringLiteral("Option3"));
+    marco("Tipo de Operación", 240, {"Pago Movil", "Transferencia", "Transferencia Directa"}, Option3, QStringLiteral("Option3"));
 
     OKButton = new QPushButton(QStringLiteral("Procesar Pago"), this);
     OKButton->setGeometry(130, 282, 150, 34);

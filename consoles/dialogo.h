@@ -35,9 +35,9 @@ public:
     enum Banco : int { bcoVenezuela = 0, bcoBanesco, bcoOtros };
     enum Operacion : int { opPagoMovil = 0, opTransferencia, opTransferenciaDirecta };
 
-    std::array<QLineEdit*, txtTransacciones + 1> Text2{};
-    std::array<QRadioButton*, bcoOtros + 1> Option2{};
-    std::array<QRadioButton*, opTransferenciaDirecta + 1> Option3{};
+    std::array<QLineEdit*, txtTransacciones + 1> Text2 {};
+    std::array<QRadioButton*, bcoOtros + 1> Option2 {};
+    std::array<QRadioButton*, opTransferenciaDirecta + 1> Option3 {};
     QPushButton* OKButton;
     QPushButton* CancelButton;
 

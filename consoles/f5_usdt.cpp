@@ -25,11 +25,10 @@ std::vector<Consola::DefColumna> F5_USDT::Columnas() const
     std::vector<DefColumna> c = Consola::Columnas();
     c.resize(colUltimaUsdt + 1);
     const std::pair<const char*, int> propias[colUltimaUsdt + 1] = {
-        {"Fecha", 1100},     {"Sec.", 600},     {"C-C", 600},  {"Cliente", 2500}, {"Envio", 1200},
-        {"Recibido", 1000},  {"C-P", 600},      {"Proveedor", 2000}, {"Estimado", 1200}, {"C-B", 600},
-        {"Banco", 100},      {"Referencia", 800}, {"", 400},   {"Op", 400},       {"T", 300},
-        {"Pagado", 1200},    {"Moneda", 850},   {"Sel", 400},  {"T-S", 500},      {"Servicio", 1400},
-        {" %", 700},         {" G", 1200},      {"Nota", 1},
+        {"Fecha", 1100}, {"Sec.", 600},       {"C-C", 600},       {"Cliente", 2500}, {"Envio", 1200}, {"Recibido", 1000},
+        {"C-P", 600},    {"Proveedor", 2000}, {"Estimado", 1200}, {"C-B", 600},      {"Banco", 100},  {"Referencia", 800},
+        {"", 400},       {"Op", 400},         {"T", 300},         {"Pagado", 1200},  {"Moneda", 850}, {"Sel", 400},
+        {"T-S", 500},    {"Servicio", 1400},  {" %", 700},        {" G", 1200},      {"Nota", 1},
     };
     for (size_t i = 0; i < c.size(); ++i) {
         c[i].titulo = propias[i].first;
@@ -119,8 +118,7 @@ void F5_USDT::Escribe_Pies()
     if (Total_Ganancia > 0) {
         GRID->Columns(colGanancia).setFooterText(Format(Total_Ganancia, QStringLiteral("#,##0.00")));
         // The percentage of the whole, weighted by what each row received.
-        GRID->Columns(colPorcentaje)
-            .setFooterText(Format(100 * (Total_Ganancia / Total_Recibido), QStringLiteral("##0.00")));
+        GRID->Columns(colPorcentaje).setFooterText(Format(100 * (Total_Ganancia / Total_Recibido), QStringLiteral("##0.00")));
     }
 }
 
@@ -163,4 +161,3 @@ void F5_USDT::Banco_Reverso(int i)
     Celdas(i, colPorcentaje) = QStringLiteral("0");
     Reenlaza();
 }
-

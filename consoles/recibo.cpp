@@ -23,8 +23,8 @@ namespace {
 // The page: a letter sheet with the margins of a desk printer.
 void prepararPagina(QPagedPaintDevice& hoja)
 {
-    hoja.setPageLayout(QPageLayout(QPageSize(QPageSize::Letter), QPageLayout::Portrait, QMarginsF(15, 12, 15, 12),
-                                   QPageLayout::Millimeter));
+    hoja.setPageLayout(
+        QPageLayout(QPageSize(QPageSize::Letter), QPageLayout::Portrait, QMarginsF(15, 12, 15, 12), QPageLayout::Millimeter));
 }
 
 // The lines of the receipt, each printed under the last one from the top of the
@@ -37,10 +37,26 @@ public:
         fuente_.setItalic(false);
     }
 
-    Renglones& tamano(double puntos) { fuente_.setPointSizeF(puntos); return *this; }
-    Renglones& negrita(bool si) { fuente_.setBold(si); return *this; }
-    Renglones& cursiva(bool si) { fuente_.setItalic(si); return *this; }
-    Renglones& subrayado(bool si) { fuente_.setUnderline(si); return *this; }
+    Renglones& tamano(double puntos)
+    {
+        fuente_.setPointSizeF(puntos);
+        return *this;
+    }
+    Renglones& negrita(bool si)
+    {
+        fuente_.setBold(si);
+        return *this;
+    }
+    Renglones& cursiva(bool si)
+    {
+        fuente_.setItalic(si);
+        return *this;
+    }
+    Renglones& subrayado(bool si)
+    {
+        fuente_.setUnderline(si);
+        return *this;
+    }
 
     // A line of text; an empty text only moves down one line.
     void linea(const QString& texto = {}, int columna = 1)
@@ -64,10 +80,7 @@ private:
 
 Recibo::Recibo(Module1& m) : m(m) {}
 
-QString Recibo::carpeta() const
-{
-    return QDir(m.despliegue.carpetaRecibos).absolutePath() + QLatin1Char('/');
-}
+QString Recibo::carpeta() const { return QDir(m.despliegue.carpetaRecibos).absolutePath() + QLatin1Char('/'); }
 
 bool Recibo::Impresora_Es(const QString& patron)
 {
@@ -80,10 +93,7 @@ bool Recibo::Impresora_Es(const QString& patron)
     return false;
 }
 
-QString Recibo::Numero() const
-{
-    return m.Rec_Fecha.mid(2, 6) + Format(double(m.Rec_Secuencia), QStringLiteral("000"));
-}
+QString Recibo::Numero() const { return m.Rec_Fecha.mid(2, 6) + Format(double(m.Rec_Secuencia), QStringLiteral("000")); }
 
 void Recibo::EMITIR_RECIBO()
 {

@@ -18,7 +18,8 @@ Dolar::Dolar(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral(
         auto* t = new QLineEdit(this);
         t->setGeometry(300, 9 + i * 50, 110, 24);
         t->setAlignment(Qt::AlignRight);
-        Controles::Nombrar(t, QStringLiteral("Text2"), i, i == lnGuardado ? QStringLiteral("Precio guardado") : QStringLiteral("Precio nuevo"));
+        Controles::Nombrar(t, QStringLiteral("Text2"), i,
+                           i == lnGuardado ? QStringLiteral("Precio guardado") : QStringLiteral("Precio nuevo"));
         Text2.insert(i, t);
     }
     Text2[lnGuardado]->setReadOnly(true);

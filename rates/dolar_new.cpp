@@ -50,7 +50,8 @@ DOLAR_NEW::DOLAR_NEW(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QString
 
     // The heads are one text spaced by blanks; each column of prices stands
     // centred under its word, wherever the face of this machine puts it.
-    etiqueta(lblCabezas, QStringLiteral("  TRUMIN             ZELLE                  ZINLI                AMAZON"), 145, 110, 520);
+    etiqueta(lblCabezas, QStringLiteral("  TRUMIN             ZELLE                  ZINLI                AMAZON"), 145, 110,
+             520);
     const QFontMetrics medida(Label1[lblCabezas]->font());
     const QString cabeza = Label1[lblCabezas]->text();
     for (int i = bTrumin; i <= bAmazon; ++i) {

@@ -19,8 +19,8 @@ NEW_DOLAR::NEW_DOLAR(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QString
 {
     setWindowTitle(QStringLiteral("PRECIO DEL DOLAR"));
 
-    auto etiqueta = [this](QMap<int, QLabel*>& arreglo, const QString& nombre, int indice, const QString& texto, int x,
-                           int y, int w) {
+    auto etiqueta = [this](QMap<int, QLabel*>& arreglo, const QString& nombre, int indice, const QString& texto, int x, int y,
+                           int w) {
         auto* l = new QLabel(texto, this);
         l->setGeometry(x, y, w, 22);
         Controles::Nombrar(l, nombre, indice, texto);
@@ -56,7 +56,8 @@ NEW_DOLAR::NEW_DOLAR(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QString
     INCLUIR = Controles::Boton(this, QStringLiteral("INCLUIR"), QStringLiteral("Incluir Concepto"), 410, 490, 190);
     ACTUALIZAR = Controles::Boton(this, QStringLiteral("ACTUALIZAR"), QStringLiteral("Actualizar Montos"), 410, 530, 190);
 
-    MODIFICAR_USDT = Controles::Boton(this, QStringLiteral("MODIFICAR_USDT"), QStringLiteral("Modificar Tabla USDT"), 625, 490, 220);
+    MODIFICAR_USDT = Controles::Boton(this, QStringLiteral("MODIFICAR_USDT"), QStringLiteral("Modificar Tabla USDT"), 625, 490,
+                                      220);
     etiqueta(uev, QStringLiteral("uev"), uevServicio, QStringLiteral("Nuevo Servicio USDT"), 625, 528, 250);
     Text2 = campo(QStringLiteral("Text2"), QStringLiteral("Nuevo Servicio USDT"), 625, 550, 250);
     Text2->setMaxLength(60);
@@ -125,9 +126,8 @@ void NEW_DOLAR::Prepara_Grid2()
         int ancho;
         Alineacion alineacion;
         bool foco;
-    } const columnas[] = {{"C-P", 600, c, false},     {"Nombre Proveedor", 2500, g, true},
-                          {"Titulo", 2500, g, true},  {"Mensaje", 2500, g, true},
-                          {"Fecha Actualizacion", 3200, c, false}, {"Tipo", 2000, g, false},
+    } const columnas[] = {{"C-P", 600, c, false},     {"Nombre Proveedor", 2500, g, true},     {"Titulo", 2500, g, true},
+                          {"Mensaje", 2500, g, true}, {"Fecha Actualizacion", 3200, c, false}, {"Tipo", 2000, g, false},
                           {"Leida", 700, c, true}};
     for (int n = notiProveedor; n <= notiLeida; ++n)
         GRID2->Columns(n)

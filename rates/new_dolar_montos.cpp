@@ -52,7 +52,7 @@ void NEW_DOLAR::Prepara_Grid()
         const char* titulo;
         int ancho;
         Alineacion alineacion;
-    } const columnas[] = {{"Código", 1000, c},     {"Servicio", 2000, g},    {"Monto\rAnterior", 1300, d},
+    } const columnas[] = {{"Código", 1000, c},     {"Servicio", 2000, g},      {"Monto\rAnterior", 1300, d},
                           {"Porcentaje", 1300, d}, {"Monto\rActual", 1300, d}, {"Deci.", 800, c},
                           {"Sw-C", 800, c}};
     for (int n = colCodigo; n <= colSwC; ++n)

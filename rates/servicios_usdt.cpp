@@ -13,7 +13,8 @@ SERVICIOS_USDT::SERVICIOS_USDT(Module1& modulo, MDIForm1& p)
     lista_ = QStringLiteral("TRU_servicios_USDT");
     modifica_ = QStringLiteral("TRU_MOD_servicios_USDT");
     const auto c = Alineacion::Centro;
-    columnas_ = { // in the order of Columna
+    columnas_ = {
+        // in the order of Columna
         {QStringLiteral("Codigo"), QStringLiteral("C_SERVIcio"), QStringLiteral("00"), 1000, c, c, false},
         {QStringLiteral("Descripcion"), QStringLiteral("D_SERVIcio"), QStringLiteral("&"), 3000, Alineacion::General, c},
         {QStringLiteral("Precio\rCompra"), QStringLiteral("compra"), QStringLiteral("#0.0000"), 1400, c, c},

@@ -25,8 +25,8 @@ public:
     // The elements of Label1.
     enum Rotulo : int { lblAhora = 1, lblUltima = 2 };
 
-    QLineEdit* Text2;          // name of a new USDT service
-    QLabel* uev;               // its caption
+    QLineEdit* Text2; // name of a new USDT service
+    QLabel* uev;      // its caption
     QMap<int, QLabel*> Label1;
     QPushButton* ACTUALIZAR;
 

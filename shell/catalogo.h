@@ -25,8 +25,8 @@ class QPushButton;
 // One column of a catalogue grid, as it is laid out and loaded.
 struct ColumnaCatalogo {
     QString titulo;
-    QString campo;   // field of the list procedure; empty: not loaded from it
-    QString formato; // display pattern of the field
+    QString campo;    // field of the list procedure; empty: not loaded from it
+    QString formato;  // display pattern of the field
     int ancho = 1000; // twips
     Alineacion alineacion = Alineacion::General;
     Alineacion cabeza = Alineacion::General;
@@ -70,14 +70,14 @@ protected:
     Catalogo(Module1& m, MDIForm1& principal, const QString& nombre, const QString& titulo, Lugar lugar);
 
     // ---- what each screen states
-    QString lista_;                  // list procedure
-    QString modifica_;               // procedure of a changed row; empty: no changes
+    QString lista_;    // list procedure
+    QString modifica_; // procedure of a changed row; empty: no changes
     QList<ColumnaCatalogo> columnas_;
-    int bandera_ = -1;               // flag column; -1: rows cannot change
-    QString banderaInicial_;         // "" or "0" at load
-    QList<int> enviadas_;            // cells sent for a changed row, trimmed
-    bool recargaCache_ = false;      // MODIFICAR reloads the cache
-    QList<int> camposDeIngreso_;     // Text1 hidden at each load, with Procesar
+    int bandera_ = -1;           // flag column; -1: rows cannot change
+    QString banderaInicial_;     // "" or "0" at load
+    QList<int> enviadas_;        // cells sent for a changed row, trimmed
+    bool recargaCache_ = false;  // MODIFICAR reloads the cache
+    QList<int> camposDeIngreso_; // Text1 hidden at each load, with Procesar
 
     // Values of the list procedure, if any.
     virtual QList<Valor> Parametros_Lista() const { return {}; }

@@ -48,10 +48,7 @@ double Celda::numero() const
     return 0;
 }
 
-bool Celda::esVerdadero() const
-{
-    return *this == -1.0;
-}
+bool Celda::esVerdadero() const { return *this == -1.0; }
 
 bool Celda::operator==(double numero) const
 {

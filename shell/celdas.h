@@ -26,8 +26,7 @@ public:
     Celda(const char* texto) : v_(QString::fromUtf8(texto)) {}
     Celda(bool logico) : v_(logico) {}
     template <typename T>
-        requires(std::integral<T> && !std::same_as<T, bool>) || std::floating_point<T>
-    Celda(T numero) : v_(double(numero)) {}
+    requires(std::integral<T> && !std::same_as<T, bool>) || std::floating_point<T> Celda(T numero) : v_(double(numero)) {}
     // A field of a result set: null gives an empty cell, a number a number,
     // anything else its text.
     Celda(const Valor& valor);
@@ -39,7 +38,7 @@ public:
     static Celda Cifra(const FormatoNumero& patron, double valor)
     {
         Celda c;
-        c.v_ = Diferida{valor, &patron};
+        c.v_ = Diferida {valor, &patron};
         return c;
     }
 
@@ -47,7 +46,7 @@ public:
     static Celda Texto_De(double valor)
     {
         Celda c;
-        c.v_ = Diferida{valor, nullptr};
+        c.v_ = Diferida {valor, nullptr};
         return c;
     }
 

@@ -14,7 +14,9 @@ namespace {
 class FiltroEnter : public QObject {
 public:
     FiltroEnter(QObject* campo, std::function<void()> accion, bool quitar)
-        : QObject(campo), accion_(std::move(accion)), quitar_(quitar) {}
+        : QObject(campo), accion_(std::move(accion)), quitar_(quitar)
+    {
+    }
 
 protected:
     bool eventFilter(QObject*, QEvent* e) override

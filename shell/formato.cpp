@@ -74,7 +74,7 @@ void redondear(double absoluto, int decimales, QVarLengthArray<char, 40>& n)
         return;
     }
     // d.dddddddddddddde[+-]x: 15 significant digits.
-    std::array<char, 40> buf{};
+    std::array<char, 40> buf {};
     const auto r = std::to_chars(buf.data(), buf.data() + buf.size(), absoluto, std::chars_format::scientific, 14);
     const char* fin = r.ptr;
     char digitos[15];
@@ -202,10 +202,7 @@ const FormatoNumero& compilado(const QString& patron)
 
 } // namespace
 
-QString Format(double valor, const QString& patron)
-{
-    return compilado(patron).aplicar(valor);
-}
+QString Format(double valor, const QString& patron) { return compilado(patron).aplicar(valor); }
 
 QString Format(const QString& texto, const QString& patron)
 {
@@ -215,10 +212,7 @@ QString Format(const QString& texto, const QString& patron)
     return f.aplicar(Numeros::CDbl(texto));
 }
 
-QString Format(const char* texto, const QString& patron)
-{
-    return Format(QString::fromUtf8(texto), patron);
-}
+QString Format(const char* texto, const QString& patron) { return Format(QString::fromUtf8(texto), patron); }
 
 QString Format(const Valor& valor, const QString& patron)
 {

@@ -45,15 +45,15 @@ private:
     };
 
     QString patron_;
-    QVarLengthArray<Elemento, 12> entero_;  // integer places and literals, left to right
-    QVarLengthArray<Elemento, 8> decimal_;  // decimal places and literals, left to right
+    QVarLengthArray<Elemento, 12> entero_; // integer places and literals, left to right
+    QVarLengthArray<Elemento, 8> decimal_; // decimal places and literals, left to right
     bool deTexto_ = true;
     bool agrupa_ = false;
     bool tienePunto_ = false;
-    int lugaresEnteros_ = 0;  // integer digit places
-    int minimoEntero_ = 0;    // integer digits always written (from the first "0")
-    int maximoDecimal_ = 0;   // decimal digit places
-    int minimoDecimal_ = 0;   // decimal digits always written (up to the last "0")
+    int lugaresEnteros_ = 0; // integer digit places
+    int minimoEntero_ = 0;   // integer digits always written (from the first "0")
+    int maximoDecimal_ = 0;  // decimal digit places
+    int minimoDecimal_ = 0;  // decimal digits always written (up to the last "0")
 };
 
 // A number in the pattern. Patterns are compiled once and kept in a small cache.

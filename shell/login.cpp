@@ -18,7 +18,6 @@
 // The version stamp (year.month.day) is the project's version, the same one the package carries.
 const QString LOGIN::Version = QStringLiteral("  Contról de Pagos versión = " VERSION_PROGRAMA "  (Linux)");
 
-
 LOGIN::LOGIN(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral("LOGIN"))
 {
     setWindowTitle(QStringLiteral("LOGIN"));
@@ -36,7 +35,8 @@ LOGIN::LOGIN(Module1& modulo, MDIForm1& p) : Pantalla(modulo, p, QStringLiteral(
     caja->addWidget(Text1, 0, Qt::AlignHCenter);
     caja->addStretch();
     // Enter checks the code; the key itself is kept.
-    Controles::AlPulsarEnter(Text1, [this] { Valida_Clave(); }, false);
+    Controles::AlPulsarEnter(
+        Text1, [this] { Valida_Clave(); }, false);
 }
 
 void LOGIN::Form_Load() { Tamano(14501, 8000); }
@@ -103,9 +103,9 @@ void LOGIN::Conectar()
     m.Conexion.CommandTimeout = 0;
     m.Conexion.ConnectionTimeout = 10;
     if (remoto)
-        m.Conexion.ConnectionString = QStringLiteral("Provider=sqlserver;Server=") + m.Servidor +
-                                      QStringLiteral(";Database=") + m.Base_Datos + QStringLiteral(";User=") + usuario +
-                                      QStringLiteral(";Password={") + d.clave + QStringLiteral("};Timeout=10");
+        m.Conexion.ConnectionString = QStringLiteral("Provider=sqlserver;Server=") + m.Servidor + QStringLiteral(";Database=") +
+                                      m.Base_Datos + QStringLiteral(";User=") + usuario + QStringLiteral(";Password={") +
+                                      d.clave + QStringLiteral("};Timeout=10");
     else
         m.Conexion.ConnectionString = QStringLiteral("Provider=embebido;Data Source=") + m.Servidor;
     m.Conexion.Open();
@@ -123,7 +123,7 @@ void LOGIN::Conectar()
 void LOGIN::Pone_Hora()
 {
     QDateTime servidor(QDate(m.Ano_S, m.Mes_S, m.Dia_S), QTime(m.Hora_S, m.Minuto_S, m.Segundo_S));
-    timespec ts{};
+    timespec ts {};
     ts.tv_sec = servidor.toSecsSinceEpoch();
     clock_settime(CLOCK_REALTIME, &ts); // refused without the right to set the clock: the PC keeps its time
 }

@@ -55,7 +55,8 @@ const Entrada kEntradas[] = {
     {"ESTADISTICAS", "ESTADISTICA", " ESTADISTICAS", QKeySequence(Qt::Key_F8), "CALCULOS01", false},
     {"ESTADISTICAS", "ESTADISTICAS_MENSUALES", " ESTADISTICAS MENSUALES", QKeySequence(Qt::Key_F9), "Resumen_mensual", false},
     {"ESTADISTICAS", "ESTADISTICAS_USDT", "ESTADISTICAS USDT", QKeySequence(Qt::CTRL | Qt::Key_F9), "CALCULOS01_USDT", true},
-    {"ESTADISTICAS", "ESTADISTICAS_MENSUALES_USDT", "RESUMEN MENSUAL USDT", QKeySequence(Qt::CTRL | Qt::Key_F11), "RESUMEN_MENSUAL_USDT", true},
+    {"ESTADISTICAS", "ESTADISTICAS_MENSUALES_USDT", "RESUMEN MENSUAL USDT", QKeySequence(Qt::CTRL | Qt::Key_F11),
+     "RESUMEN_MENSUAL_USDT", true},
     {"calcula", "CALC", " CALCULADORA", QKeySequence(), nullptr, false},
 };
 
@@ -184,8 +185,8 @@ QAction* MDIForm1::entrada(const QString& nombre) const { return entradas_.value
 
 void MDIForm1::Abre_Calculadora()
 {
-    static const char* const calculadoras[] = {"gnome-calculator", "kcalc", "galculator", "mate-calc",
-                                               "qalculate-gtk", "qalculate-qt", "xcalc"};
+    static const char* const calculadoras[] = {"gnome-calculator", "kcalc",        "galculator", "mate-calc",
+                                               "qalculate-gtk",    "qalculate-qt", "xcalc"};
     for (const char* programa : calculadoras) {
         const QString ruta = QStandardPaths::findExecutable(QString::fromLatin1(programa));
         if (!ruta.isEmpty() && QProcess::startDetached(ruta, {}))

@@ -28,11 +28,21 @@ int MsgBox(const QString& texto, int estilo, const QString& titulo)
     caja.setWindowTitle(titulo);
     caja.setText(texto);
     switch (estilo & 0x70) {
-    case vbCritical: caja.setIcon(QMessageBox::Critical); break;
-    case vbQuestion: caja.setIcon(QMessageBox::Question); break;
-    case vbExclamation: caja.setIcon(QMessageBox::Warning); break;
-    case vbInformation: caja.setIcon(QMessageBox::Information); break;
-    default: caja.setIcon(QMessageBox::NoIcon); break;
+    case vbCritical:
+        caja.setIcon(QMessageBox::Critical);
+        break;
+    case vbQuestion:
+        caja.setIcon(QMessageBox::Question);
+        break;
+    case vbExclamation:
+        caja.setIcon(QMessageBox::Warning);
+        break;
+    case vbInformation:
+        caja.setIcon(QMessageBox::Information);
+        break;
+    default:
+        caja.setIcon(QMessageBox::NoIcon);
+        break;
     }
     if ((estilo & 0x7) == vbYesNo) {
         caja.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
@@ -50,9 +60,7 @@ int MsgBox(const QString& texto, int estilo, const QString& titulo)
 
 void Reporte_Fallo(const FalloEjecucion& fallo)
 {
-    MsgBox(QStringLiteral("Se ha producido el error '%1' en tiempo de ejecución:\n\n%2")
-               .arg(fallo.numero())
-               .arg(fallo.texto()),
+    MsgBox(QStringLiteral("Se ha producido el error '%1' en tiempo de ejecución:\n\n%2").arg(fallo.numero()).arg(fallo.texto()),
            vbCritical);
 }
 

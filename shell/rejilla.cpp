@@ -201,15 +201,9 @@ Rejilla::~Rejilla()
 
 QAbstractItemModel* Rejilla::modelo() const { return modelo_; }
 
-QLabel* Rejilla::pie(int col) const
-{
-    return col >= 0 && size_t(col) < pies_.size() ? pies_[size_t(col)] : nullptr;
-}
+QLabel* Rejilla::pie(int col) const { return col >= 0 && size_t(col) < pies_.size() ? pies_[size_t(col)] : nullptr; }
 
-QSize Rejilla::sizeHint() const
-{
-    return vista_->sizeHint();
-}
+QSize Rejilla::sizeHint() const { return vista_->sizeHint(); }
 
 Columna Rejilla::Columns(int n)
 {
@@ -250,10 +244,7 @@ bool Rejilla::editable(int col) const
     return p.foco && !p.bloqueada;
 }
 
-void Rejilla::setAllowUpdate(bool permitir)
-{
-    permiteEditar_ = permitir;
-}
+void Rejilla::setAllowUpdate(bool permitir) { permiteEditar_ = permitir; }
 
 void Rejilla::setFontSize(double puntos)
 {
@@ -404,10 +395,7 @@ void Rejilla::ordenarPorColumna(int col, bool numerica)
 
 // ---------------------------------------------------------------- layout
 
-int Rejilla::altoPies() const
-{
-    return QFontMetrics(tiraPies_->font()).height() + 6;
-}
+int Rejilla::altoPies() const { return QFontMetrics(tiraPies_->font()).height() + 6; }
 
 void Rejilla::ajustarCabecera()
 {

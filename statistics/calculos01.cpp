@@ -28,8 +28,8 @@ CALCULOS01::CALCULOS01(Module1& modulo, MDIForm1& p, const QString& nombre) : Pa
         }
         Text1[size_t(i)] = t;
     };
-    auto marco = [this](const QString& titulo, int x, int w, std::initializer_list<const char*> opciones,
-                        QRadioButton** botones, const QString& arreglo) {
+    auto marco = [this](const QString& titulo, int x, int w, std::initializer_list<const char*> opciones, QRadioButton** botones,
+                        const QString& arreglo) {
         auto* g = new QGroupBox(titulo, this);
         g->setGeometry(x, 0, w, 48);
         int bx = 8, i = 0;
@@ -64,8 +64,8 @@ CALCULOS01::CALCULOS01(Module1& modulo, MDIForm1& p, const QString& nombre) : Pa
     // ---- filters
     Frame2 = marco(QStringLiteral("Operadora"), 364, 230, {"Todas", "Ramil", "Noelina"}, Option2.data(),
                    QStringLiteral("Option2"));
-    Frame3 = marco(QStringLiteral("Tipo de Servicio"), 602, 310, {"Todos", "Trum", "Zelle", "Zinli", "Amaz"},
-                   Option3.data(), QStringLiteral("Option3"));
+    Frame3 = marco(QStringLiteral("Tipo de Servicio"), 602, 310, {"Todos", "Trum", "Zelle", "Zinli", "Amaz"}, Option3.data(),
+                   QStringLiteral("Option3"));
     Label1 = new QLabel(QStringLiteral("Servicios="), this);
     Label1->setGeometry(922, 6, 72, 22);
     Combo1 = new QComboBox(this);

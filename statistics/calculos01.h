@@ -109,9 +109,9 @@ protected:
     virtual void Prepara_Grid();
     // After the layout of all five grids: captions and widths of a variant.
     virtual void Retoca_Columnas() {}
-    virtual bool Con_Cuantos() const { return true; }   // GRID2 has grpCuantos
-    virtual bool Con_Reloj() const { return true; }     // hourglass during the load
-    virtual bool Cuenta_Filas() const { return true; }  // asks the first set's record count
+    virtual bool Con_Cuantos() const { return true; }  // GRID2 has grpCuantos
+    virtual bool Con_Reloj() const { return true; }    // hourglass during the load
+    virtual bool Cuenta_Filas() const { return true; } // asks the first set's record count
     virtual bool Ordena_GRID() const { return true; }
     virtual bool Ordena_GRID2() const { return true; }
     // Cell pattern of colTotG, footer pattern of colPorc, share pattern of GRID5.
@@ -144,8 +144,8 @@ protected:
     // Suma and its share of `total`; with `cuantos` also the count. The footer
     // of the code counts the rows when `conteo`; the money's has Suma_Grid.
     void Lee_Grupo(Rejilla* grid, ::Celdas& celdas, const QString& campo, const QString& formatoCodigo,
-                   const std::function<QString(const Valor&)>& nombre, double total, const QString& formatoPorc,
-                   bool conteo, bool cuantos);
+                   const std::function<QString(const Valor&)>& nombre, double total, const QString& formatoPorc, bool conteo,
+                   bool cuantos);
     void Lee_Proveedores(double total);
     void Lee_Clientes(double total);
     void Lee_Bancos(double total);

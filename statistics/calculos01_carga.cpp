@@ -54,8 +54,8 @@ void CALCULOS01::Pies_Del_Mes()
 }
 
 void CALCULOS01::Lee_Grupo(Rejilla* grid, ::Celdas& celdas, const QString& campo, const QString& formatoCodigo,
-                           const std::function<QString(const Valor&)>& nombre, double total,
-                           const QString& formatoPorc, bool conteo, bool cuantos)
+                           const std::function<QString(const Valor&)>& nombre, double total, const QString& formatoPorc,
+                           bool conteo, bool cuantos)
 {
     Recordset& rs = *m.Rs;
     const int ultima = cuantos ? grpCuantos : grpPorcentaje;
@@ -88,9 +88,10 @@ void CALCULOS01::Lee_Grupo(Rejilla* grid, ::Celdas& celdas, const QString& campo
 void CALCULOS01::Lee_Proveedores(double total)
 {
     m.Rs->NextRecordset();
-    Lee_Grupo(GRID1, Celdas1, QStringLiteral("prov"), QStringLiteral("0000"),
-              [this](const Valor& v) { return m.Nombre_Proveedor(CInt(v.aDouble())); }, total,
-              QStringLiteral("###,##0.00"), true, false);
+    Lee_Grupo(
+        GRID1, Celdas1, QStringLiteral("prov"), QStringLiteral("0000"),
+        [this](const Valor& v) { return m.Nombre_Proveedor(CInt(v.aDouble())); }, total, QStringLiteral("###,##0.00"), true,
+        false);
 }
 
 QHash<int, QString> CALCULOS01::Indice_Clientes(bool& completo) const
@@ -136,25 +137,25 @@ void CALCULOS01::Lee_Bancos(double total)
 {
     m.Rs->NextRecordset();
     Total_Cuantos = 0;
-    Lee_Grupo(GRID4, Celdas4, QStringLiteral("Banco"), QStringLiteral("0000"),
-              [this](const Valor& v) { return m.Nombre_Banco(v.aTexto()); }, total, QStringLiteral("###,##0.00"),
-              true, false);
+    Lee_Grupo(
+        GRID4, Celdas4, QStringLiteral("Banco"), QStringLiteral("0000"),
+        [this](const Valor& v) { return m.Nombre_Banco(v.aTexto()); }, total, QStringLiteral("###,##0.00"), true, false);
 }
 
 void CALCULOS01::Lee_Servicios(double total)
 {
     m.Rs->NextRecordset();
     // A code beyond the services' table stops the load, as any subscript out of range.
-    Lee_Grupo(GRID5, Celdas5, QStringLiteral("servi"), QStringLiteral("00"),
-              [this](const Valor& v) { return m.Servicios_T(CInt(v.aDouble()))[2]; }, total, Formato_Porc_Servicio,
-              false, false);
+    Lee_Grupo(
+        GRID5, Celdas5, QStringLiteral("servi"), QStringLiteral("00"),
+        [this](const Valor& v) { return m.Servicios_T(CInt(v.aDouble()))[2]; }, total, Formato_Porc_Servicio, false, false);
 }
 
 void CALCULOS01::Termina()
 {
     m.Cierra_Rs();
-    for (auto [grid, celdas] : {std::pair{GRID, &Celdas}, {GRID1, &Celdas1}, {GRID2, &Celdas2}, {GRID4, &Celdas4},
-                                {GRID5, &Celdas5}})
+    for (auto [grid, celdas] :
+         {std::pair {GRID, &Celdas}, {GRID1, &Celdas1}, {GRID2, &Celdas2}, {GRID4, &Celdas4}, {GRID5, &Celdas5}})
         grid->Array(*celdas);
     if (Con_Reloj())
         Reloj_De_Arena(false);

@@ -38,8 +38,7 @@ void CALCULOS01::Disponer(Rejilla* grid, ::Celdas& celdas, std::initializer_list
 {
     int c = 0;
     for (const DefColumna& d : columnas)
-        grid->Columns(c++).setCaption(QString::fromUtf8(d.titulo)).setWidth(d.ancho).setAlignment(d.alineacion)
-            .setVisible(true);
+        grid->Columns(c++).setCaption(QString::fromUtf8(d.titulo)).setWidth(d.ancho).setAlignment(d.alineacion).setVisible(true);
     celdas.ReDim(-1, -1, 0, c - 1);
     grid->Array(celdas);
 }
@@ -48,9 +47,14 @@ void CALCULOS01::Prepara_Grid()
 {
     using enum Alineacion;
     // In the order of ColumnaDia, as the other grids' in that of ColumnaGrupo.
-    Disponer(GRID, Celdas, {{"Dia", 500, Centro}, {"", 500, Centro}, {"Recibido", 1100, Derecha},
-                            {"Directos", 1100, Derecha}, {"Tot-M", 800, Derecha}, {"%", 700, Derecha},
-                            {"Tot-G", 1100, Derecha}});
+    Disponer(GRID, Celdas,
+             {{"Dia", 500, Centro},
+              {"", 500, Centro},
+              {"Recibido", 1100, Derecha},
+              {"Directos", 1100, Derecha},
+              {"Tot-M", 800, Derecha},
+              {"%", 700, Derecha},
+              {"Tot-G", 1100, Derecha}});
     // The calendar: the rows of the month's days, until the first day that
     // the month does not have.
     Celdas.ReDim(-1, -1, 0, colTotG);
@@ -82,8 +86,8 @@ void CALCULOS01::Blanquea_Pies()
 void CALCULOS01::Prepara_Grid1()
 {
     using enum Alineacion;
-    Disponer(GRID1, Celdas1, {{"C-P", 700, Centro}, {" Proveedor", 1500, General}, {"Recibido", 1100, Derecha},
-                              {"  %", 700, Derecha}});
+    Disponer(GRID1, Celdas1,
+             {{"C-P", 700, Centro}, {" Proveedor", 1500, General}, {"Recibido", 1100, Derecha}, {"  %", 700, Derecha}});
     Prepara_Grid2();
 }
 
@@ -91,26 +95,30 @@ void CALCULOS01::Prepara_Grid2()
 {
     using enum Alineacion;
     if (Con_Cuantos())
-        Disponer(GRID2, Celdas2, {{"C-C", 700, Centro}, {"Nombre Cliente", 3000, General},
-                                  {"Recibido ", 1200, Derecha}, {"  %", 700, Derecha}, {"Tot-M", 900, Derecha}});
+        Disponer(GRID2, Celdas2,
+                 {{"C-C", 700, Centro},
+                  {"Nombre Cliente", 3000, General},
+                  {"Recibido ", 1200, Derecha},
+                  {"  %", 700, Derecha},
+                  {"Tot-M", 900, Derecha}});
     else
-        Disponer(GRID2, Celdas2, {{"C-C", 700, Centro}, {"Nombre Cliente", 3000, General},
-                                  {"Recibido ", 1200, Derecha}, {"  %", 700, Derecha}});
+        Disponer(GRID2, Celdas2,
+                 {{"C-C", 700, Centro}, {"Nombre Cliente", 3000, General}, {"Recibido ", 1200, Derecha}, {"  %", 700, Derecha}});
     Prepara_Grid4();
 }
 
 void CALCULOS01::Prepara_Grid4()
 {
     using enum Alineacion;
-    Disponer(GRID4, Celdas4, {{"C-B", 700, Centro}, {"Nombre Banco", 1500, General}, {"Recibido", 1100, Derecha},
-                              {"  %", 800, Derecha}});
+    Disponer(GRID4, Celdas4,
+             {{"C-B", 700, Centro}, {"Nombre Banco", 1500, General}, {"Recibido", 1100, Derecha}, {"  %", 800, Derecha}});
     Prepara_Grid5();
 }
 
 void CALCULOS01::Prepara_Grid5()
 {
     using enum Alineacion;
-    Disponer(GRID5, Celdas5, {{"C-S", 700, Centro}, {"Servicio", 1500, General}, {"Recibido", 1100, Derecha},
-                              {"  %", 800, Derecha}});
+    Disponer(GRID5, Celdas5,
+             {{"C-S", 700, Centro}, {"Servicio", 1500, General}, {"Recibido", 1100, Derecha}, {"  %", 800, Derecha}});
     Retoca_Columnas();
 }

@@ -33,9 +33,14 @@ void Resumen_mensual::Busca_Fila(const QString& clave)
 void Resumen_mensual::Prepara_Grid()
 {
     using enum Alineacion;
-    Disponer(GRID, Celdas, {{"Fecha", 900, Centro}, {"", 8, Centro}, {"Recibido", 1100, Derecha},
-                            {"Directos", 1100, Derecha}, {"Tot-M", 1000, Derecha}, {"%", 700, Derecha},
-                            {"Tot-G", 1100, Derecha}});
+    Disponer(GRID, Celdas,
+             {{"Fecha", 900, Centro},
+              {"", 8, Centro},
+              {"Recibido", 1100, Derecha},
+              {"Directos", 1100, Derecha},
+              {"Tot-M", 1000, Derecha},
+              {"%", 700, Derecha},
+              {"Tot-G", 1100, Derecha}});
     Recordset& rs = *m.Rs;
     const QString campo = Campo_Clave();
     int i = 0;

@@ -30,10 +30,7 @@ namespace {
 
 QString salida;
 
-void espera(int ms = 300)
-{
-    QTest::qWait(ms);
-}
+void espera(int ms = 300) { QTest::qWait(ms); }
 
 // The main window as the operator sees it, in 256 colours to keep the file small.
 void guardar(MDIForm1& principal, const char* nombre)
@@ -148,7 +145,7 @@ int main(int argc, char** argv)
         cerrar(consola);
     }
 
-    for (const auto& [pantalla, nombre] : {std::pair{"NEW_DOLAR", "05-tasas"}, std::pair{"CALCULOS01", "06-estadisticas"}}) {
+    for (const auto& [pantalla, nombre] : {std::pair {"NEW_DOLAR", "05-tasas"}, std::pair {"CALCULOS01", "06-estadisticas"}}) {
         if (Pantalla* p = abrir(principal, pantalla)) {
             guardar(principal, nombre);
             cerrar(p);

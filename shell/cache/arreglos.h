@@ -8,8 +8,7 @@
 #include <vector>
 
 // Fixed array with indexes 0 to Ultimo.
-template <typename T, int Ultimo>
-class ArregloFijo {
+template <typename T, int Ultimo> class ArregloFijo {
 public:
     T& operator()(long i)
     {
@@ -30,19 +29,15 @@ private:
         if (i < 0 || i > Ultimo)
             throw FalloEjecucion::fueraDeRango();
     }
-    std::array<T, Ultimo + 1> datos_{};
+    std::array<T, Ultimo + 1> datos_ {};
 };
 
 // Text table with columns 0 to Columnas-1 and rows that grow (0 to UBound()).
-template <int Columnas>
-class TablaTexto {
+template <int Columnas> class TablaTexto {
 public:
     TablaTexto() { filas_.resize(1); }
     // ReDim: rows 0 to ultima, emptied.
-    void ReDim(long ultima)
-    {
-        filas_.assign(size_t(ultima + 1), {});
-    }
+    void ReDim(long ultima) { filas_.assign(size_t(ultima + 1), {}); }
     // ReDim Preserve: rows 0 to ultima, keeping what is there.
     void ReDimPreserve(long ultima) { filas_.resize(size_t(ultima + 1)); }
     long UBound() const { return long(filas_.size()) - 1; }

@@ -7,11 +7,11 @@
 struct Despliegue {
     enum class Tipo { Embebido, SqlServer };
     Tipo tipo = Tipo::Embebido;
-    QString archivo;          // embedded server: the database file
+    QString archivo;                // embedded server: the database file
     bool archivoPorDefecto = false; // the file is the new installation's default, not one the settings name
-    QString archivoAjustes;   // the settings file read (may hold the SQL Server password)
-    QString archivoAvisos;    // where the start-up keeps the warnings on rights already given; empty: none kept
-    QString servidor;         // SQL Server: host name or address
+    QString archivoAjustes;         // the settings file read (may hold the SQL Server password)
+    QString archivoAvisos;          // where the start-up keeps the warnings on rights already given; empty: none kept
+    QString servidor;               // SQL Server: host name or address
     int puerto = 1433;
     QString clave;            // SQL Server: the password of the user TRUMIN
     QString carpetaRecibos;   // folder of the receipt files

@@ -59,10 +59,7 @@ void Module1::Hora_Servidor()
     Cierra_Rs();
 }
 
-QString Module1::Fecha_AMD(const QString& fecha)
-{
-    return fecha.mid(6, 4) + fecha.mid(3, 2) + fecha.mid(0, 2);
-}
+QString Module1::Fecha_AMD(const QString& fecha) { return fecha.mid(6, 4) + fecha.mid(3, 2) + fecha.mid(0, 2); }
 
 QString Module1::Fecha_DMA(const QString& fecha)
 {
@@ -185,8 +182,7 @@ QString Module1::Nombre_Banco(const QString& codigo)
 
 namespace {
 // The name of a numeric code in a cache table whose column 1 holds the code as text.
-template <typename Tabla>
-QString nombrePorNumero(const Tabla& tabla, int16_t cuantos, int16_t codigo, Valor& J)
+template <typename Tabla> QString nombrePorNumero(const Tabla& tabla, int16_t cuantos, int16_t codigo, Valor& J)
 {
     for (int j = 1; j <= cuantos; ++j) {
         J = j;
@@ -217,10 +213,7 @@ void Module1::Espera(int16_t segundos)
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
 }
 
-float Module1::Dolar_De_Envio(const QString& enviado)
-{
-    return Numeros::CSng(Numeros::CDbl(enviado) / 100);
-}
+float Module1::Dolar_De_Envio(const QString& enviado) { return Numeros::CSng(Numeros::CDbl(enviado) / 100); }
 
 void Module1::Carga_Dolar_Actual()
 {

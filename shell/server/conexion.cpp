@@ -97,7 +97,7 @@ void Recordset::Open(const QString& sql, Conexion& conexion)
 
 void Recordset::Ventana(const QStringList& columnas)
 {
-    conjuntos_.assign(1, ConjuntoResultados{columnas, {}});
+    conjuntos_.assign(1, ConjuntoResultados {columnas, {}});
     conjunto_ = fila_ = 0;
     abierto_ = true;
 }
@@ -334,10 +334,7 @@ void Comando::ExecutePorFilas(Recordset& rs, const std::function<void()>& alEmpe
         const std::function<void()>& porFila;
         std::optional<Conexion::LectorDeVersiones> versiones;
         int conjuntos = 0;
-        Ventana(Recordset& r, const std::function<void()>& a, const std::function<void()>& p)
-            : rs(r), alEmpezar(a), porFila(p)
-        {
-        }
+        Ventana(Recordset& r, const std::function<void()>& a, const std::function<void()>& p) : rs(r), alEmpezar(a), porFila(p) {}
         void conjunto(const QStringList& columnas) override
         {
             if (++conjuntos > 1)

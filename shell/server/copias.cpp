@@ -37,14 +37,20 @@ Base abrir(const QString& archivo, int modo)
 QString causa(sqlite3* bd, int rc)
 {
     switch (rc & 0xff) {
-    case SQLITE_FULL: return QStringLiteral("el disco está lleno");
-    case SQLITE_CANTOPEN: return QStringLiteral("no se puede crear el archivo");
+    case SQLITE_FULL:
+        return QStringLiteral("el disco está lleno");
+    case SQLITE_CANTOPEN:
+        return QStringLiteral("no se puede crear el archivo");
     case SQLITE_READONLY:
-    case SQLITE_PERM: return QStringLiteral("no hay permiso para escribir");
-    case SQLITE_IOERR: return QStringLiteral("error de escritura en el disco");
+    case SQLITE_PERM:
+        return QStringLiteral("no hay permiso para escribir");
+    case SQLITE_IOERR:
+        return QStringLiteral("error de escritura en el disco");
     case SQLITE_BUSY:
-    case SQLITE_LOCKED: return QStringLiteral("la base de datos está ocupada");
-    default: break;
+    case SQLITE_LOCKED:
+        return QStringLiteral("la base de datos está ocupada");
+    default:
+        break;
     }
     return bd ? QString::fromUtf8(sqlite3_errmsg(bd)) : QString::fromUtf8(sqlite3_errstr(rc));
 }
@@ -71,8 +77,7 @@ QRegularExpression patron(const QString& base)
     const QFileInfo f(base);
     const QString sufijo = f.suffix().isEmpty() ? QString() : QLatin1Char('.') + f.suffix();
     return QRegularExpression(QLatin1Char('^') + QRegularExpression::escape(f.completeBaseName()) +
-                              QStringLiteral("-(\\d{4}-\\d{2}-\\d{2})") + QRegularExpression::escape(sufijo) +
-                              QLatin1Char('$'));
+                              QStringLiteral("-(\\d{4}-\\d{2}-\\d{2})") + QRegularExpression::escape(sufijo) + QLatin1Char('$'));
 }
 
 // Writes the copy into 'destino' with the online backup: one step holds one
@@ -132,10 +137,7 @@ QStringList Copias_En(const QString& base, const QString& carpeta)
     return r; // the date in the name sorts them by day
 }
 
-bool Base_Sana(const QString& archivo, bool rapida)
-{
-    return Revision::Danos(archivo, rapida).isEmpty();
-}
+bool Base_Sana(const QString& archivo, bool rapida) { return Revision::Danos(archivo, rapida).isEmpty(); }
 
 QString Carpeta_De_Copias(const QString& base, const QString& carpeta)
 {
@@ -160,7 +162,8 @@ QString escribirCopia(const QString& base, const QString& destino)
 {
     // What a copy cut off by a crash left behind goes a day later.
     const QDir dir(QFileInfo(destino).absolutePath());
-    for (const QFileInfo& resto : dir.entryInfoList({QFileInfo(base).completeBaseName() + QStringLiteral("-*.parcial-*")}, QDir::Files))
+    for (const QFileInfo& resto :
+         dir.entryInfoList({QFileInfo(base).completeBaseName() + QStringLiteral("-*.parcial-*")}, QDir::Files))
         if (resto.lastModified().daysTo(QDateTime::currentDateTime()) >= 1)
             QFile::remove(resto.filePath());
     const QString parcial = destino + QStringLiteral(".parcial-%1-%2")
@@ -226,7 +229,8 @@ Resultado Copia_Previa(const QString& base, const QString& carpetaDada, const QS
     const QFileInfo f(base);
     const QString sufijo = f.suffix().isEmpty() ? QString() : QLatin1Char('.') + f.suffix();
     const QString destino = QDir(carpeta).filePath(f.completeBaseName() + QLatin1Char('-') +
-                                                   hoy.toString(QStringLiteral("yyyy-MM-dd")) + QLatin1Char('-') + motivo + sufijo);
+                                                   hoy.toString(QStringLiteral("yyyy-MM-dd")) + QLatin1Char('-') + motivo +
+                                                   sufijo);
     if (!Permisos::Crear_Carpeta(carpeta))
         return fallida(destino, QStringLiteral("no se puede crear la carpeta de copias"));
     if (const QString error = escribirCopia(base, destino); !error.isEmpty())

@@ -12,10 +12,10 @@ namespace Copias {
 
 struct Resultado {
     enum class Estado {
-        Hecha,    // a new sound copy was written
-        AlDia,    // a sound copy of this day stood already
-        Apagada,  // the count is 0: copies are switched off
-        Fallida,  // no copy could be made; error says why
+        Hecha,   // a new sound copy was written
+        AlDia,   // a sound copy of this day stood already
+        Apagada, // the count is 0: copies are switched off
+        Fallida, // no copy could be made; error says why
     };
     Estado estado = Estado::Fallida;
     QString archivo; // the day's copy (made or found)

@@ -28,9 +28,7 @@
 #include <sys/types.h>
 #endif
 
-
 using namespace embebido;
-
 
 // ---------------------------------------------------------------------------
 // ServidorEmbebido
@@ -104,10 +102,11 @@ void ServidorEmbebido::crearBase(const QString& archivo, bool conDemo)
                 ejecutarDirecto(bd, RecursosBd::leer(QStringLiteral("demo.sql")));
             // The two pictures every database needs: a client without photo, and a client under review.
             sqlite3_stmt* crudo = nullptr;
-            if (sqlite3_prepare_v2(bd, "INSERT OR REPLACE INTO fotos (cliente, img) VALUES (?, ?)", -1, &crudo, nullptr) != SQLITE_OK)
+            if (sqlite3_prepare_v2(bd, "INSERT OR REPLACE INTO fotos (cliente, img) VALUES (?, ?)", -1, &crudo, nullptr) !=
+                SQLITE_OK)
                 throw FalloEjecucion::servidor(mensaje(bd));
             Sentencia foto(crudo);
-            for (const auto& [cliente, ruta] : {std::pair{0, "fotos/sin_foto.png"}, std::pair{9999, "fotos/revision.png"}}) {
+            for (const auto& [cliente, ruta] : {std::pair {0, "fotos/sin_foto.png"}, std::pair {9999, "fotos/revision.png"}}) {
                 const QByteArray img = RecursosBd::leer(QLatin1String(ruta));
                 sqlite3_reset(foto.get());
                 sqlite3_bind_int(foto.get(), 1, cliente);
@@ -177,8 +176,7 @@ Resultados ServidorEmbebido::procedimiento(const QString& nombre, const std::vec
     return std::move(resultados.resultados);
 }
 
-void ServidorEmbebido::procedimientoPorFilas(const QString& nombre, const std::vector<Parametro>& valores,
-                                             Receptor& receptor)
+void ServidorEmbebido::procedimientoPorFilas(const QString& nombre, const std::vector<Parametro>& valores, Receptor& receptor)
 {
     sqlite3* bd = conexion();
     correrProcedimiento(bd, *definicion(nombre), valores, receptor);
@@ -245,8 +243,7 @@ void comprobarVersiones(sqlite3* bd, const VersionesEsperadas& esperadas)
     if (sqlite3_prepare_v2(bd,
                            "SELECT COALESCE(v.version, 0) FROM MOVIMIENTOS m LEFT JOIN MOVIMIENTOS_VERSION v"
                            " ON v.FECHA = m.FECHA AND v.SECUENCIA = m.SECUENCIA WHERE m.FECHA = ?1 AND m.SECUENCIA = ?2",
-                           -1, &crudo, nullptr)
-        != SQLITE_OK)
+                           -1, &crudo, nullptr) != SQLITE_OK)
         throw FalloEjecucion::servidor(mensaje(bd));
     const Sentencia lectura(crudo);
     std::vector<std::pair<QString, int>> cambiadas;

@@ -18,7 +18,7 @@ public:
     // Creates a new database file with the schema; with the demo data set when asked.
     static void crearBase(const QString& archivo, bool conDemo);
 
-    void abrir() override;     // creates the file with demo data when it does not exist
+    void abrir() override; // creates the file with demo data when it does not exist
     void cerrar() override;
     bool abierto() const override { return bd_ != nullptr; }
     bool esLocal() const override { return true; }
@@ -50,8 +50,7 @@ public:
     // Runs a procedure given the text of its file, exactly as procedimiento()
     // runs the files of the database folder (the route for trying a procedure
     // text that is not compiled in).
-    Resultados procedimientoDeTexto(const QString& nombre, const QByteArray& texto,
-                                    const std::vector<Parametro>& valores);
+    Resultados procedimientoDeTexto(const QString& nombre, const QByteArray& texto, const std::vector<Parametro>& valores);
 
 private:
     sqlite3* conexion();

@@ -29,7 +29,6 @@
 #include <sys/types.h>
 #endif
 
-
 namespace embebido {
 
 // ---------------------------------------------------------------------------
@@ -42,10 +41,10 @@ namespace {
 bool reservada(const Pieza& p)
 {
     static const char* const palabras[] = {
-        "SELECT", "INSERT", "UPDATE", "DELETE", "FROM", "WHERE", "INTO", "SET", "VALUES", "UNION", "EXCEPT",
-        "INTERSECT", "EXEC", "EXECUTE", "DROP", "CREATE", "ALTER", "ATTACH", "DETACH", "PRAGMA", "TOP", "ORDER",
-        "GROUP", "HAVING", "LIMIT", "JOIN", "ON", "AS", "REPLACE", "BEGIN", "COMMIT", "ROLLBACK", "VACUUM",
-        "RETURNING", "WITH", "TABLE", "INDEX", "TRIGGER", "VIEW", "DECLARE", "GO", "USE", "GRANT"};
+        "SELECT",    "INSERT", "UPDATE",  "DELETE", "FROM",    "WHERE", "INTO",    "SET",    "VALUES", "UNION",    "EXCEPT",
+        "INTERSECT", "EXEC",   "EXECUTE", "DROP",   "CREATE",  "ALTER", "ATTACH",  "DETACH", "PRAGMA", "TOP",      "ORDER",
+        "GROUP",     "HAVING", "LIMIT",   "JOIN",   "ON",      "AS",    "REPLACE", "BEGIN",  "COMMIT", "ROLLBACK", "VACUUM",
+        "RETURNING", "WITH",   "TABLE",   "INDEX",  "TRIGGER", "VIEW",  "DECLARE", "GO",     "USE",    "GRANT"};
     if (p.clase != Pieza::Palabra)
         return false;
     for (const char* w : palabras)
@@ -59,8 +58,7 @@ bool reservada(const Pieza& p)
 // One statement of the client, read against the few shapes this server takes.
 class Analizador : public LectorTsql::Cursor {
 public:
-    Analizador(const QString& sql, const Piezas& piezas, size_t desde, size_t hasta)
-        : Cursor(piezas, desde, hasta), sql_(sql) {}
+    Analizador(const QString& sql, const Piezas& piezas, size_t desde, size_t hasta) : Cursor(piezas, desde, hasta), sql_(sql) {}
 
     // A name of a table or column: a word that is neither reserved nor a variable.
     const Pieza& nombre()
@@ -123,8 +121,8 @@ QString adaptarConsulta(const QString& sql, const Piezas& piezas)
     if (!select.es("SELECT"))
         throw sintaxis(select.texto);
     // The server's clock under a column name.
-    if (piezas.size() == 6 && piezas[1].clase == Pieza::Palabra && piezas[2].esSimbolo("=") && piezas[3].es("GETDATE")
-        && piezas[4].esSimbolo("(") && piezas[5].esSimbolo(")") && !reservada(piezas[1]))
+    if (piezas.size() == 6 && piezas[1].clase == Pieza::Palabra && piezas[2].esSimbolo("=") && piezas[3].es("GETDATE") &&
+        piezas[4].esSimbolo("(") && piezas[5].esSimbolo(")") && !reservada(piezas[1]))
         return QStringLiteral("SELECT GETDATE() AS %1").arg(piezas[1].texto);
     QString limite;
     if (a.aceptar("TOP")) {
@@ -186,8 +184,7 @@ public:
         if (!esVacio(p))
             return;
         for (int c = 0; c < int(columnas_.size()); ++c) {
-            const bool es = columna.isEmpty() ? c == posicion
-                                              : columnas_[c].nombre.compare(columna, Qt::CaseInsensitive) == 0;
+            const bool es = columna.isEmpty() ? c == posicion : columnas_[c].nombre.compare(columna, Qt::CaseInsensitive) == 0;
             if (es && columnas_[c].numerica)
                 reemplazar(p.inicio, p.fin, QStringLiteral("0"));
         }
@@ -272,8 +269,8 @@ QString adaptarCambio(const QString& sql, const Piezas& piezas, size_t desde, si
             const Pieza& desdeValor = a.pieza(primera);
             const Pieza& hastaValor = a.pieza(a.posicion() - 1);
             const QString valor = CerosDeTexto::esVacio(desdeValor)
-                ? QStringLiteral("0")
-                : sql.mid(desdeValor.inicio, hastaValor.fin - desdeValor.inicio);
+                                      ? QStringLiteral("0")
+                                      : sql.mid(desdeValor.inicio, hastaValor.fin - desdeValor.inicio);
             if (movimiento && posicion == 0)
                 fecha = sql.mid(desdeValor.inicio, hastaValor.fin - desdeValor.inicio);
             else if (movimiento && posicion == 1)

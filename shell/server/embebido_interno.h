@@ -32,7 +32,6 @@
 #include <sys/types.h>
 #endif
 
-
 namespace embebido {
 
 // ---------------------------------------------------------------------------
@@ -182,12 +181,12 @@ inline void prepararConexion(sqlite3* bd)
     ejecutarDirecto(bd, "PRAGMA cache_size=-32768");
     int r = sqlite3_create_function_v2(bd, "GETDATE", 0, SQLITE_UTF8, nullptr, funcionGetDate, nullptr, nullptr, nullptr);
     if (r == SQLITE_OK)
-        r = sqlite3_create_function_v2(bd, "num_coma", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
-                                       nullptr, funcionNumComa, nullptr, nullptr, nullptr);
-    for (const auto& [nombre, funcion] : {std::pair{"TRU_Mes", &funcionMes}, std::pair{"TRU_Ano", &funcionAno}})
+        r = sqlite3_create_function_v2(bd, "num_coma", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr,
+                                       funcionNumComa, nullptr, nullptr, nullptr);
+    for (const auto& [nombre, funcion] : {std::pair {"TRU_Mes", &funcionMes}, std::pair {"TRU_Ano", &funcionAno}})
         if (r == SQLITE_OK)
-            r = sqlite3_create_function_v2(bd, nombre, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS,
-                                           nullptr, funcion, nullptr, nullptr, nullptr);
+            r = sqlite3_create_function_v2(bd, nombre, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, nullptr, funcion,
+                                           nullptr, nullptr, nullptr);
     if (r == SQLITE_OK)
         r = Registra_Pliega(bd); // searches ignore capitals and accents
     if (r == SQLITE_OK)
@@ -308,8 +307,7 @@ inline void correr(sqlite3* bd, sqlite3_stmt* s, Receptor& receptor)
         return;
     }
     int r;
-    while ((r = sqlite3_step(s)) == SQLITE_ROW) {
-    }
+    while ((r = sqlite3_step(s)) == SQLITE_ROW) {}
     if (r != SQLITE_DONE)
         throw falloDeSentencia(bd, s);
 }

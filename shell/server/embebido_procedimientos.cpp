@@ -29,7 +29,6 @@
 #include <sys/types.h>
 #endif
 
-
 namespace embebido {
 
 // ---------------------------------------------------------------------------
@@ -46,7 +45,8 @@ struct ValorSql {
 
 FalloEjecucion falloDeArchivo(const QString& procedimiento, const QString& linea)
 {
-    return FalloEjecucion::servidor(QStringLiteral("Procedure '%1': cannot read the parameter line \"%2\".").arg(procedimiento, linea));
+    return FalloEjecucion::servidor(
+        QStringLiteral("Procedure '%1': cannot read the parameter line \"%2\".").arg(procedimiento, linea));
 }
 
 // The default of a parameter line: NULL, a number, or a quoted text with '' for a quote.
@@ -139,7 +139,8 @@ Definicion leerDefinicion(const QString& nombre, const QByteArray& texto)
         // Fragments are in place by now: a line of another kind, an include
         // mistyped, would leave its filter out without a word.
         if (!linea.trimmed().startsWith(QLatin1String("--@param")))
-            throw FalloEjecucion::servidor(QStringLiteral("Procedure '%1': cannot read the line \"%2\".").arg(nombre, linea.trimmed()));
+            throw FalloEjecucion::servidor(
+                QStringLiteral("Procedure '%1': cannot read the line \"%2\".").arg(nombre, linea.trimmed()));
         ParametroDeclarado p = leerParametro(nombre, linea);
         for (const auto& otro : d.parametros)
             if (otro.nombre.compare(p.nombre, Qt::CaseInsensitive) == 0)
@@ -223,7 +224,8 @@ ValorSql convertir(const Valor& v, Tipo tipo)
             bool bien = false;
             r.entero = t.toLongLong(&bien);
             if (!bien)
-                throw FalloEjecucion::servidor(QStringLiteral("The conversion of the varchar value '%1' overflowed an int column.").arg(original));
+                throw FalloEjecucion::servidor(
+                    QStringLiteral("The conversion of the varchar value '%1' overflowed an int column.").arg(original));
         } else {
             throw FalloEjecucion::servidor(QStringLiteral("Implicit conversion from data type datetime to int is not allowed."));
         }
@@ -241,7 +243,8 @@ ValorSql convertir(const Valor& v, Tipo tipo)
             if (!bien || !std::isfinite(r.real))
                 throw FalloEjecucion::servidor(QStringLiteral("Error converting data type varchar to float."));
         } else {
-            throw FalloEjecucion::servidor(QStringLiteral("Implicit conversion from data type datetime to float is not allowed."));
+            throw FalloEjecucion::servidor(
+                QStringLiteral("Implicit conversion from data type datetime to float is not allowed."));
         }
         return r;
     case Tipo::Texto:
@@ -260,7 +263,8 @@ ValorSql convertir(const Valor& v, Tipo tipo)
         if (v.esReal())
             r.bytes = textoDeReal(v.aDouble());
         else if (v.esFechaHora())
-            throw FalloEjecucion::servidor(QStringLiteral("Implicit conversion from data type datetime to varbinary(max) is not allowed."));
+            throw FalloEjecucion::servidor(
+                QStringLiteral("Implicit conversion from data type datetime to varbinary(max) is not allowed."));
         else if (v.esBytes())
             r.bytes = v.aBytes();
         else
@@ -287,7 +291,8 @@ std::vector<ValorSql> valoresDeLaLlamada(const Definicion& d, const std::vector<
     while (dados > 0 && !valores[dados - 1]) // trailing unset values are not sent
         --dados;
     if (dados > d.parametros.size())
-        throw FalloEjecucion::servidor(QStringLiteral("Procedure or function '%1' has too many arguments specified.").arg(d.nombre));
+        throw FalloEjecucion::servidor(
+            QStringLiteral("Procedure or function '%1' has too many arguments specified.").arg(d.nombre));
     std::vector<ValorSql> r;
     r.reserve(d.parametros.size());
     for (size_t i = 0; i < d.parametros.size(); ++i) {
@@ -297,8 +302,9 @@ std::vector<ValorSql> valoresDeLaLlamada(const Definicion& d, const std::vector<
         else if (p.tieneDefecto)
             r.push_back(convertir(p.defecto, p.tipo));
         else
-            throw FalloEjecucion::servidor(QStringLiteral("Procedure or function '%1' expects parameter '%2', which was not supplied.")
-                                               .arg(d.nombre, p.nombre));
+            throw FalloEjecucion::servidor(
+                QStringLiteral("Procedure or function '%1' expects parameter '%2', which was not supplied.")
+                    .arg(d.nombre, p.nombre));
     }
     return r;
 }

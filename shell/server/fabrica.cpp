@@ -73,5 +73,7 @@ std::unique_ptr<Servidor> crearServidor(const QString& cadenaConexion)
             d.segundosConexion = p.value(QStringLiteral("timeout")).toInt();
         return std::make_unique<ServidorSqlServer>(d);
     }
-    throw FalloEjecucion::conexion(QStringLiteral("No se puede encontrar el proveedor. Es posible que no esté instalado correctamente. (%1)").arg(proveedor));
+    throw FalloEjecucion::conexion(
+        QStringLiteral("No se puede encontrar el proveedor. Es posible que no esté instalado correctamente. (%1)")
+            .arg(proveedor));
 }

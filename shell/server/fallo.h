@@ -9,8 +9,7 @@
 
 class FalloEjecucion : public std::runtime_error {
 public:
-    FalloEjecucion(long numero, const QString& texto)
-        : std::runtime_error(texto.toStdString()), numero_(numero), texto_(texto) {}
+    FalloEjecucion(long numero, const QString& texto) : std::runtime_error(texto.toStdString()), numero_(numero), texto_(texto) {}
     // A failure of the run-time itself, with the text the report gives for its number.
     explicit FalloEjecucion(long numero) : FalloEjecucion(numero, Texto(numero)) {}
 
@@ -22,28 +21,41 @@ public:
     static QString Texto(long numero)
     {
         switch (numero) {
-        case 5: return QStringLiteral("Llamada a procedimiento o argumento no válidos");
-        case 6: return QStringLiteral("Desbordamiento");
-        case 7: return QStringLiteral("Memoria insuficiente");
-        case 9: return QStringLiteral("Subíndice fuera del intervalo");
-        case 11: return QStringLiteral("División por cero");
-        case 13: return QStringLiteral("No coinciden los tipos");
-        case 51: return QStringLiteral("Error interno");
-        case 53: return QStringLiteral("No se ha encontrado el archivo");
-        case 75: return QStringLiteral("Error de acceso a la ruta o al archivo");
-        case 94: return QStringLiteral("Uso no válido de Null");
-        case 481: return QStringLiteral("Imagen no válida");
+        case 5:
+            return QStringLiteral("Llamada a procedimiento o argumento no válidos");
+        case 6:
+            return QStringLiteral("Desbordamiento");
+        case 7:
+            return QStringLiteral("Memoria insuficiente");
+        case 9:
+            return QStringLiteral("Subíndice fuera del intervalo");
+        case 11:
+            return QStringLiteral("División por cero");
+        case 13:
+            return QStringLiteral("No coinciden los tipos");
+        case 51:
+            return QStringLiteral("Error interno");
+        case 53:
+            return QStringLiteral("No se ha encontrado el archivo");
+        case 75:
+            return QStringLiteral("Error de acceso a la ruta o al archivo");
+        case 94:
+            return QStringLiteral("Uso no válido de Null");
+        case 481:
+            return QStringLiteral("Imagen no válida");
         case 3021:
             return QStringLiteral("BOF o EOF es True, o el registro actual se eliminó. La operación solicitada "
                                   "requiere un registro actual.");
         case 3265:
             return QStringLiteral("No se puede encontrar el elemento en la colección correspondiente al nombre o "
                                   "al ordinal solicitado.");
-        case 3704: return QStringLiteral("No se permite realizar esta operación si el objeto está cerrado.");
+        case 3704:
+            return QStringLiteral("No se permite realizar esta operación si el objeto está cerrado.");
         case -2147217864:
             return QStringLiteral("No se encontró la fila para actualizarla. Algunos valores pueden haber cambiado "
                                   "desde la última vez que se leyeron.");
-        default: return QStringLiteral("Error definido por la aplicación o por el objeto");
+        default:
+            return QStringLiteral("Error definido por la aplicación o por el objeto");
         }
     }
 

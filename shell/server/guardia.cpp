@@ -75,8 +75,8 @@ public:
                     return false;
             return true;
         };
-        if ((tipo == Tipo::Numero && !esNumero(t)) || (tipo == Tipo::Fecha && !soloDe(QLatin1Char('/')))
-            || (tipo == Tipo::Hora && !soloDe(QLatin1Char(':'))))
+        if ((tipo == Tipo::Numero && !esNumero(t)) || (tipo == Tipo::Fecha && !soloDe(QLatin1Char('/'))) ||
+            (tipo == Tipo::Hora && !soloDe(QLatin1Char(':'))))
             throw conversion(t);
         if (tipo == Tipo::Corto && t.size() > kCorto)
             throw FalloEjecucion::servidor(QStringLiteral("String or binary data would be truncated."));
@@ -144,15 +144,13 @@ using Asignaciones = std::vector<Asignacion>;
 const std::vector<Asignaciones>& asignacionesDeGuardado()
 {
     static const std::vector<Asignaciones> listas = [] {
-        const Asignaciones comun = {{"recibido", Tipo::Numero},       {"enviado", Tipo::Numero},
-                                    {"C_CLIENTE", Tipo::Numero},      {"obs", Tipo::Texto},
-                                    {"C_PROVEEDOR", Tipo::Numero},    {"pago", Tipo::Numero},
-                                    {"C_BANCO", Tipo::Texto},         {"operadora", Tipo::Texto},
-                                    {"REFERENCIA", Tipo::Texto},      {"confirmacion", Tipo::Numero},
-                                    {"tipo_operacion", Tipo::Numero}, {"ganancia", Tipo::Numero}};
+        const Asignaciones comun = {{"recibido", Tipo::Numero},     {"enviado", Tipo::Numero},        {"C_CLIENTE", Tipo::Numero},
+                                    {"obs", Tipo::Texto},           {"C_PROVEEDOR", Tipo::Numero},    {"pago", Tipo::Numero},
+                                    {"C_BANCO", Tipo::Texto},       {"operadora", Tipo::Texto},       {"REFERENCIA", Tipo::Texto},
+                                    {"confirmacion", Tipo::Numero}, {"tipo_operacion", Tipo::Numero}, {"ganancia", Tipo::Numero}};
         const Asignaciones ganancias = {{"g1", Tipo::Numero}, {"g2", Tipo::Numero}, {"g3", Tipo::Numero}};
-        const Asignaciones pago = {{"fecha_pago", Tipo::Fecha}, {"hora_pago", Tipo::Hora},
-                                   {"dolar1", Tipo::Numero},    {"dolar2", Tipo::Numero}};
+        const Asignaciones pago = {
+            {"fecha_pago", Tipo::Fecha}, {"hora_pago", Tipo::Hora}, {"dolar1", Tipo::Numero}, {"dolar2", Tipo::Numero}};
         const Asignaciones zelle = {{"bancozelle", Tipo::Corto}};
         const auto unir = [&](std::initializer_list<const Asignaciones*> partes) {
             Asignaciones r = comun;
@@ -161,7 +159,7 @@ const std::vector<Asignaciones>& asignacionesDeGuardado()
             r.push_back({"tipo_servicio", Tipo::Numero});
             return r;
         };
-        return std::vector<Asignaciones>{
+        return std::vector<Asignaciones> {
             unir({}),                          // the USDT console
             unir({&ganancias}),                // the console by date of payment
             unir({&ganancias, &zelle}),        // a plain save
@@ -280,9 +278,9 @@ void guardable(const QString& texto)
 {
     // Beyond ASCII and Latin-1's letters and signs, Windows-1252 holds these
     // in the places where Latin-1 has its control codes.
-    static const std::set<char32_t> deWindows = {
-        0x20AC, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x017D, 0x2018,
-        0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x017E, 0x0178};
+    static const std::set<char32_t> deWindows = {0x20AC, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030,
+                                                 0x0160, 0x2039, 0x0152, 0x017D, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+                                                 0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x017E, 0x0178};
     for (const char32_t c : texto.toUcs4()) {
         if (c < 0x80 || (c >= 0xA0 && c <= 0xFF) || deWindows.count(c))
             continue;

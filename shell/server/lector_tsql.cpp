@@ -12,8 +12,8 @@ bool esLetra(QChar c) { return (c.unicode() >= 'a' && c.unicode() <= 'z') || (c.
 // server and not to the other could otherwise pass the guard as a known name.
 bool empiezaPalabra(QChar c, Modo modo)
 {
-    return esLetra(c) || c == QLatin1Char('_') || c == QLatin1Char('@') || c == QLatin1Char('#')
-        || (modo == Modo::Definicion && c.isLetter());
+    return esLetra(c) || c == QLatin1Char('_') || c == QLatin1Char('@') || c == QLatin1Char('#') ||
+           (modo == Modo::Definicion && c.isLetter());
 }
 bool siguePalabra(QChar c, Modo modo)
 {
@@ -79,7 +79,8 @@ Piezas trocear(const QString& sql, Modo modo)
         const QStringView dos = QStringView(sql).mid(i, 2);
         const bool comentario = dos == QLatin1String("--") || dos == QLatin1String("/*");
         if (definicion && comentario) {
-            const qsizetype fin = dos == QLatin1String("--") ? sql.indexOf(QLatin1Char('\n'), i) : sql.indexOf(QLatin1String("*/"), i + 2);
+            const qsizetype fin = dos == QLatin1String("--") ? sql.indexOf(QLatin1Char('\n'), i)
+                                                             : sql.indexOf(QLatin1String("*/"), i + 2);
             i = fin < 0 ? n : fin + (dos == QLatin1String("--") ? 0 : 2);
             continue;
         }

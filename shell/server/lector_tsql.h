@@ -77,10 +77,7 @@ public:
     }
     bool viene(const char* palabra) const { return !alFinal() && p_[i_].es(palabra); }
     bool vieneSimbolo(const char* s) const { return !alFinal() && p_[i_].esSimbolo(s); }
-    [[noreturn]] void rechazar() const
-    {
-        throw sintaxis(alFinal() ? (fin_ > 0 ? p_[fin_ - 1].texto : QString()) : p_[i_].texto);
-    }
+    [[noreturn]] void rechazar() const { throw sintaxis(alFinal() ? (fin_ > 0 ? p_[fin_ - 1].texto : QString()) : p_[i_].texto); }
     void esperar(const char* palabra)
     {
         if (!viene(palabra))

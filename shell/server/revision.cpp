@@ -72,11 +72,14 @@ QList<Objeto> objetos(sqlite3* bd)
     QList<Objeto> r;
     for (const QStringList& f : filas(bd, "SELECT type, name, tbl_name, sql FROM sqlite_schema "
                                           "WHERE sql IS NOT NULL AND name NOT LIKE 'sqlite_%' ORDER BY rowid"))
-        r << Objeto{f[0], f[1], f[2], f[3]};
+        r << Objeto {f[0], f[1], f[2], f[3]};
     return r;
 }
 
-QString citado(const QString& nombre) { return QLatin1Char('"') + QString(nombre).replace(QLatin1Char('"'), QStringLiteral("\"\"")) + QLatin1Char('"'); }
+QString citado(const QString& nombre)
+{
+    return QLatin1Char('"') + QString(nombre).replace(QLatin1Char('"'), QStringLiteral("\"\"")) + QLatin1Char('"');
+}
 
 QStringList columnas(sqlite3* bd, const QString& tabla)
 {
@@ -225,7 +228,8 @@ QString Danos(const QString& archivo, bool rapida)
         if (revision.value(0).value(0) != QLatin1String("ok"))
             return QStringLiteral("la revisión de integridad encontró daños (%1)").arg(revision.value(0).value(0));
         for (const char* tabla : {"MOVIMIENTOS", "parametros", "clientes", "proveedor", "servicios"})
-            if (filas(bd.get(), QByteArray("SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = '") + tabla + "'").isEmpty())
+            if (filas(bd.get(), QByteArray("SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = '") + tabla + "'")
+                    .isEmpty())
                 return QStringLiteral("le falta la tabla %1").arg(QLatin1String(tabla));
     } catch (const FalloEjecucion& fallo) {
         return fallo.texto();

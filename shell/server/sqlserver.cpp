@@ -44,8 +44,8 @@ struct Odbc {
     using LiberarHandle = SQLRETURN (*)(SQLSMALLINT, SQLHANDLE);
     using AtributoEntorno = SQLRETURN (*)(SQLHENV, SQLINTEGER, SQLPOINTER, SQLINTEGER);
     using AtributoSentencia = SQLRETURN (*)(SQLHSTMT, SQLINTEGER, SQLPOINTER, SQLINTEGER);
-    using Controladores = SQLRETURN (*)(SQLHENV, SQLUSMALLINT, SQLCHAR*, SQLSMALLINT, SQLSMALLINT*, SQLCHAR*,
-                                        SQLSMALLINT, SQLSMALLINT*);
+    using Controladores = SQLRETURN (*)(SQLHENV, SQLUSMALLINT, SQLCHAR*, SQLSMALLINT, SQLSMALLINT*, SQLCHAR*, SQLSMALLINT,
+                                        SQLSMALLINT*);
     using LeerDato = SQLRETURN (*)(SQLHSTMT, SQLUSMALLINT, SQLSMALLINT, SQLPOINTER, SQLLEN, SQLLEN*);
 
     AsignarHandle asignar = nullptr;
@@ -90,9 +90,8 @@ bool controladorRegistrado(const QString& nombre)
     SQLSMALLINT largoDescripcion = 0;
     SQLSMALLINT largoAtributos = 0;
     SQLUSMALLINT direccion = SQL_FETCH_FIRST;
-    while (!hallado && SQL_SUCCEEDED(odbc.controladores(entorno, direccion, descripcion, sizeof descripcion,
-                                                         &largoDescripcion, atributos, sizeof atributos,
-                                                         &largoAtributos))) {
+    while (!hallado && SQL_SUCCEEDED(odbc.controladores(entorno, direccion, descripcion, sizeof descripcion, &largoDescripcion,
+                                                        atributos, sizeof atributos, &largoAtributos))) {
         hallado = QString::fromLocal8Bit(reinterpret_cast<const char*>(descripcion)).compare(nombre, Qt::CaseInsensitive) == 0;
         direccion = SQL_FETCH_NEXT;
     }
@@ -109,8 +108,8 @@ QString controladorFreeTds()
         const QString nombre = QStringLiteral("FreeTDS");
         if (controladorRegistrado(nombre))
             return nombre;
-        for (const char* carpeta : {"/usr/lib/x86_64-linux-gnu/odbc", "/usr/lib/aarch64-linux-gnu/odbc",
-                                    "/usr/lib64", "/usr/lib/odbc", "/usr/local/lib", "/usr/lib"}) {
+        for (const char* carpeta : {"/usr/lib/x86_64-linux-gnu/odbc", "/usr/lib/aarch64-linux-gnu/odbc", "/usr/lib64",
+                                    "/usr/lib/odbc", "/usr/local/lib", "/usr/lib"}) {
             const QFileInfo biblioteca(QDir(QString::fromLatin1(carpeta)), QStringLiteral("libtdsodbc.so"));
             if (biblioteca.exists())
                 return biblioteca.absoluteFilePath();
@@ -124,17 +123,14 @@ QString controladorFreeTds()
 // inside it. The value goes in as it stands: FreeTDS ends a braced value at the
 // first '}' followed by ';' and does not undo a doubled '}', so doubling would
 // change the value (a password "a}b" would reach the server as "a}}b").
-QString entreLlaves(const QString& valor)
-{
-    return QLatin1Char('{') + valor + QLatin1Char('}');
-}
+QString entreLlaves(const QString& valor) { return QLatin1Char('{') + valor + QLatin1Char('}'); }
 
 // Braces only where the value needs them, so that plain values read plainly.
 QString valorOdbc(const QString& valor)
 {
     static const QString especiales = QStringLiteral(";{}=");
-    const bool necesita = valor != valor.trimmed()
-        || std::any_of(valor.begin(), valor.end(), [](QChar c) { return especiales.contains(c); });
+    const bool necesita = valor != valor.trimmed() ||
+                          std::any_of(valor.begin(), valor.end(), [](QChar c) { return especiales.contains(c); });
     return necesita ? entreLlaves(valor) : valor;
 }
 
@@ -230,8 +226,8 @@ Valor leerTexto(SQLHSTMT sentencia, int columna)
             return texto.isEmpty() ? Valor() : Valor(texto);
         // A piece that filled the buffer holds all but the final zero; the last one, its length.
         const qsizetype unidades = (largo == SQL_NO_TOTAL || largo >= SQLLEN(sizeof trozo))
-            ? qsizetype(std::size(trozo) - 1)
-            : qsizetype(largo / SQLLEN(sizeof(SQLWCHAR)));
+                                       ? qsizetype(std::size(trozo) - 1)
+                                       : qsizetype(largo / SQLLEN(sizeof(SQLWCHAR)));
         static_assert(sizeof(SQLWCHAR) == sizeof(char16_t));
         texto += QString::fromUtf16(reinterpret_cast<const char16_t*>(trozo), unidades);
         if (r == SQL_SUCCESS)
@@ -285,7 +281,7 @@ void darLimite(QSqlQuery& consulta)
                                SQL_IS_UINTEGER);
 }
 
-std::atomic<int> conexiones{0};
+std::atomic<int> conexiones {0};
 
 } // namespace
 
@@ -294,16 +290,13 @@ ServidorSqlServer::ServidorSqlServer(DatosSqlServer datos)
 {
 }
 
-ServidorSqlServer::~ServidorSqlServer()
-{
-    cerrar();
-}
+ServidorSqlServer::~ServidorSqlServer() { cerrar(); }
 
 QString ServidorSqlServer::textoOdbc(const DatosSqlServer& datos)
 {
     return QStringLiteral("DRIVER=%1;SERVER=%2;PORT=%3;DATABASE=%4;UID=%5;PWD=%6;TDS_Version=7.4;ClientCharset=UTF-8")
-        .arg(entreLlaves(controladorFreeTds()), valorOdbc(datos.servidor), QString::number(datos.puerto),
-             valorOdbc(datos.base), valorOdbc(datos.usuario), entreLlaves(datos.clave));
+        .arg(entreLlaves(controladorFreeTds()), valorOdbc(datos.servidor), QString::number(datos.puerto), valorOdbc(datos.base),
+             valorOdbc(datos.usuario), entreLlaves(datos.clave));
 }
 
 void ServidorSqlServer::abrir()
@@ -377,9 +370,8 @@ Resultados ServidorSqlServer::procedimiento(const QString& nombre, const std::ve
             enlazados.push_back(aVariant(*valores[i]));
         }
     }
-    const QString llamada = marcas.isEmpty()
-        ? QStringLiteral("{call %1}").arg(nombre)
-        : QStringLiteral("{call %1(%2)}").arg(nombre, marcas.join(QLatin1Char(',')));
+    const QString llamada = marcas.isEmpty() ? QStringLiteral("{call %1}").arg(nombre)
+                                             : QStringLiteral("{call %1(%2)}").arg(nombre, marcas.join(QLatin1Char(',')));
 
     QSqlQuery consulta(QSqlDatabase::database(nombreConexion_, false));
     consulta.setForwardOnly(true);
@@ -421,14 +413,16 @@ void ServidorSqlServer::comprobarVersiones(const VersionesEsperadas& esperadas)
         for (size_t k = desde; k < std::min(esperadas.size(), desde + kPorLectura); ++k) {
             const VersionEsperada& e = esperadas[k];
             // The date goes into the text: only the digits of a yyyymmdd may.
-            if (e.fecha.size() != 8 || !std::all_of(e.fecha.begin(), e.fecha.end(), [](QChar c) { return c.isDigit() && c.unicode() < 128; }))
+            if (e.fecha.size() != 8 ||
+                !std::all_of(e.fecha.begin(), e.fecha.end(), [](QChar c) { return c.isDigit() && c.unicode() < 128; }))
                 throw LectorTsql::sintaxis(e.fecha);
             condiciones << QStringLiteral("(m.FECHA = '%1' AND m.SECUENCIA = %2)").arg(e.fecha).arg(e.secuencia);
         }
         const Resultados r = correrTexto(
-            QStringLiteral("SELECT m.FECHA, m.SECUENCIA, COALESCE(v.version, 0) FROM dbo.MOVIMIENTOS AS m WITH (UPDLOCK, HOLDLOCK)"
-                           " LEFT JOIN dbo.MOVIMIENTOS_VERSION AS v WITH (UPDLOCK, HOLDLOCK)"
-                           " ON v.FECHA = m.FECHA AND v.SECUENCIA = m.SECUENCIA WHERE %1")
+            QStringLiteral(
+                "SELECT m.FECHA, m.SECUENCIA, COALESCE(v.version, 0) FROM dbo.MOVIMIENTOS AS m WITH (UPDLOCK, HOLDLOCK)"
+                " LEFT JOIN dbo.MOVIMIENTOS_VERSION AS v WITH (UPDLOCK, HOLDLOCK)"
+                " ON v.FECHA = m.FECHA AND v.SECUENCIA = m.SECUENCIA WHERE %1")
                 .arg(condiciones.join(QStringLiteral(" OR "))));
         if (!r.empty())
             for (const auto& fila : r.front().filas)
@@ -460,7 +454,7 @@ void ServidorSqlServer::ejecutar(const QString& sql, int sentencias, const Versi
         throw FalloEjecucion::servidor(textoDe(base.lastError()));
     try {
         comprobarVersiones(esperadas); // nothing written on a row that changed meanwhile
-        correrTexto(sql); // its statement is closed before the transaction ends
+        correrTexto(sql);              // its statement is closed before the transaction ends
     } catch (const FalloEjecucion&) {
         base.rollback();
         throw;

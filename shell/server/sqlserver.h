@@ -5,7 +5,7 @@
 #include <QString>
 
 struct DatosSqlServer {
-    QString servidor;      // host name or address
+    QString servidor; // host name or address
     int puerto = 1433;
     QString base = QStringLiteral("RAMIL");
     QString usuario = QStringLiteral("TRUMIN");

@@ -8,7 +8,7 @@
 
 class Valor {
 public:
-    Valor() = default;                                  // null
+    Valor() = default; // null
     Valor(int v) : v_(int64_t(v)) {}
     Valor(int64_t v) : v_(v) {}
     Valor(double v) : v_(v) {}

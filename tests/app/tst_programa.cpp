@@ -71,14 +71,14 @@ private slots:
         QTest::addColumn<QString>("inicio");
         QTest::addColumn<QStringList>("partes");
         const QString version = QStringLiteral("control-pagos (Control de Pagos) " VERSION_ESPERADA "\n");
-        const QStringList ayuda{"-h, --help", "-v, --version", "muestra la versión", "código de acceso", "control-pagos.conf",
-                                "man control-pagos"};
-        QTest::newRow("--version") << QStringList{"--version"} << version << QStringList();
-        QTest::newRow("-v") << QStringList{"-v"} << version << QStringList();
-        QTest::newRow("--help") << QStringList{"--help"} << "Uso: control-pagos" << ayuda;
-        QTest::newRow("-h") << QStringList{"-h"} << "Uso: control-pagos" << ayuda;
+        const QStringList ayuda {"-h, --help",       "-v, --version",      "muestra la versión",
+                                 "código de acceso", "control-pagos.conf", "man control-pagos"};
+        QTest::newRow("--version") << QStringList {"--version"} << version << QStringList();
+        QTest::newRow("-v") << QStringList {"-v"} << version << QStringList();
+        QTest::newRow("--help") << QStringList {"--help"} << "Uso: control-pagos" << ayuda;
+        QTest::newRow("-h") << QStringList {"-h"} << "Uso: control-pagos" << ayuda;
         // A Qt option before it does not start the program.
-        QTest::newRow("tras otra") << QStringList{"-platform", "xcb", "--help"} << "Uso: control-pagos" << ayuda;
+        QTest::newRow("tras otra") << QStringList {"-platform", "xcb", "--help"} << "Uso: control-pagos" << ayuda;
     }
     void opciones()
     {
@@ -119,8 +119,9 @@ private slots:
         Mensajes::Reemplazar({});
         QCOMPARE(estado, 1);
         QCOMPARE(vistos.size(), 1);
-        QVERIFY2(vistos[0].startsWith(QStringLiteral("16|")) && vistos[0].contains(QStringLiteral("'13'"))
-                     && vistos[0].contains(QStringLiteral("No coinciden los tipos")), qPrintable(vistos[0]));
+        QVERIFY2(vistos[0].startsWith(QStringLiteral("16|")) && vistos[0].contains(QStringLiteral("'13'")) &&
+                     vistos[0].contains(QStringLiteral("No coinciden los tipos")),
+                 qPrintable(vistos[0]));
     }
 
     // Qt's own dialogs speak Spanish once the program has loaded its
@@ -131,8 +132,9 @@ private slots:
         QMessageBox caja;
         caja.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
         const auto texto = [](QAbstractButton* b) { return b->text().remove(QLatin1Char('&')); };
-        QCOMPARE((QStringList{texto(caja.button(QMessageBox::Yes)), texto(caja.button(QMessageBox::No)),
-                              texto(caja.button(QMessageBox::Cancel))}), (QStringList{"Sí", "No", "Cancelar"}));
+        QCOMPARE((QStringList {texto(caja.button(QMessageBox::Yes)), texto(caja.button(QMessageBox::No)),
+                               texto(caja.button(QMessageBox::Cancel))}),
+                 (QStringList {"Sí", "No", "Cancelar"}));
         QFileDialog archivo;
         archivo.setOption(QFileDialog::DontUseNativeDialog);
         archivo.setAcceptMode(QFileDialog::AcceptOpen);
@@ -165,8 +167,9 @@ private slots:
                 b->setFocus();
                 QTest::keyClick(b, Qt::Key_Return);
                 QTest::keyClick(b, Qt::Key_Enter);
-                QVERIFY2(pulsado == 2, qPrintable(QStringLiteral("%1.%2 pulsado %3 veces")
-                                                      .arg(QLatin1String(nombre), b->objectName()).arg(pulsado)));
+                QVERIFY2(pulsado == 2,
+                         qPrintable(
+                             QStringLiteral("%1.%2 pulsado %3 veces").arg(QLatin1String(nombre), b->objectName()).arg(pulsado)));
             }
             QVERIFY2(botones > 0, nombre);
             p->Unload();
@@ -179,8 +182,8 @@ private slots:
     // database cannot hold. The report, and nothing written.
     void notaDeLaEntrada()
     {
-        for (const auto& [nota, fallo] : {std::pair{"x','1','1',0,'','',0,0,'0') DELETE MOVIMIENTOS WHERE 1=1 OR obs IN ('", ""},
-                                          std::pair{"pagado a Ayşe", "no puede guardar"}}) {
+        for (const auto& [nota, fallo] : {std::pair {"x','1','1',0,'','',0,0,'0') DELETE MOVIMIENTOS WHERE 1=1 OR obs IN ('", ""},
+                                          std::pair {"pagado a Ayşe", "no puede guardar"}}) {
             SesionDePrueba s;
             auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
             const QString todas = QStringLiteral("select count(*) || '/' || total(recibido) from MOVIMIENTOS");
@@ -209,7 +212,8 @@ private slots:
             INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, tipo_servicio, obs, g1, g2, operadora)
                 VALUES ('20250310', 1, 12, 100, 94.3, 1, 'uno', 94.3, 94.3, '1'), ('20250310', 2, 12, 20, 18.6, 1, 'dos', 18.6, 18.6, '1');
         )";
-        const QString todas = QStringLiteral("select group_concat(SECUENCIA || obs || REFERENCIA || pago || C_BANCO, '|') from MOVIMIENTOS");
+        const QString todas = QStringLiteral(
+            "select group_concat(SECUENCIA || obs || REFERENCIA || pago || C_BANCO, '|') from MOVIMIENTOS");
         const QString entera = QStringLiteral("x' WHERE 1=1 UPDATE MOVIMIENTOS SET obs = 'x");
         const struct {
             QString nota, referencia;
@@ -217,7 +221,8 @@ private slots:
         } casos[] = {
             {entera, QString(), ""},
             {QString(), entera, ""},
-            {QStringLiteral("x' , C_PROVEEDOR ="), QStringLiteral("' y"), "Conversion failed when converting the varchar value ', C_PROVEEDOR ="},
+            {QStringLiteral("x' , C_PROVEEDOR ="), QStringLiteral("' y"),
+             "Conversion failed when converting the varchar value ', C_PROVEEDOR ="},
         };
         for (const auto& caso : casos) {
             Mesa<Form2> c(QString::fromUtf8(filas), "Form2", QDate(2025, 3, 10), QDate(2025, 3, 10));

@@ -44,7 +44,11 @@ struct Sesion {
 // The failure's number an action stops with; 0 when it runs through.
 long numeroDeFallo(const std::function<void()>& f)
 {
-    try { f(); } catch (const FalloEjecucion& e) { return e.numero(); }
+    try {
+        f();
+    } catch (const FalloEjecucion& e) {
+        return e.numero();
+    }
     return 0;
 }
 
@@ -60,11 +64,13 @@ private slots:
     {
         Sesion s;
         auto& m = s.m;
-        QCOMPARE((QStringList{m.Clave, m.Bancos_T(2, 1), m.Clientes_T(2, 3), m.Proveedores_T(1, 3), m.Proveedores_T(1, 4),
-                              m.Servicios_T(9)[2], m.Servicios_T(1)[5], m.Servicios_T(1)[3], m.Servicios_T(3)[2], m.Bancos_Zelle_T(10)}),
-                 (QStringList{"1234", "0134", "9999", "37", "2,5", "WALLY", "T", "5,4", "", "CHASE"}));
-        QCOMPARE((QList<int>{m.N_Bancos, m.N_Clientes, m.N_Conceptos, m.N_Servicios}), (QList<int>{2, 2, 2, 55}));
-        QCOMPARE((QList<double>{m.Compra_T(55), m.Div_T(55), m.Compra_T(3), m.Compra_T(2)}), (QList<double>{1.02, 1, 0, 345.5}));
+        QCOMPARE((QStringList {m.Clave, m.Bancos_T(2, 1), m.Clientes_T(2, 3), m.Proveedores_T(1, 3), m.Proveedores_T(1, 4),
+                               m.Servicios_T(9)[2], m.Servicios_T(1)[5], m.Servicios_T(1)[3], m.Servicios_T(3)[2],
+                               m.Bancos_Zelle_T(10)}),
+                 (QStringList {"1234", "0134", "9999", "37", "2,5", "WALLY", "T", "5,4", "", "CHASE"}));
+        QCOMPARE((QList<int> {m.N_Bancos, m.N_Clientes, m.N_Conceptos, m.N_Servicios}), (QList<int> {2, 2, 2, 55}));
+        QCOMPARE((QList<double> {m.Compra_T(55), m.Div_T(55), m.Compra_T(3), m.Compra_T(2)}),
+                 (QList<double> {1.02, 1, 0, 345.5}));
         QCOMPARE(m.Dolar_Param, 350.75f);
         QCOMPARE(m.Monto_T(2), 335.25f);
         QVERIFY(m.Rs == nullptr);
@@ -81,7 +87,7 @@ private slots:
         QCOMPARE(m.Compra_T(0), 7.0);  // the place 0 is not touched
 
         s.base.sql(QStringLiteral("DELETE FROM servicios WHERE C_SERVIcio = 9; DELETE FROM bancos;"
-                                "DELETE FROM servicios_usdt WHERE C_SERVIcio = 3;"));
+                                  "DELETE FROM servicios_usdt WHERE C_SERVIcio = 3;"));
         m.Carga_Tablas();
         QCOMPARE(m.Servicios_T(9)[2], QStringLiteral("WALLY")); // a removed service keeps its name
         QCOMPARE(m.Compra_T(55), 0.0);
@@ -89,6 +95,8 @@ private slots:
         QCOMPARE(m.Nombre_Banco(QStringLiteral("0134")), QStringLiteral("0134"));
     }
 
+    // The cases one a line.
+    // clang-format off
     void codigosFueraDeRangoDetienenLaCarga_data()
     {
         QTest::addColumn<QString>("fila");
@@ -96,6 +104,7 @@ private slots:
         QTest::newRow("zelle 11") << "INSERT INTO bancos_zelle (C_Banco, D_banco) VALUES (11, 'OTRO')";
         QTest::newRow("equivalencia 101") << "INSERT INTO servicios_usdt (C_SERVIcio, D_SERVIcio, compra, venta, equivalencia, div) VALUES (4, 'X', 1, 1, 101, 1)";
     }
+    // clang-format on
     void codigosFueraDeRangoDetienenLaCarga()
     {
         QFETCH(QString, fila);
@@ -109,22 +118,33 @@ private slots:
         Sesion s;
         auto& m = s.m;
         // a code not in the catalogue stands for its name
-        const std::pair<QString, const char*> nombres[] = {
-            {m.Nombre_Banco(QStringLiteral("0102")), "BANCO DE VENEZUELA"}, {m.Nombre_Banco(QStringLiteral("102")), "102"},
-            {m.Nombre_Banco(QStringLiteral("7777")), "7777"}, {m.Nombre_Cliente(12), "MARIA PEREZ"}, {m.Nombre_Cliente(13), "13"},
-            {m.Nombre_Proveedor(3), "PAGOS RAPIDOS"}, {m.Nombre_Proveedor(0), "0"}, {m.Nombre_Concepto(7), "DEVOLUCION"},
-            {Module1::Nombre_Dia(1), "Dom"}, {Module1::Nombre_Dia(7), "Sab"}, {Module1::Nombre_Dia(8), ""}, {Module1::Nombre_Dia(0), ""}};
+        const std::pair<QString, const char*> nombres[] = {{m.Nombre_Banco(QStringLiteral("0102")), "BANCO DE VENEZUELA"},
+                                                           {m.Nombre_Banco(QStringLiteral("102")), "102"},
+                                                           {m.Nombre_Banco(QStringLiteral("7777")), "7777"},
+                                                           {m.Nombre_Cliente(12), "MARIA PEREZ"},
+                                                           {m.Nombre_Cliente(13), "13"},
+                                                           {m.Nombre_Proveedor(3), "PAGOS RAPIDOS"},
+                                                           {m.Nombre_Proveedor(0), "0"},
+                                                           {m.Nombre_Concepto(7), "DEVOLUCION"},
+                                                           {Module1::Nombre_Dia(1), "Dom"},
+                                                           {Module1::Nombre_Dia(7), "Sab"},
+                                                           {Module1::Nombre_Dia(8), ""},
+                                                           {Module1::Nombre_Dia(0), ""}};
         for (const auto& [nombre, esperado] : nombres)
             QCOMPARE(nombre, QLatin1String(esperado));
 
         m.Div_T(60) = 2; // divided by the price of service 2, whatever its own
         m.Div_T(61) = 1; // no purchase price: the amount stays
         // by the service's percentage; 55 by its own purchase price
-        const struct { double monto; int servicio; double usd; } conversiones[] = {
-            {100, 1, 94.3}, {100, 9, 96.8}, {100, 4, 100}, {102, 55, 100}, {691, 60, 2}, {50, 61, 50}};
+        const struct {
+            double monto;
+            int servicio;
+            double usd;
+        } conversiones[] = {{100, 1, 94.3}, {100, 9, 96.8}, {100, 4, 100}, {102, 55, 100}, {691, 60, 2}, {50, 61, 50}};
         for (const auto& c : conversiones) {
             m.Convierte_Dolar(c.monto, c.servicio);
-            QVERIFY2(qAbs(m.Monto_Usd - c.usd) < 1e-9, qPrintable(QStringLiteral("servicio %1: %2").arg(c.servicio).arg(m.Monto_Usd)));
+            QVERIFY2(qAbs(m.Monto_Usd - c.usd) < 1e-9,
+                     qPrintable(QStringLiteral("servicio %1: %2").arg(c.servicio).arg(m.Monto_Usd)));
         }
         m.Compra_T(2) = 0;
         QVERIFY_THROWS_EXCEPTION(FalloEjecucion, m.Convierte_Dolar(10, 60));

@@ -17,15 +17,18 @@ private slots:
     {
         using F = Form1;
         SesionDePrueba s(false);
-        s.base.sql(QStringLiteral("INSERT INTO servicios (C_SERVIcio, D_SERVIcio, letra) VALUES (1, 'TRUMIN', 'T'), (2, 'ZELLE', 'Z');"
-                                  "INSERT INTO clientes VALUES (12, 'ANA ROJAS', ''), (7, 'LUIS MORA', '');"
-                                  "INSERT INTO proveedor (C_proveedor, D_proveedor) VALUES (3, 'PAGOS RAPIDOS')"));
+        s.base.sql(
+            QStringLiteral("INSERT INTO servicios (C_SERVIcio, D_SERVIcio, letra) VALUES (1, 'TRUMIN', 'T'), (2, 'ZELLE', 'Z');"
+                           "INSERT INTO clientes VALUES (12, 'ANA ROJAS', ''), (7, 'LUIS MORA', '');"
+                           "INSERT INTO proveedor (C_proveedor, D_proveedor) VALUES (3, 'PAGOS RAPIDOS')"));
         s.m->Carga_Tablas();
         auto* p = s.abrir<Form1>(QStringLiteral("Form1"));
         QVERIFY(p);
         QCOMPARE(p->Celdas1.UpperBound(1), 1);
         QCOMPARE(p->Celdas2.Value(0, Listas::colNombre).texto(), QStringLiteral("PAGOS RAPIDOS"));
-        auto escribir = [p](int linea, int col, const char* texto) { escribirEnCelda(*p->GRID, linea, col, QString::fromUtf8(texto)); };
+        auto escribir = [p](int linea, int col, const char* texto) {
+            escribirEnCelda(*p->GRID, linea, col, QString::fromUtf8(texto));
+        };
 
         escribir(0, F::colCliente, "12");
         QCOMPARE(p->Celdas.Value(0, F::colNombreCliente).texto(), QStringLiteral("ANA ROJAS"));

@@ -43,13 +43,15 @@ private slots:
         s.m->Dolar_Actual = 36.5f;
         auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
         const QString hoy = QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
-        const int siguiente = s.base.valor(QStringLiteral("select coalesce(max(SECUENCIA),0)+1 from MOVIMIENTOS where FECHA='%1'").arg(hoy)).toInt();
+        const int siguiente =
+            s.base.valor(QStringLiteral("select coalesce(max(SECUENCIA),0)+1 from MOVIMIENTOS where FECHA='%1'").arg(hoy))
+                .toInt();
         QCOMPARE(p->Text2[M::txtSecuencia]->text(), QString::asprintf("%04d", siguiente));
         QCOMPARE(p->Text2[M::txtNombreOperadora]->text(), QStringLiteral("Ramil"));
         QCOMPARE(p->Text2[M::txtLetra]->text(), QStringLiteral("T"));
 
         // Operator 1 by Enter: the name gets its trailing blank; 3 leaves it.
-        for (auto [operadora, nombre] : {std::pair{"1", "Ramil "}, {"2", "Noelina"}, {"3", "Noelina"}, {"1", "Ramil "}}) {
+        for (auto [operadora, nombre] : {std::pair {"1", "Ramil "}, {"2", "Noelina"}, {"3", "Noelina"}, {"1", "Ramil "}}) {
             teclear(p->Text2[M::txtOperadora], QString::fromLatin1(operadora));
             QCOMPARE(p->Text2[M::txtNombreOperadora]->text(), QString::fromLatin1(nombre));
             QCOMPARE(p->focusWidget(), p->Text2[M::txtCliente]);
@@ -64,7 +66,7 @@ private slots:
         QCOMPARE(p->focusWidget(), p->Text2[M::txtEnviado]);
         teclear(p->Text2[M::txtEnviado], QStringLiteral("1x00"));
         QCOMPARE(p->Text2[M::txtRecibido]->text(), QStringLiteral("94,30"));
-        QCOMPARE(p->Text2[M::txtEstimado]->text(), QString());                 // Enter on the sent amount leaves the estimate
+        QCOMPARE(p->Text2[M::txtEstimado]->text(), QString()); // Enter on the sent amount leaves the estimate
         teclear(p->Text2[M::txtRecibido], QStringLiteral(""));
         QCOMPARE(p->Text2[M::txtEstimado]->text(), QStringLiteral("3.441")); // 94,30 x 36,5 cut to whole bolivars
         QCOMPARE(p->focusWidget(), p->Text2[M::txtObservacion]);
@@ -77,9 +79,29 @@ private slots:
         p->Combo2->setCurrentIndex(3);
         p->INCLUIR->click();
 
-        QCOMPARE(filaGuardada(s.base, hoy, siguiente),
-                 (QStringList{hoy, QString::number(siguiente), "12", "100.0", "94.3", "0", "0.0", "", "", "0.0", "1", "2",
-                              "1", "100.0", nota.left(500), "94.3", "94.3", "0.0", "", "", "0.0", "0.0", "3"}));
+        QCOMPARE(filaGuardada(s.base, hoy, siguiente), (QStringList {hoy,
+                                                                     QString::number(siguiente),
+                                                                     "12",
+                                                                     "100.0",
+                                                                     "94.3",
+                                                                     "0",
+                                                                     "0.0",
+                                                                     "",
+                                                                     "",
+                                                                     "0.0",
+                                                                     "1",
+                                                                     "2",
+                                                                     "1",
+                                                                     "100.0",
+                                                                     nota.left(500),
+                                                                     "94.3",
+                                                                     "94.3",
+                                                                     "0.0",
+                                                                     "",
+                                                                     "",
+                                                                     "0.0",
+                                                                     "0.0",
+                                                                     "3"}));
 
         // Ready for the next one of the same day.
         QCOMPARE(p->Text2[M::txtSecuencia]->text(), QString::asprintf("%04d", siguiente + 1));
@@ -162,9 +184,9 @@ private slots:
         QList<int> estilos;
         for (const auto& msg : s.mensajes)
             estilos << msg.estilo;
-        QCOMPARE(s.textos(), (QStringList{"Indique Numero del Cliente", "Indique Monto Enviado", "Indique Monto Recibido",
-                                      "Indique Código de Cliente", "Indique Monto Enviado", "Indique Monto Recibido"}));
-        QCOMPARE(estilos, (QList<int>{16, 16, 16, 64, 64, 64}));
+        QCOMPARE(s.textos(), (QStringList {"Indique Numero del Cliente", "Indique Monto Enviado", "Indique Monto Recibido",
+                                           "Indique Código de Cliente", "Indique Monto Enviado", "Indique Monto Recibido"}));
+        QCOMPARE(estilos, (QList<int> {16, 16, 16, 64, 64, 64}));
         QCOMPARE(p->focusWidget(), p->Text2[M::txtRecibido]);
     }
 
@@ -220,8 +242,9 @@ private slots:
         SesionDePrueba s;
         auto* p = s.abrir<Movimientos>(QStringLiteral("Movimientos"));
         const QByteArray png = imagen("PNG", Qt::green, QSize(40, 50));
-        s.base.sql(QStringLiteral("insert into fotos values (12, x'%1'); update clientes set Revisar='9999' where C_CLIENTE = 137")
-                       .arg(QString::fromLatin1(png.toHex())));
+        s.base.sql(
+            QStringLiteral("insert into fotos values (12, x'%1'); update clientes set Revisar='9999' where C_CLIENTE = 137")
+                .arg(QString::fromLatin1(png.toHex())));
         s.base.sql(QStringLiteral("insert into fotos select 137, img from fotos where cliente = 12"));
         const QByteArray sinFoto = Foto::Lee(*s.m, QStringLiteral("0000"), false);
         const QByteArray revision = Foto::Lee(*s.m, QString(), true);
@@ -289,9 +312,10 @@ private slots:
         p->Incluir_Click();
         segunda.Incluir_Click();
         const QString hoy = QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
-        QCOMPARE(s.base.valor(QStringLiteral("select group_concat(SECUENCIA || obs) from MOVIMIENTOS where FECHA='%1' and SECUENCIA>=%2")
-                                  .arg(hoy)
-                                  .arg(secuencia)),
+        QCOMPARE(s.base.valor(
+                     QStringLiteral("select group_concat(SECUENCIA || obs) from MOVIMIENTOS where FECHA='%1' and SECUENCIA>=%2")
+                         .arg(hoy)
+                         .arg(secuencia)),
                  QStringLiteral("%1primera,%2segunda").arg(secuencia).arg(secuencia + 1));
         QCOMPARE(segunda.Text2[M::txtSecuencia]->text().toInt(), secuencia + 2);
     }

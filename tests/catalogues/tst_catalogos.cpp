@@ -78,7 +78,8 @@ private slots:
         codigo->setText(QStringLiteral("200"));
         descripcion->setText(QStringLiteral("BANCO CORREGIDO"));
         p->Procesar->click();
-        QCOMPARE(s.base.valor(QStringLiteral("select D_banco from bancos where C_Banco = 200")), QStringLiteral("BANCO CORREGIDO"));
+        QCOMPARE(s.base.valor(QStringLiteral("select D_banco from bancos where C_Banco = 200")),
+                 QStringLiteral("BANCO CORREGIDO"));
     }
 
     void zelle_envia_solo_las_filas_marcadas()
@@ -100,7 +101,7 @@ private slots:
         escribirEnCelda(*p->GRID, 5, Z::colDescripcion, QStringLiteral("  TD BANK NA  ")); // trimmed on its way
         escribirEnCelda(*p->GRID, 5, Z::colDescripcion, QStringLiteral("TD BANK N.A. "));  // two edits, one call
         p->MODIFICAR->click();
-        QCOMPARE(llamadas(s.base), (QStringList{"2:CHASE", "5:TD BANK N.A."}));
+        QCOMPARE(llamadas(s.base), (QStringList {"2:CHASE", "5:TD BANK N.A."}));
         QCOMPARE(s.m->Bancos_Zelle_T(5), QStringLiteral("TD BANK N.A."));
         QCOMPARE(p->Celdas.Value(5, Z::colMarca).texto(), QStringLiteral("0"));
 
@@ -143,13 +144,15 @@ private slots:
     void proveedores_montos_con_coma_y_totales()
     {
         SesionDePrueba s;
-        s.base.sql(QStringLiteral("update proveedor set regalo = 1000.25, ultregalo = 0; update proveedor set ultregalo = 2.5 where C_proveedor = 2"));
+        s.base.sql(QStringLiteral(
+            "update proveedor set regalo = 1000.25, ultregalo = 0; update proveedor set ultregalo = 2.5 where C_proveedor = 2"));
         using P = Proveedores;
         auto* p = abrirPorMenu<Proveedores>(s, "TAB_PROVEEDORES", "Proveedores");
         QVERIFY(p);
         const auto celda = [p](int f, int k) { return p->Celdas.Value(f, k).texto(); };
-        QCOMPARE(QStringList({celda(0, P::colCodigo), celda(0, P::colRegalo), celda(0, P::colUltRegalo), celda(1, P::colUltRegalo)}),
-                 QStringList({"01", "1.000,2500", "", "2,5000"}));
+        QCOMPARE(
+            QStringList({celda(0, P::colCodigo), celda(0, P::colRegalo), celda(0, P::colUltRegalo), celda(1, P::colUltRegalo)}),
+            QStringList({"01", "1.000,2500", "", "2,5000"}));
         QCOMPARE(p->GRID->Columns(P::colRegalo).FooterText() + '|' + p->GRID->Columns(P::colUltRegalo).FooterText(),
                  QStringLiteral("12.003,00|2,50"));
 
@@ -161,8 +164,10 @@ private slots:
         QCOMPARE(enviados[4].aTexto() + '|' + enviados[5].aTexto(), QStringLiteral("1,5|1,234,5678"));
         escribirEnCelda(*p->GRID, 0, P::colDescripcion, QStringLiteral("ORINOCO C.A."));
         p->MODIFICAR->click();
-        QCOMPARE(s.base.valor(QStringLiteral("select regalo || '/' || Comision || '/' || porgan || '/' || D_proveedor from proveedor where C_proveedor = 1")),
-                 QStringLiteral("1234.5678/1.5/40.0/ORINOCO C.A."));
+        QCOMPARE(
+            s.base.valor(QStringLiteral(
+                "select regalo || '/' || Comision || '/' || porgan || '/' || D_proveedor from proveedor where C_proveedor = 1")),
+            QStringLiteral("1234.5678/1.5/40.0/ORINOCO C.A."));
         QCOMPARE(s.base.valor(QStringLiteral("select ultregalo from proveedor where C_proveedor = 3")), QStringLiteral("0.0"));
         QCOMPARE(s.m->Nombre_Proveedor(1), QStringLiteral("INVERSIONES ORINOCO")); // no reload of the cache
 
@@ -210,21 +215,21 @@ private slots:
         usdt->click();
         QVERIFY(!dolar->isChecked());
         procesar();
-        QCOMPARE(s.textos(),
-                 (QStringList{"Indique la Descripcipón del Servicio", "Indique Porcentaje de descuento del Servicio",
-                              "Indique Numero de decimales del Servicio", "Indique tipo de calculo del Servicio (Sw-calculo)",
-                              "Indique Letra del Servicio"}));
-        QCOMPARE(focos, (QList<QWidget*>{servicio, porcentaje, decimales, letra, letra}));
+        QCOMPARE(s.textos(), (QStringList {"Indique la Descripcipón del Servicio", "Indique Porcentaje de descuento del Servicio",
+                                           "Indique Numero de decimales del Servicio",
+                                           "Indique tipo de calculo del Servicio (Sw-calculo)", "Indique Letra del Servicio"}));
+        QCOMPARE(focos, (QList<QWidget*> {servicio, porcentaje, decimales, letra, letra}));
         QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios")), antes);
 
         // A letter already held: warned with the holder's code, and saved all the same.
         s.mensajes.clear();
         letra->setText(QStringLiteral("t"));
         p->Procesar->click();
-        QCOMPARE(s.textos(), QStringList{"Error : la letra ya esta asignada al servicio = 1"});
+        QCOMPARE(s.textos(), QStringList {"Error : la letra ya esta asignada al servicio = 1"});
         QCOMPARE(s.mensajes.last().estilo, 0);
-        QCOMPARE(s.base.valor(QStringLiteral("select D_SERVIcio || '/' || porcentaje || '/' || decimales || '/' || sw_calculos || '/' || letra"
-                                             " from servicios where C_SERVIcio = 59")),
+        QCOMPARE(s.base.valor(QStringLiteral(
+                     "select D_SERVIcio || '/' || porcentaje || '/' || decimales || '/' || sw_calculos || '/' || letra"
+                     " from servicios where C_SERVIcio = 59")),
                  QStringLiteral("MONEDA NUEVA/12.5/2/2/T"));
         QCOMPARE(s.m->N_Servicios, int16_t(59));
         QCOMPARE(servicio->text(), QString());
@@ -238,8 +243,8 @@ private slots:
         dolar->click();
         letra->setText(QStringLiteral("T"));
         p->Procesar->click();
-        QCOMPARE(s.textos(), (QStringList{"Error : la letra ya esta asignada al servicio = 1",
-                                                  "Error : la letra ya esta asignada al servicio = 59"}));
+        QCOMPARE(s.textos(), (QStringList {"Error : la letra ya esta asignada al servicio = 1",
+                                           "Error : la letra ya esta asignada al servicio = 59"}));
 
         // Changes in the grid: the letter in capitals, the percentage with a comma.
         const int fila = 1; // ZELLE
@@ -247,7 +252,8 @@ private slots:
         escribirEnCelda(*p->GRID, fila, S::colPorcentaje, QStringLiteral("7.25"));
         escribirEnCelda(*p->GRID, fila, S::colStatus, QStringLiteral(" I "));
         p->MODIFICAR->click();
-        QCOMPARE(s.base.valor(QStringLiteral("select letra || '/' || porcentaje || '/' || St_servicio from servicios where C_SERVIcio = 2")),
+        QCOMPARE(s.base.valor(QStringLiteral(
+                     "select letra || '/' || porcentaje || '/' || St_servicio from servicios where C_SERVIcio = 2")),
                  QStringLiteral("Q/7.25/I"));
         QCOMPARE(s.m->Servicios_T(2)[5], QStringLiteral("Q"));
     }

@@ -71,7 +71,8 @@ private slots:
         const int todos = cuenta(s.base, QStringLiteral("select count(*) from clientes"));
         QCOMPARE(p->Text1[C::txtFilas]->text(), QString::number(todos));
         QCOMPARE(p->List1->item(0)->text(), QStringLiteral("00 - TODOS"));
-        QCOMPARE(p->List1->count(), 1 + cuenta(s.base, QStringLiteral("select count(*) from servicios where C_SERVIcio between 1 and 100")));
+        QCOMPARE(p->List1->count(),
+                 1 + cuenta(s.base, QStringLiteral("select count(*) from servicios where C_SERVIcio between 1 and 100")));
         QCOMPARE(p->List1->item(8)->text(), QStringLiteral("09 - PAYPAL")); // code 8 is a gap
 
         // The filter, chosen with the arrow keys, waits for CONSULTAR (Space on it).
@@ -82,7 +83,8 @@ private slots:
         QCOMPARE(p->Celdas.UpperBound(1) + 1, todos);
         p->CONSULTAR->setFocus();
         QTest::keyClick(p->CONSULTAR, Qt::Key_Space);
-        const int deZelle = cuenta(s.base, QStringLiteral("select count(distinct C_CLIENTE) from MOVIMIENTOS where tipo_servicio = 2"));
+        const int deZelle = cuenta(s.base,
+                                   QStringLiteral("select count(distinct C_CLIENTE) from MOVIMIENTOS where tipo_servicio = 2"));
         QVERIFY(deZelle > 0 && deZelle < todos);
         QCOMPARE(p->N_Filas, int16_t(deZelle));
 
@@ -116,8 +118,9 @@ private slots:
     {
         SesionDePrueba s;
         const QString antes = s.base.valor(QStringLiteral("select D_cliente from clientes where C_CLIENTE = 3"));
-        s.base.sql(QStringLiteral("CREATE TABLE llamadas (codigo INTEGER);"
-                                  "CREATE TRIGGER anota AFTER UPDATE ON clientes BEGIN INSERT INTO llamadas VALUES (new.C_CLIENTE); END;"));
+        s.base.sql(QStringLiteral(
+            "CREATE TABLE llamadas (codigo INTEGER);"
+            "CREATE TRIGGER anota AFTER UPDATE ON clientes BEGIN INSERT INTO llamadas VALUES (new.C_CLIENTE); END;"));
         auto* p = s.abrir<Clientes>(QStringLiteral("Clientes"));
         const int todos = p->N_Filas;
 
@@ -192,7 +195,7 @@ private slots:
         escribirArchivo(casa.filePath(QStringLiteral(".config/user-dirs.dirs")),
                         QByteArrayLiteral("XDG_PICTURES_DIR=\"$HOME/Im\xc3\xa1genes\"\n"));
         grabar(imagen("PNG", Qt::yellow));
-        QCOMPARE(carpetas, (QStringList{casa.path(), casa.filePath(QStringLiteral("Pictures")), imagenes}));
+        QCOMPARE(carpetas, (QStringList {casa.path(), casa.filePath(QStringLiteral("Pictures")), imagenes}));
 
         // A phone's photo, taken sideways: wide in the file, with the turn noted.
         QImage tomada(4000, 3000, QImage::Format_RGB32);
@@ -200,8 +203,11 @@ private slots:
         QPainter(&tomada).fillRect(2000, 0, 2000, 3000, Qt::blue);
         QByteArray telefono = bytesDe(tomada, "JPEG");
         // As a phone notes it: an Exif block whose one entry, orientation 6, says "turn right".
-        telefono.insert(2, QByteArray("\xff\xe1\x00\x22" "Exif\0\0" "MM\x00\x2a\x00\x00\x00\x08"
-                                      "\x00\x01" "\x01\x12\x00\x03\x00\x00\x00\x01\x00\x06\x00\x00"
+        telefono.insert(2, QByteArray("\xff\xe1\x00\x22"
+                                      "Exif\0\0"
+                                      "MM\x00\x2a\x00\x00\x00\x08"
+                                      "\x00\x01"
+                                      "\x01\x12\x00\x03\x00\x00\x00\x01\x00\x06\x00\x00"
                                       "\x00\x00\x00\x00",
                                       36));
         QCOMPARE(formatoYMedida(telefono), QStringLiteral("jpeg 4000x3000"));
@@ -264,7 +270,7 @@ private slots:
         // Without a photo: picture 0 and the notice held two seconds.
         clicEnFila(p, 11);
         QCOMPARE(imagenDe(p->Imagen), comoSeMuestra(sinFoto, p->Imagen));
-        QCOMPARE(vistos, QStringList{"Cliente no tiene Foto"});
+        QCOMPARE(vistos, QStringList {"Cliente no tiene Foto"});
         QVERIFY(segundos >= 3);
         QVERIFY(p->Text2->isHidden());
 
@@ -290,7 +296,7 @@ private slots:
         QVERIFY(s.base.valor(QStringLiteral("select count(*) from fotos where cliente = 10000")) == QStringLiteral("0"));
         vistos.clear();
         p->GRABAR_IMAGEN->click();
-        QCOMPARE(vistos, QStringList{"Foto Grabada"});
+        QCOMPARE(vistos, QStringList {"Foto Grabada"});
         QCOMPARE(formatoYMedida(Foto::Lee(*s.m, QStringLiteral("10000"), false)), QStringLiteral("jpeg 30x40"));
         QCOMPARE(p->Text1[C::txtArchivo]->text(), ruta); // a second click would store it again
 

@@ -10,10 +10,7 @@ BaseTemporal::BaseTemporal(bool conDemo)
     ServidorEmbebido::crearBase(archivo_, conDemo);
 }
 
-QString BaseTemporal::cadenaConexion() const
-{
-    return QStringLiteral("Provider=embebido;Data Source=%1").arg(archivo_);
-}
+QString BaseTemporal::cadenaConexion() const { return QStringLiteral("Provider=embebido;Data Source=%1").arg(archivo_); }
 
 void BaseTemporal::ejecutarEn(const QString& archivo, const QString& texto)
 {

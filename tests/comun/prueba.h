@@ -14,5 +14,4 @@ struct Registrar {
 };
 } // namespace Pruebas
 
-#define REGISTRAR_PRUEBA(Clase) \
-    static const Pruebas::Registrar registrar_##Clase([]() -> QObject* { return new Clase; })
+#define REGISTRAR_PRUEBA(Clase) static const Pruebas::Registrar registrar_##Clase([]() -> QObject* { return new Clase; })

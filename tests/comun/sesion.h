@@ -20,8 +20,7 @@ namespace Pruebas {
 struct Pantallas {
     explicit Pantallas(std::function<void(MDIForm1&)> registro);
 };
-template <class T>
-void registrar(MDIForm1& p, const char* nombre)
+template <class T> void registrar(MDIForm1& p, const char* nombre)
 {
     p.Registrar(QString::fromLatin1(nombre), [](Module1& m, MDIForm1& principal) -> Pantalla* { return new T(m, principal); });
 }
@@ -50,11 +49,7 @@ public:
 
     // Opens a screen by its name, as its menu entry does, and lets its
     // activation run.
-    template <class T>
-    T* abrir(const QString& nombre)
-    {
-        return static_cast<T*>(abrirPantalla(nombre));
-    }
+    template <class T> T* abrir(const QString& nombre) { return static_cast<T*>(abrirPantalla(nombre)); }
     QString ultimoMensaje() const { return mensajes.isEmpty() ? QString() : mensajes.last().texto; }
     QStringList textos() const
     {

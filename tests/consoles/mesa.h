@@ -13,9 +13,8 @@
 #include <QPushButton>
 #include <QTableView>
 
-template <class T>
-struct Mesa {
-    SesionDePrueba s{false};
+template <class T> struct Mesa {
+    SesionDePrueba s {false};
     T* p = nullptr;
 
     Mesa(const QString& filas, const char* nombre)
@@ -24,10 +23,7 @@ struct Mesa {
         LOGIN::Carga_Parametros(*s.m); // the screen's first activation reads the new rates
         p = s.abrir<T>(QString::fromLatin1(nombre));
     }
-    Mesa(const QString& filas, const char* nombre, QDate desde, QDate hasta) : Mesa(filas, nombre)
-    {
-        consultar(desde, hasta);
-    }
+    Mesa(const QString& filas, const char* nombre, QDate desde, QDate hasta) : Mesa(filas, nombre) { consultar(desde, hasta); }
     // A console's query of a range of days.
     void consultar(QDate desde, QDate hasta) { consultar(p, desde, hasta); }
     static void consultar(T* consola, QDate desde, QDate hasta)

@@ -57,23 +57,23 @@ private slots:
         // Unpaid TRUMIN: 94,30 received x 364, cut; the price of the moment in "Factor";
         // provider 0 has no name.
         QCOMPARE(c.fila(0, {colFecha, colSec, colCliente, colEstimado, colFactor, colPagado, colProveedor}),
-                 (QStringList{"10/03/2025", "0001", "MARIA PEREZ", "34.325,00", "364,0000", "", ""}));
+                 (QStringList {"10/03/2025", "0001", "MARIA PEREZ", "34.325,00", "364,0000", "", ""}));
         // BANESCO PANAMA from what was sent: 20,5 x 380; its name cut to 14.
-        QCOMPARE(c.fila(1, {colEstimado, colServicio}), (QStringList{"7.790,00", "BANESCO PANAMA"}));
+        QCOMPARE(c.fila(1, {colEstimado, colServicio}), (QStringList {"7.790,00", "BANESCO PANAMA"}));
         // Service 55 keeps its decimals and shows the pesos in dollars of today.
-        QCOMPARE(c.fila(2, {colRecibido, colEstimado}), (QStringList{"30,86", "12.036,37"}));
+        QCOMPARE(c.fila(2, {colRecibido, colEstimado}), (QStringList {"30,86", "12.036,37"}));
         // Returned: no gains shown in % and G2, zeros in G-1 to G-3, its payment kept.
         QCOMPARE(c.fila(3, {colPorcentaje, colG2, colG1, colPagado, colEstimado}),
-                 (QStringList{"", "", "0,00", "5.000,00", ""}));
+                 (QStringList {"", "", "0,00", "5.000,00", ""}));
         // Paid: what was paid at the rate paid, the bank's name, date of payment, the gift.
         QCOMPARE(c.fila(4, {colPagado, colFactor, colCodBanco, colBanco, colFechaPago, colRegalo, colDolar1}),
-                 (QStringList{"68.000,00", "360,0000", "0134", "BANESCO", "11/03/2025", "3,778", "398,00"}));
+                 (QStringList {"68.000,00", "360,0000", "0134", "BANESCO", "11/03/2025", "3,778", "398,00"}));
         // A one-character bank is paid, with no gift, prices or date of payment.
-        QCOMPARE(c.fila(5, {colPagado, colFechaPago, colRegalo, colDolar1}), (QStringList{"3.000,00", "", "", ""}));
+        QCOMPARE(c.fila(5, {colPagado, colFechaPago, colRegalo, colDolar1}), (QStringList {"3.000,00", "", "", ""}));
 
         // Totals: the returned row counts as a row and as paid, not as received or gain.
         QCOMPARE(c.pies({colCodCliente, colRecibido, colPagado, colEstimado, colG1, colG3}),
-                 (QStringList{"6", "343,70", "76.000,00", "54.151,37", "155,69", "0,20"}));
+                 (QStringList {"6", "343,70", "76.000,00", "54.151,37", "155,69", "0,20"}));
         QCOMPARE(p->GRID->Bookmark(), 5);
         QVERIFY(p->Check2->isChecked());
     }
@@ -93,9 +93,9 @@ private slots:
         p->Option1[Form2::selTodos]->setFocus();
         QTest::keyClick(p->Option1[Form2::selTodos], Qt::Key_Right);
         QVERIFY(p->Option1[Form2::selPagados]->isChecked());
-        QCOMPARE(c.columna(colSec), (QStringList{"0004", "0005", "0006"}));
+        QCOMPARE(c.columna(colSec), (QStringList {"0004", "0005", "0006"}));
         QTest::keyClick(p->Option1[Form2::selPagados], Qt::Key_Right);
-        QCOMPARE(c.columna(colSec), (QStringList{"0001", "0002", "0003"}));
+        QCOMPARE(c.columna(colSec), (QStringList {"0001", "0002", "0003"}));
         p->Text2->setText(QStringLiteral("MARIA"));
         QTest::keyClick(p->Text2, Qt::Key_Return);
         QCOMPARE(c.celda(0, colFecha), QStringLiteral("05/01/2024"));
@@ -116,11 +116,11 @@ private slots:
         p->Combo1->setFocus();
         QTest::keyClick(p->Combo1, Qt::Key_Down);
         QCOMPARE(p->Combo1->currentText().left(2), QStringLiteral("01"));
-        QCOMPARE(c.columna(colSec), (QStringList{"0001", "0004", "0005", "0006"}));
+        QCOMPARE(c.columna(colSec), (QStringList {"0001", "0004", "0005", "0006"}));
         c.s.base.sql(QStringLiteral("UPDATE MOVIMIENTOS SET tipo_servicio = 5 WHERE SECUENCIA = 6"));
         QTest::keyClick(p->Combo1, Qt::Key_Up);
         QTest::keyClick(p->Combo1, Qt::Key_Down);
-        QCOMPARE(c.columna(colSec), (QStringList{"0001", "0004", "0005"}));
+        QCOMPARE(c.columna(colSec), (QStringList {"0001", "0004", "0005"}));
     }
 
     // A search typed without capitals or accents finds the names and notes that have them.
@@ -132,11 +132,11 @@ private slots:
             QTest::keyClick(c.p->Text2, Qt::Key_Return);
             return c.columna(colCliente);
         };
-        QCOMPARE(buscar(QStringLiteral("peña")), QStringList{"JOSÉ PEÑA"});
-        QCOMPARE(buscar(QStringLiteral("jose pena")), QStringList{"JOSÉ PEÑA"});
-        QCOMPARE(buscar(QStringLiteral("PEN")), (QStringList{"JOSÉ PEÑA", "PEDRO PENTON"}));
-        QCOMPARE(buscar(QStringLiteral("ñico")), QStringList{"PEDRO PENTON"}); // in the note
-        QCOMPARE(buscar(QStringLiteral("díaz")), (QStringList{"JOSE DIAZ", "JOSE DIAZ"}));
+        QCOMPARE(buscar(QStringLiteral("peña")), QStringList {"JOSÉ PEÑA"});
+        QCOMPARE(buscar(QStringLiteral("jose pena")), QStringList {"JOSÉ PEÑA"});
+        QCOMPARE(buscar(QStringLiteral("PEN")), (QStringList {"JOSÉ PEÑA", "PEDRO PENTON"}));
+        QCOMPARE(buscar(QStringLiteral("ñico")), QStringList {"PEDRO PENTON"}); // in the note
+        QCOMPARE(buscar(QStringLiteral("díaz")), (QStringList {"JOSE DIAZ", "JOSE DIAZ"}));
         QVERIFY(buscar(QStringLiteral("peñb")).isEmpty());
     }
 
@@ -153,9 +153,12 @@ private slots:
         const QFontMetrics medida(v->font());
         QVERIFY(medida.height() >= 10); // still letters to read
         const int margen = v->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, v) + 1;
-        for (const auto& [col, monto] : std::vector<std::pair<int, QString>>{
-                 {colFactor, "9.999,9999"}, {colEstimado, "99.999.999,99"}, {colPagado, "99.999.999,99"},
-                 {colEnvio, "99.999,99"},   {colRecibido, "99.999,99"},     {colG1, "9.999,99"}})
+        for (const auto& [col, monto] : std::vector<std::pair<int, QString>> {{colFactor, "9.999,9999"},
+                                                                              {colEstimado, "99.999.999,99"},
+                                                                              {colPagado, "99.999.999,99"},
+                                                                              {colEnvio, "99.999,99"},
+                                                                              {colRecibido, "99.999,99"},
+                                                                              {colG1, "9.999,99"}})
             QVERIFY2(medida.horizontalAdvance(monto) + 2 * margen < v->columnWidth(col), qPrintable(monto));
     }
 
@@ -179,15 +182,15 @@ private slots:
         c.escribir(0, colCodBanco, QStringLiteral("01A4"));
         QCOMPARE(c.s.ultimoMensaje(), QStringLiteral("Error : Banco no registrado"));
         QCOMPARE(c.s.mensajes.last().estilo, int(Mensajes::vbCritical));
-        QCOMPARE(c.fila(0, {colCodBanco, colMarca}), (QStringList{"", "1"}));
+        QCOMPARE(c.fila(0, {colCodBanco, colMarca}), (QStringList {"", "1"}));
         // Returned to the client: the estimate stays in view.
         c.escribir(2, colCodBanco, QStringLiteral("7777"));
-        QCOMPARE(c.fila(2, {colBanco, colEstimado, colPorcentaje}), (QStringList{"Devoluciön", "12.036,37", "0"}));
+        QCOMPARE(c.fila(2, {colBanco, colEstimado, colPorcentaje}), (QStringList {"Devoluciön", "12.036,37", "0"}));
 
         // Paid by typing the bank: the payment cut to bolivars, the gain of it.
         c.escribir(0, colCodBanco, QStringLiteral("0134"));
         QCOMPARE(c.fila(0, {colBanco, colPagado, colPorcentaje, colG2, colEstimado}),
-                 (QStringList{"BANESCO", "34.325,00", "9,00", "8,49", ""}));
+                 (QStringList {"BANESCO", "34.325,00", "9,00", "8,49", ""}));
         QCOMPARE(p->GRID->Col(), int(colReferencia));
         c.escribir(0, colReferencia, QStringLiteral("REF1"));
         // A returned row as loaded has no gain to send: the server takes it as 0.
@@ -199,7 +202,7 @@ private slots:
         QCOMPARE(c.bd({"C_BANCO", "pago", "ganancia"}, 3), QStringLiteral("7777|0.0|0.0"));
         QCOMPARE(c.bd({"recibido", "C_CLIENTE", "tipo_servicio"}, 2), QStringLiteral("5.25|12|5"));
         // The save reloads: the paid row now shows its payment and no marks are left.
-        QCOMPARE(c.fila(0, {colPagado, colMarca}), (QStringList{"34.325,00", ""}));
+        QCOMPARE(c.fila(0, {colPagado, colMarca}), (QStringList {"34.325,00", ""}));
     }
 
     // The same corrections from the keyboard: the first key opens the cell,
@@ -231,14 +234,14 @@ private slots:
             QCOMPARE(editorAbierto(v), nullptr);
         };
         // Where the cursor stands: row, column.
-        const auto cursor = [&] { return std::pair{p->GRID->Bookmark(), p->GRID->Col()}; };
+        const auto cursor = [&] { return std::pair {p->GRID->Bookmark(), p->GRID->Col()}; };
 
         // The provider's name, and on to the bank, where a code pays the row.
         teclear(0, colCodProveedor, QStringLiteral("2"), Qt::Key_Return);
         QCOMPARE(c.celda(0, colProveedor), QStringLiteral("LLANO"));
         QCOMPARE(cursor(), std::pair(0, int(colCodBanco)));
         teclear(0, colCodBanco, QStringLiteral("0134"), Qt::Key_Tab);
-        QCOMPARE(c.fila(0, {colBanco, colPagado}), (QStringList{"BANESCO", "34.325,00"}));
+        QCOMPARE(c.fila(0, {colBanco, colPagado}), (QStringList {"BANESCO", "34.325,00"}));
         QCOMPARE(p->GRID->Col(), int(colReferencia));
         teclear(0, colReferencia, QStringLiteral("REF1"), Qt::Key_Return);
         // An unknown bank: the message, and the cursor back on the bank.
@@ -248,7 +251,7 @@ private slots:
 
         // What was received, left by an arrow: the estimate follows.
         teclear(1, colRecibido, QStringLiteral("5.25"), Qt::Key_Down);
-        QCOMPARE(c.fila(1, {colRecibido, colEstimado}), (QStringList{"5,25", "191"}));
+        QCOMPARE(c.fila(1, {colRecibido, colEstimado}), (QStringList {"5,25", "191"}));
         QCOMPARE(p->GRID->Bookmark(), 2);
         teclear(1, colCodServicio, QStringLiteral("1"), Qt::Key_Return);
         QCOMPARE(c.celda(1, colServicio), QStringLiteral("TRUMIN"));
@@ -271,7 +274,7 @@ private slots:
         // The provider's gift is touched at once, by nothing.
         QCOMPARE(c.s.base.valor(QStringLiteral("select regalo from proveedor where C_proveedor = 2")), QStringLiteral("7.5"));
         QCOMPARE(c.fila(4, {colEstimado, colCodProveedor, colCodBanco, colPorcentaje, colG1, colRegalo}),
-                 (QStringList{"68.000,00", "0000", "", "100", "188,90", "0"}));
+                 (QStringList {"68.000,00", "0000", "", "100", "188,90", "0"}));
         c.p->ACTUALIZAR->click();
         QCOMPARE(c.bd({"C_BANCO", "C_PROVEEDOR", "pago", "ganancia", "g1"}, 5), QStringLiteral("|0|0.0|100.0|188.9"));
         // Unpaid again: the estimate at today's price is back.
@@ -340,12 +343,12 @@ private slots:
         });
         p->Sumarizar->click();
         Dialogo::Reemplazar({});
-        QCOMPARE(visto, (QStringList{"3 Transacciones", "54.151,37", "ORINOCO"}));
+        QCOMPARE(visto, (QStringList {"3 Transacciones", "54.151,37", "ORINOCO"}));
         QCOMPARE(c.s.textos().mid(c.s.mensajes.size() - 2),
-                 (QStringList{"Error: Indique Código del Proveedor", "Error: Indique Número de Referencia"}));
+                 (QStringList {"Error: Indique Código del Proveedor", "Error: Indique Número de Referencia"}));
 
-        const QStringList campos{"C_BANCO", "REFERENCIA", "C_PROVEEDOR", "tipo_operacion", "pago", "recibido",
-                                 "g1",      "g2",         "g3",          "fecha_pago",     "hora_pago", "dolar1"};
+        const QStringList campos {"C_BANCO", "REFERENCIA", "C_PROVEEDOR", "tipo_operacion", "pago",      "recibido",
+                                  "g1",      "g2",         "g3",          "fecha_pago",     "hora_pago", "dolar1"};
         QCOMPARE(c.bd(campos, 1), QStringLiteral("0134|LOTE7|1|1|34325.0|94.3|8.49|8.49|0.0|20250312|15:04:05|400.0"));
         // With the half cent; 1,02 without.
         QCOMPARE(c.bd(campos, 2), QStringLiteral("0134|LOTE7|1|1|7790.0|20.5|1.03|1.03|0.0|20250312|15:04:05|400.0"));

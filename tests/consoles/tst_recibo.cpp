@@ -28,7 +28,7 @@ QString poppler(const QString& herramienta, const QString& archivo)
 // A receipt of the second operator's head, the session on the demo data.
 struct UnRecibo {
     SesionDePrueba s;
-    Recibo r{*s.m};
+    Recibo r {*s.m};
     const QString carpeta = s.m->despliegue.carpetaRecibos + QLatin1Char('/');
     UnRecibo()
     {

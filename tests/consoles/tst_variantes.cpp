@@ -47,10 +47,8 @@ QString reporte(SesionDePrueba& s, const std::function<void()>& accion)
     return s.ultimoMensaje();
 }
 
-template <class T>
-struct Consola_De : Mesa<T> {
-    Consola_De(const char* nombre, QDate dia)
-        : Mesa<T>(conReferencia(kFilas), nombre, dia, dia) {}
+template <class T> struct Consola_De : Mesa<T> {
+    Consola_De(const char* nombre, QDate dia) : Mesa<T>(conReferencia(kFilas), nombre, dia, dia) {}
     void consultar(QDate dia) { Mesa<T>::consultar(dia, dia); }
 };
 
@@ -66,15 +64,14 @@ private slots:
         QCOMPARE(p->Celdas.UpperBound(1), 1);
         // By the hour of payment; the one taken back keeps its day of payment
         // but has no bank, so it is not listed.
-        QCOMPARE(c.fila(0, {colFecha, colFechaHoraPago, colZelle}),
-                 (QStringList{"10/03/2025", "11/03/2025 10:00:00", "3"}));
-        QCOMPARE(c.fila(1, {colFechaHoraPago, colZelle}), (QStringList{"11/03/2025 11:30:00", "1"}));
+        QCOMPARE(c.fila(0, {colFecha, colFechaHoraPago, colZelle}), (QStringList {"10/03/2025", "11/03/2025 10:00:00", "3"}));
+        QCOMPARE(c.fila(1, {colFechaHoraPago, colZelle}), (QStringList {"11/03/2025 11:30:00", "1"}));
         // A row never paid shows a blank, not the slashes of an empty date.
         QCOMPARE(Form2_Pago::Fecha_Y_Hora(QString(), QString()), QStringLiteral(" "));
 
         // Footers: no bolivar estimate under the moment of payment.
         QCOMPARE(c.pies({colRecibido, colPagado, colFechaHoraPago, colG1, colG2}),
-                 (QStringList{"198,90", "71.000,00", "", "10,89", "9,40"}));
+                 (QStringList {"198,90", "71.000,00", "", "10,89", "9,40"}));
 
         // A double click deletes nothing and asks nothing.
         p->GRID->vista()->setCurrentIndex(p->GRID->modelo()->index(0, colCliente));
@@ -85,7 +82,7 @@ private slots:
         // FIJAR prices every unpaid row without a tick (none is listed here), and sums nothing.
         p->Text4->setText(QStringLiteral("36.5"));
         p->FIJAR->click();
-        QCOMPARE(c.columna(colFactor), (QStringList{"360,0000", "300,0000"}));
+        QCOMPARE(c.columna(colFactor), (QStringList {"360,0000", "300,0000"}));
         QCOMPARE(p->Text5->text(), QString());
     }
 
@@ -107,19 +104,18 @@ private slots:
         // The Zelle bank 1 is the mark: that row is saved untouched (its g1 takes
         // colG2), the one with bank 3 is not; the payment's moment stays.
         p->ACTUALIZAR->click();
-        QCOMPARE(c.bd({"g1", "bancozelle", "fecha_pago", "hora_pago"}, 6, "20250310"),
-                 QStringLiteral("0.4|1|20250311|11:30:00"));
+        QCOMPARE(c.bd({"g1", "bancozelle", "fecha_pago", "hora_pago"}, 6, "20250310"), QStringLiteral("0.4|1|20250311|11:30:00"));
         QCOMPARE(c.bd({"g1"}, 5, "20250310"), QStringLiteral("10.39"));
 
         // "8888": back to unpaid without a statement on the provider.
         c.s.m->SQL.clear();
         c.escribir(0, colCodBanco, QStringLiteral("8888"));
         QCOMPARE(c.s.m->SQL, QString());
-        QCOMPARE(c.fila(0, {colCodProveedor, colEstimado, colPorcentaje}), (QStringList{"0000", "68.000,00", "100"}));
+        QCOMPARE(c.fila(0, {colCodProveedor, colEstimado, colPorcentaje}), (QStringList {"0000", "68.000,00", "100"}));
         p->ACTUALIZAR->click();
         QCOMPARE(c.bd({"C_BANCO", "pago", "fecha_pago"}, 5, "20250310"), QStringLiteral("|0.0|20250311"));
         // Unpaid, it leaves this console, and the next save goes on without it.
-        QCOMPARE(c.columna(colSec), QStringList{"0006"});
+        QCOMPARE(c.columna(colSec), QStringList {"0006"});
         p->ACTUALIZAR->click();
         QCOMPARE(c.bd({"pago", "bancozelle"}, 6, "20250310"), QStringLiteral("3000.0|1"));
         QVERIFY(c.s.mensajes.isEmpty());
@@ -133,15 +129,15 @@ private slots:
         // The name from the cache; the price of the moment and the estimate with decimals.
         // No gain stored: all of what was received is gain.
         QCOMPARE(c.fila(0, {colCliente, colMoneda, colEstimado, colPorcentaje, colGanancia}),
-                 (QStringList{"MARIA PEREZ", "41,5000", "4.150,00", "100,00", "98,00"}));
+                 (QStringList {"MARIA PEREZ", "41,5000", "4.150,00", "100,00", "98,00"}));
         // Paid: the price it was paid at, its gain on what was received; none for the returned one.
-        QCOMPARE(c.fila(1, {colMoneda, colGanancia}) + c.fila(2, {colGanancia}), (QStringList{"41,20", "1,47", ""}));
+        QCOMPARE(c.fila(1, {colMoneda, colGanancia}) + c.fila(2, {colGanancia}), (QStringList {"41,20", "1,47", ""}));
         // The gain's footer and its percentage weighted by what was received.
-        QCOMPARE(c.pies({colGanancia, colPorcentaje}), (QStringList{"99,47", "67,67"}));
+        QCOMPARE(c.pies({colGanancia, colPorcentaje}), (QStringList {"99,47", "67,67"}));
 
         // A day with only a returned row: no gain, empty footers.
         c.consultar(QDate(2025, 3, 11));
-        QCOMPARE(c.pies({colGanancia, colPorcentaje}), (QStringList{"", ""}));
+        QCOMPARE(c.pies({colGanancia, colPorcentaje}), (QStringList {"", ""}));
         // Without the day's dollar the gain cannot be measured.
         c.s.m->Dolar_Param = 0;
         double precio = 41.5;
@@ -156,7 +152,7 @@ private slots:
         // Paid by typing the bank: what was sent at the row's price, the gain
         // as the distance of that price from the day's dollar of 40.
         c.escribir(0, colCodBanco, QStringLiteral("0134"));
-        QCOMPARE(c.fila(0, {colPagado, colPorcentaje, colGanancia}), (QStringList{"4.150,00", "3,75", "98,00"}));
+        QCOMPARE(c.fila(0, {colPagado, colPorcentaje, colGanancia}), (QStringList {"4.150,00", "3,75", "98,00"}));
         QCOMPARE(p->Sentencia_Fila(0, QStringLiteral("20250312"), QStringLiteral("09:08:07")),
                  QStringLiteral(" UPDATE MOVIMIENTOS SET  recibido =  '98.00', enviado =  '100.00', C_CLIENTE =  '0012', "
                                 "obs =  '', C_PROVEEDOR =  '0000', pago =  '4150.00', C_BANCO =  '0134', operadora =  '1', "
@@ -169,7 +165,7 @@ private slots:
         c.s.m->SQL.clear();
         c.escribir(1, colCodBanco, QStringLiteral("8888"));
         QCOMPARE(c.s.m->SQL, QString());
-        QCOMPARE(c.fila(1, {colCodProveedor, colEstimado, colPorcentaje}), (QStringList{"", "2.060,00", "0"}));
+        QCOMPARE(c.fila(1, {colCodProveedor, colEstimado, colPorcentaje}), (QStringList {"", "2.060,00", "0"}));
     }
 
     // A query that finds nothing leaves an empty grid on each console: every

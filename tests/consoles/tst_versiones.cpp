@@ -32,7 +32,7 @@ const QDate kDia(2026, 11, 24);
 // Two sessions on one file, as two operators on two machines' programs; the
 // program's boxes of both are kept by the second one.
 struct DosOperadores {
-    SesionDePrueba a{false};
+    SesionDePrueba a {false};
     std::unique_ptr<SesionDePrueba> b;
 
     DosOperadores()
@@ -53,8 +53,7 @@ struct DosOperadores {
 };
 
 // A console of one operator, queried over the day.
-template <class T = Form2>
-T* consola(SesionDePrueba& s, const char* nombre = "Form2")
+template <class T = Form2> T* consola(SesionDePrueba& s, const char* nombre = "Form2")
 {
     auto* p = s.abrir<T>(QString::fromLatin1(nombre));
     Mesa<T>::consultar(p, kDia, kDia);
@@ -62,10 +61,11 @@ T* consola(SesionDePrueba& s, const char* nombre = "Form2")
 }
 
 // The row of a transaction, and one of its cells.
-template <class T>
-int filaDe(const T* p, int secuencia) { return Mesa<T>::filaDe(p, secuencia); }
-template <class T>
-QString celda(const T* p, int secuencia, int col) { return p->Celdas.Value(filaDe(p, secuencia), col).texto(); }
+template <class T> int filaDe(const T* p, int secuencia) { return Mesa<T>::filaDe(p, secuencia); }
+template <class T> QString celda(const T* p, int secuencia, int col)
+{
+    return p->Celdas.Value(filaDe(p, secuencia), col).texto();
+}
 
 // The refusal names the rows, and only them.
 void refusalNames(const QStringList& avisos, const QStringList& filas, const QStringList& otras = {})
@@ -180,7 +180,7 @@ private slots:
         teclear(entrada->Text2[4], QStringLiteral("77"));
         entrada->Text2[10]->setText(QStringLiteral("nueva de A"));
         entrada->INCLUIR->click();
-        const QStringList nueva{"C_CLIENTE", "enviado", "obs"};
+        const QStringList nueva {"C_CLIENTE", "enviado", "obs"};
         QCOMPARE(o.bd(nueva, 3), QStringLiteral("13|77.0|nueva de A"));
         o.b->mensajes.clear();
 
@@ -229,8 +229,11 @@ private slots:
     {
         BaseTemporal base(false);
         const auto version = [&](int secuencia) {
-            return base.valor(QStringLiteral("select coalesce((select version from MOVIMIENTOS_VERSION"
-                                             " where FECHA='20261124' and SECUENCIA=%1), -1)").arg(secuencia)).toLongLong();
+            return base
+                .valor(QStringLiteral("select coalesce((select version from MOVIMIENTOS_VERSION"
+                                      " where FECHA='20261124' and SECUENCIA=%1), -1)")
+                           .arg(secuencia))
+                .toLongLong();
         };
         base.sql(conReferencia(kFilas));
         const qint64 antes = version(3);

@@ -61,23 +61,26 @@ private slots:
         QCOMPARE(primera.estado, Estado::Hecha);
         QCOMPARE(primera.archivo, l.copiaDe(kDia));
         QVERIFY(Copias::Base_Sana(primera.archivo));
-        QCOMPARE(BaseTemporal::valorDe(primera.archivo, "SELECT D_cliente FROM clientes WHERE C_cliente = 7"), QStringLiteral("ANA"));
+        QCOMPARE(BaseTemporal::valorDe(primera.archivo, "SELECT D_cliente FROM clientes WHERE C_cliente = 7"),
+                 QStringLiteral("ANA"));
         // one plain file, restorable on its own
         QCOMPARE(BaseTemporal::valorDe(primera.archivo, "PRAGMA journal_mode"), QStringLiteral("delete"));
-        QCOMPARE(QDir(l.carpeta).entryList(QDir::Files), QStringList{QStringLiteral("prueba-2026-03-14.db")});
+        QCOMPARE(QDir(l.carpeta).entryList(QDir::Files), QStringList {QStringLiteral("prueba-2026-03-14.db")});
 
         // a later start the same day finds it and writes nothing
         l.base.sql(QStringLiteral("INSERT INTO clientes (C_cliente, D_cliente) VALUES (8, 'LUIS')"));
         const Resultado otra = l.copia(30, kDia);
         QCOMPARE(otra.estado, Estado::AlDia);
         QCOMPARE(otra.archivo, primera.archivo);
-        QCOMPARE(BaseTemporal::valorDe(primera.archivo, "SELECT count(*) FROM clientes WHERE C_cliente = 8"), QStringLiteral("0"));
+        QCOMPARE(BaseTemporal::valorDe(primera.archivo, "SELECT count(*) FROM clientes WHERE C_cliente = 8"),
+                 QStringLiteral("0"));
 
         // the next day has its own, with the new rows
         const Resultado siguiente = l.copia(30, kDia.addDays(1));
         QCOMPARE(siguiente.estado, Estado::Hecha);
-        QCOMPARE(BaseTemporal::valorDe(siguiente.archivo, "SELECT D_cliente FROM clientes WHERE C_cliente = 8"), QStringLiteral("LUIS"));
-        QCOMPARE(l.copias(), (QStringList{"prueba-2026-03-14.db", "prueba-2026-03-15.db"}));
+        QCOMPARE(BaseTemporal::valorDe(siguiente.archivo, "SELECT D_cliente FROM clientes WHERE C_cliente = 8"),
+                 QStringLiteral("LUIS"));
+        QCOMPARE(l.copias(), (QStringList {"prueba-2026-03-14.db", "prueba-2026-03-15.db"}));
 
         // a count of 0 switches the copies off
         QCOMPARE(l.copia(0, kDia.addDays(2)).estado, Estado::Apagada);
@@ -115,7 +118,8 @@ private slots:
         Libro l;
         QDir().mkpath(l.carpeta);
         // what is not a copy of this database is neither counted nor removed
-        const QStringList ajenos{"otra-2020-01-01.db", "prueba-2020-01-01.db.parcial", "prueba-viejo.db", "prueba-2020-01-01.txt"};
+        const QStringList ajenos {"otra-2020-01-01.db", "prueba-2020-01-01.db.parcial", "prueba-viejo.db",
+                                  "prueba-2020-01-01.txt"};
         for (const QString& n : ajenos)
             escribirArchivo(l.carpeta + QLatin1Char('/') + n, "x");
         // what a crash left a day ago goes; a copy being written by another process now stays
@@ -130,7 +134,7 @@ private slots:
 
         for (int d = 0; d < 5; ++d)
             QCOMPARE(l.copia(3, kDia.addDays(d)).estado, Estado::Hecha);
-        QCOMPARE(l.copias(), (QStringList{"prueba-2026-03-16.db", "prueba-2026-03-17.db", "prueba-2026-03-18.db"}));
+        QCOMPARE(l.copias(), (QStringList {"prueba-2026-03-16.db", "prueba-2026-03-17.db", "prueba-2026-03-18.db"}));
         for (const QString& n : ajenos)
             QVERIFY2(QFile::exists(l.carpeta + QLatin1Char('/') + n), qPrintable(n));
         QVERIFY(!QFile::exists(resto));
@@ -138,7 +142,7 @@ private slots:
 
         // a smaller count takes effect at the next copy; days missed leave no hole to fill
         QCOMPARE(l.copia(1, kDia.addDays(9)).estado, Estado::Hecha);
-        QCOMPARE(l.copias(), QStringList{"prueba-2026-03-23.db"});
+        QCOMPARE(l.copias(), QStringList {"prueba-2026-03-23.db"});
     }
 
     void unaCopiaDanadaNoCuenta()
@@ -149,8 +153,9 @@ private slots:
         const QString deHoy = l.copiaDe(kDia);
         // the day's copy cut short (a full disk, a crash in the middle), or bytes
         // that are no database at all under the day's name: made anew
-        for (const auto& danar : std::initializer_list<std::function<void()>>{
-                 [&] { QFile(deHoy).resize(QFileInfo(deHoy).size() / 2); }, [&] { escribirArchivo(deHoy, QByteArray(8192, 'z')); }}) {
+        for (const auto& danar :
+             std::initializer_list<std::function<void()>> {[&] { QFile(deHoy).resize(QFileInfo(deHoy).size() / 2); },
+                                                           [&] { escribirArchivo(deHoy, QByteArray(8192, 'z')); }}) {
             danar();
             QVERIFY(!Copias::Base_Sana(deHoy, true));
             QCOMPARE(l.copia(2, kDia).estado, Estado::Hecha);
@@ -164,7 +169,7 @@ private slots:
         escribirArchivo(danada.archivo(), QByteArray("SQLite format 3") + QByteArray(8000, '\x7f'));
         QCOMPARE(Copias::Copia_Diaria(danada.archivo(), l.carpeta, 2, kDia.addDays(1)).estado, Estado::Fallida);
         QVERIFY(!QFile::exists(l.copiaDe(kDia.addDays(1))));
-        QCOMPARE(QDir(l.carpeta).entryList({QStringLiteral("*.parcial*")}, QDir::Files), QStringList{});
+        QCOMPARE(QDir(l.carpeta).entryList({QStringLiteral("*.parcial*")}, QDir::Files), QStringList {});
         QCOMPARE(l.copias().size(), 2);
     }
 
@@ -180,7 +185,7 @@ private slots:
             h.join();
         for (const Resultado& r : resultados)
             QVERIFY2(r.estado == Estado::Hecha || r.estado == Estado::AlDia, qPrintable(r.error));
-        QCOMPARE(QDir(l.carpeta).entryList(QDir::Files), QStringList{QStringLiteral("prueba-2026-03-14.db")});
+        QCOMPARE(QDir(l.carpeta).entryList(QDir::Files), QStringList {QStringLiteral("prueba-2026-03-14.db")});
         QVERIFY(Copias::Base_Sana(l.copiaDe(kDia)));
     }
 };

@@ -104,7 +104,9 @@ void unAviso(const QStringList& avisos, const QStringList& partes)
 void entrada(ServidorEmbebido& servidor, const char* fecha, int secuencia)
 {
     servidor.ejecutar(QStringLiteral("INSERT INTO MOVIMIENTOS VALUES ('%1', %2, 12, 10, 9.5, 0, 0, '', '', 0, '1', 2, 1, 0, "
-                                     "'', 0, 0, '', 100, 'nota', 9.5, 9.5, 0, '', '', 0, 0, '')").arg(fecha).arg(secuencia));
+                                     "'', 0, 0, '', 100, 'nota', 9.5, 9.5, 0, '', '', 0, 0, '')")
+                          .arg(fecha)
+                          .arg(secuencia));
 }
 
 // Every object of a database as the engine keeps it, and every row of its
@@ -118,9 +120,11 @@ QString esquema(const QString& archivo)
 QString filasDe(const QString& archivo, const QString& tabla)
 {
     const QString fila = BaseTemporal::valorDe(archivo, QStringLiteral("SELECT group_concat('quote(' || name || ')', "
-                                                                       "' || '','' || ') FROM pragma_table_info('%1')").arg(tabla));
+                                                                       "' || '','' || ') FROM pragma_table_info('%1')")
+                                                            .arg(tabla));
     return BaseTemporal::valorDe(archivo, QStringLiteral("SELECT count(*) || ':' || group_concat(fila, '|') FROM "
-                                                         "(SELECT %1 AS fila FROM %2 ORDER BY 1)").arg(fila, tabla));
+                                                         "(SELECT %1 AS fila FROM %2 ORDER BY 1)")
+                                              .arg(fila, tabla));
 }
 
 // An old database: the schema of an earlier version of the program, with the
@@ -133,9 +137,11 @@ void baseAntigua(const QString& archivo, const QString& fijo, const QString& dem
     BaseTemporal::ejecutarEn(archivo, QString::fromUtf8(f.readAll()));
     QStringList copias;
     for (const QString& tabla : BaseTemporal::valorDe(archivo, "SELECT group_concat(name) FROM sqlite_schema "
-                                                               "WHERE type = 'table'").split(QLatin1Char(',')))
+                                                               "WHERE type = 'table'")
+                                    .split(QLatin1Char(',')))
         copias << QStringLiteral("INSERT INTO %1 (%2) SELECT %2 FROM demo.%1;")
-                      .arg(tabla, BaseTemporal::valorDe(archivo, "SELECT group_concat(name) FROM pragma_table_info('" + tabla + "')"));
+                      .arg(tabla,
+                           BaseTemporal::valorDe(archivo, "SELECT group_concat(name) FROM pragma_table_info('" + tabla + "')"));
     BaseTemporal::ejecutarEn(archivo, QStringLiteral("ATTACH '%1' AS demo; %2").arg(demo, copias.join(QLatin1Char(' '))));
     ::chmod(QFile::encodeName(archivo).constData(), 0600); // the rights are another test's
 }
@@ -175,13 +181,13 @@ private slots:
         QCOMPARE(inicio.avisos, QStringList());
         QCOMPARE(Revision::Version_De(archivo), Revision::Version_Programa());
         QCOMPARE(esquema(archivo), esquema(nueva.archivo()));
-        for (const char* tabla : {"MOVIMIENTOS", "clientes", "proveedor", "servicios", "servicios_usdt", "bancos",
-                                     "fotos", "parametros", "notificaciones", "dolar_NEW"})
+        for (const char* tabla : {"MOVIMIENTOS", "clientes", "proveedor", "servicios", "servicios_usdt", "bancos", "fotos",
+                                  "parametros", "notificaciones", "dolar_NEW"})
             QCOMPARE(filasDe(archivo, tabla), filasDe(demo.archivo(), tabla));
         QCOMPARE(BaseTemporal::valorDe(archivo, "PRAGMA integrity_check"), QStringLiteral("ok"));
         // the copy taken first is the old book as it was
-        const QString copia = dir.filePath(QStringLiteral("copias/ramil-2026-11-24-antes-de-esquema-%1.db")
-                                               .arg(Revision::Version_Programa()));
+        const QString copia = dir.filePath(
+            QStringLiteral("copias/ramil-2026-11-24-antes-de-esquema-%1.db").arg(Revision::Version_Programa()));
         QCOMPARE(Revision::Version_De(copia), 0);
         QCOMPARE(filasDe(copia, "MOVIMIENTOS"), filasDe(demo.archivo(), "MOVIMIENTOS"));
 
@@ -196,7 +202,8 @@ private slots:
         servidor.abrir();
         entrada(servidor, "20200101", 1);
         QVERIFY(BaseTemporal::valorDe(archivo, "SELECT version FROM MOVIMIENTOS_VERSION WHERE FECHA = '20200101' "
-                                               "AND SECUENCIA = 1").toLongLong() > 0);
+                                               "AND SECUENCIA = 1")
+                    .toLongLong() > 0);
     }
 
     // A step that fails leaves the book as it was, and the message names the copy.
@@ -207,8 +214,8 @@ private slots:
         const QString archivo = dir.filePath(QStringLiteral("ramil.db"));
         baseAntigua(archivo, QDir(QStringLiteral(ESQUEMAS)).filePath(esquemasAnteriores().first()), demo.archivo());
         // a note longer than today's column takes: the table cannot be made anew with it
-        BaseTemporal::ejecutarEn(archivo, QStringLiteral("UPDATE MOVIMIENTOS SET obs = '%1' WHERE rowid = 5")
-                                              .arg(QString(501, QLatin1Char('x'))));
+        BaseTemporal::ejecutarEn(
+            archivo, QStringLiteral("UPDATE MOVIMIENTOS SET obs = '%1' WHERE rowid = 5").arg(QString(501, QLatin1Char('x'))));
         const QString antes = esquema(archivo);
         const QString filas = filasDe(archivo, "MOVIMIENTOS");
 
@@ -290,7 +297,8 @@ private slots:
         int rechazadas = 0;
         for (int n = 1; n <= 20; ++n) {
             if (n == 11) // a copy put in its place while the program runs
-                QVERIFY(::rename(QFile::encodeName(otra.archivo()).constData(), QFile::encodeName(base.archivo()).constData()) == 0);
+                QVERIFY(::rename(QFile::encodeName(otra.archivo()).constData(), QFile::encodeName(base.archivo()).constData()) ==
+                        0);
             try {
                 entrada(servidor, "20261124", n);
                 ++reconocidas;
@@ -303,8 +311,8 @@ private slots:
         QCOMPARE(rechazadas, 10);
         // and a file deleted under it, likewise
         QVERIFY(QFile::remove(base.archivo()));
-        QVERIFY_THROWS_EXCEPTION(FalloEjecucion, servidor.procedimiento(QStringLiteral("TRU_IN_CLIENTES_01"),
-                                                                         {Valor(QStringLiteral("ANA"))}));
+        QVERIFY_THROWS_EXCEPTION(FalloEjecucion,
+                                 servidor.procedimiento(QStringLiteral("TRU_IN_CLIENTES_01"), {Valor(QStringLiteral("ANA"))}));
     }
 
     // A new installation's first start: what holds the books is made for this
@@ -369,7 +377,7 @@ private slots:
         Despliegue d = enCarpeta(base.archivo());
         d.carpetaCopias = archivoEnMedio + QStringLiteral("/copias");
         Arranque a(d);
-        QCOMPARE(a.estilos, QList<int>{Mensajes::vbExclamation});
+        QCOMPARE(a.estilos, QList<int> {Mensajes::vbExclamation});
         unAviso(a.avisos, {"El trabajo sigue normalmente"});
         QVERIFY(a.avisos.value(0).startsWith(QStringLiteral("No se pudo hacer la copia diaria de la base de datos")));
         auto* login = static_cast<LOGIN*>(a.principal.Abierta(QStringLiteral("LOGIN")));
@@ -387,8 +395,10 @@ private slots:
         QTemporaryDir dir;
         QProcess programa;
         QProcessEnvironment entorno = QProcessEnvironment::systemEnvironment();
-        for (const auto& [variable, valor] : {std::pair{"HOME", dir.path()}, {"XDG_CONFIG_HOME", dir.filePath("config")},
-                                              {"XDG_DATA_HOME", dir.filePath("datos")}, {"QT_QPA_PLATFORM", "offscreen"}})
+        for (const auto& [variable, valor] : {std::pair {"HOME", dir.path()},
+                                              {"XDG_CONFIG_HOME", dir.filePath("config")},
+                                              {"XDG_DATA_HOME", dir.filePath("datos")},
+                                              {"QT_QPA_PLATFORM", "offscreen"}})
             entorno.insert(variable, valor);
         programa.setProcessEnvironment(entorno);
         programa.start(QStringLiteral(PROGRAMA), {});

@@ -6,8 +6,7 @@
 #include <QAction>
 #include <QCoreApplication>
 
-template <class T>
-T* abrirPorMenu(SesionDePrueba& s, const char* entrada, const char* pantalla)
+template <class T> T* abrirPorMenu(SesionDePrueba& s, const char* entrada, const char* pantalla)
 {
     s.principal->entrada(QString::fromLatin1(entrada))->trigger();
     QCoreApplication::processEvents();

@@ -95,7 +95,7 @@ private slots:
         QStringList derivados;
         for (int b = D::bTrumin; b <= D::bAmazon; ++b)
             derivados << p->Text3[b]->text();
-        QCOMPARE(derivados, (QStringList{"91,00", "94,00", "96,00", "85,00"}));
+        QCOMPARE(derivados, (QStringList {"91,00", "94,00", "96,00", "85,00"}));
         QCOMPARE(p->Text1->selectedText(), QStringLiteral("100"));
 
         // The operator corrects ZELLE with a point; the store takes what stands.
@@ -123,9 +123,11 @@ private slots:
         // A price change leaves div alone and stamps the last price update.
         escribirEnCelda(*p->GRID, 3, U::colCompra, QStringLiteral("4100.5"));
         p->ACTUALIZAR->click();
-        QCOMPARE(s.base.valor(QStringLiteral("select compra || ' ' || div || ' ' || equivalencia from servicios_usdt where C_SERVIcio = 4")),
+        QCOMPARE(s.base.valor(QStringLiteral(
+                     "select compra || ' ' || div || ' ' || equivalencia from servicios_usdt where C_SERVIcio = 4")),
                  QStringLiteral("4100.5 1 55"));
-        QVERIFY(s.base.valor(QStringLiteral("select Fecha_Compraventas from parametros")).startsWith(QDate::currentDate().toString(Qt::ISODate)));
+        QVERIFY(s.base.valor(QStringLiteral("select Fecha_Compraventas from parametros"))
+                    .startsWith(QDate::currentDate().toString(Qt::ISODate)));
         QVERIFY(p->Label1[U::lblUltima]->text().startsWith(QStringLiteral("Ultima actualización : ") +
                                                            QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))));
 
@@ -133,7 +135,8 @@ private slots:
         QCOMPARE(s.ultimoMensaje(), QStringLiteral("Indique la Descripcipón del Servicio"));
         p->Text2->setText(QStringLiteral("usdt mexico"));
         p->Procesar->click();
-        QCOMPARE(s.base.valor(QStringLiteral("select D_SERVIcio || ' ' || equivalencia || ' ' || div from servicios_usdt where C_SERVIcio = 7")),
+        QCOMPARE(s.base.valor(QStringLiteral(
+                     "select D_SERVIcio || ' ' || equivalencia || ' ' || div from servicios_usdt where C_SERVIcio = 7")),
                  QStringLiteral("USDT MEXICO 0 0"));
         QCOMPARE(p->Celdas.UpperBound(1), 6);
         QCOMPARE(p->Text2->text(), QString());

@@ -47,12 +47,12 @@ void nadaGuardado(const BaseTemporal& base)
 {
     QCOMPARE(base.valor(QStringLiteral("select group_concat(MONTO, ' ') from (select MONTO from servicios order by C_SERVIcio)")),
              QStringLiteral("1.0 2.0 3.0 4.0 5.0 6.0 49.0 50.0 51.0 52.0 53.0 54.0"));
-    QCOMPARE(base.valor(QStringLiteral("select Fecha || ' ' || Dolar from parametros")), QStringLiteral("2020-01-01 00:00:00 120.0"));
+    QCOMPARE(base.valor(QStringLiteral("select Fecha || ' ' || Dolar from parametros")),
+             QStringLiteral("2020-01-01 00:00:00 120.0"));
 }
 
 // The run-time error number an action stops with; 0 when it goes through.
-template <class Accion>
-long numeroDelFallo(Accion&& accion)
+template <class Accion> long numeroDelFallo(Accion&& accion)
 {
     try {
         accion();
@@ -67,7 +67,7 @@ NEW_DOLAR* abrirPanel(SesionDePrueba& s) { return abrirPorMenu<NEW_DOLAR>(s, "PR
 
 // The panel over kTarifas alone.
 struct Panel {
-    SesionDePrueba s{false};
+    SesionDePrueba s {false};
     NEW_DOLAR* p = nullptr;
     Panel()
     {
@@ -93,7 +93,7 @@ private slots:
         QCOMPARE(columna(p->Celdas, P::colMontoActual), QStringList(12, QString()));
         QCOMPARE(p->Celdas.Value(2, P::colMontoAnterior).texto(), QStringLiteral("3,0000"));
         QCOMPARE(p->Celdas.Value(3, P::colPorcentaje).texto(), QStringLiteral("10,50"));
-        QCOMPARE(columna(p->Celdas, P::colDecimales).mid(0, 5), (QStringList{"2", "3", "4", "0", "2"}));
+        QCOMPARE(columna(p->Celdas, P::colDecimales).mid(0, 5), (QStringList {"2", "3", "4", "0", "2"}));
         QCOMPARE(p->Celdas1.Value(3, P::usdtCompra).texto(), QStringLiteral("50,0000"));
         QCOMPARE(columna(p->Celdas1, P::usdtMarca), QStringList(9, QStringLiteral("0")));
         QVERIFY(!p->GRID1->Columns(P::usdtMarca).Visible());
@@ -109,7 +109,7 @@ private slots:
         QCOMPARE(p->Celdas1.Value(1, P::usdtCompra).texto(), QStringLiteral("40,0"));
         QCOMPARE(p->Text1->text(), QStringLiteral("123,46"));
         QCOMPARE(columna(p->Celdas, P::colMontoActual),
-                 (QStringList{
+                 (QStringList {
                      "111,1100",  // 123,46 x 0,90 = 111,11400, cut at 2 decimals
                      "111,1140",  // at 3
                      "110,49670", // 123,46 x 0,895 = 110,49670, at 4
@@ -136,7 +136,7 @@ private slots:
         escribirEnCelda(*p->GRID1, 3, P::usdtDivide, QStringLiteral("1"));
         escribirEnCelda(*p->GRID1, 7, P::usdtDivide, QStringLiteral("1"));
         p->CALCULOS->click();
-        QCOMPARE(columna(p->Celdas, P::colMontoActual).mid(7, 2), (QStringList{"0", "0"}));
+        QCOMPARE(columna(p->Celdas, P::colMontoActual).mid(7, 2), (QStringList {"0", "0"}));
         QCOMPARE(p->Celdas.Value(11, P::colMontoActual).texto(), QStringLiteral("0"));
         escribirEnCelda(*p->GRID1, 3, P::usdtDivide, QStringLiteral("2"));
         QCOMPARE(numeroDelFallo([p] { p->CALCULOS->click(); }), 11L);
@@ -174,9 +174,11 @@ private slots:
         // the empty ones keep their amount.
         escribirEnCelda(*t.p->GRID, 1, P::colMontoActual, QStringLiteral("7.25"));
         t.p->Procesar->click();
-        QCOMPARE(t.s.base.valor(QStringLiteral("select group_concat(MONTO, ' ') from (select MONTO from servicios order by C_SERVIcio)")),
+        QCOMPARE(t.s.base.valor(
+                     QStringLiteral("select group_concat(MONTO, ' ') from (select MONTO from servicios order by C_SERVIcio)")),
                  QStringLiteral("1.0 7.25 3.0 4.0 5.0 6.0 49.0 50.0 51.0 52.0 53.0 54.0"));
-        QVERIFY(t.s.base.valor(QStringLiteral("select Fecha from parametros")).startsWith(QDate::currentDate().toString(Qt::ISODate)));
+        QVERIFY(t.s.base.valor(QStringLiteral("select Fecha from parametros"))
+                    .startsWith(QDate::currentDate().toString(Qt::ISODate)));
         QCOMPARE(t.s.m->Monto_T(2), 7.25f);
     }
 
@@ -186,7 +188,8 @@ private slots:
         const QString hoy = QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
         // An unpaid TRUMIN row of today, 100 received.
         s.base.sql(QStringLiteral("INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, operadora, "
-                                  "tipo_servicio) VALUES ('%1', 900, 12, 106, 100, '1', 1)").arg(hoy));
+                                  "tipo_servicio) VALUES ('%1', 900, 12, 106, 100, '1', 1)")
+                       .arg(hoy));
         NEW_DOLAR* p = abrirPanel(s);
         QCOMPARE(p->Celdas.Value(0, P::colServicio).texto(), QStringLiteral("TRUMIN"));
 
@@ -286,12 +289,14 @@ private slots:
         escribirEnCelda(*p->GRID1, 2, P::usdtDescripcion, QStringLiteral("USDT BINANCE"));
         escribirEnCelda(*p->GRID1, 6, P::usdtDivide, QStringLiteral("1"));
         p->MODIFICAR_USDT->click();
-        QCOMPARE(s.base.valor(QStringLiteral("select group_concat(div, ' ') from (select div from servicios_usdt order by C_SERVIcio)")),
+        QCOMPARE(s.base.valor(
+                     QStringLiteral("select group_concat(div, ' ') from (select div from servicios_usdt order by C_SERVIcio)")),
                  QStringLiteral("0 0 1 1 1 2 1"));
         QCOMPARE(p->Celdas1.Value(0, P::usdtDivide).texto(), QStringLiteral("0"));
         QCOMPARE(columna(p->Celdas1, P::usdtMarca), QStringList(7, QStringLiteral("0")));
         // No price changed: the moment of the last price update stays.
-        QCOMPARE(s.base.valor(QStringLiteral("select Fecha_Compraventas from parametros")), QStringLiteral("2020-01-01 00:00:00"));
+        QCOMPARE(s.base.valor(QStringLiteral("select Fecha_Compraventas from parametros")),
+                 QStringLiteral("2020-01-01 00:00:00"));
         QVERIFY(s.m->Fecha_Compraventas.startsWith(QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))));
 
         // An amount that is no number stops the store with the run-time report.
@@ -326,7 +331,7 @@ private slots:
         p->Text2->setText(QStringLiteral("usdt peru"));
         p->Text3->setText(QStringLiteral("61"));
         QTest::keyClick(p->INGRESO, Qt::Key_Return);
-        QCOMPARE(s.textos(), QStringList{" ERROR : Codigo de servicio equivalente no existe"});
+        QCOMPARE(s.textos(), QStringList {" ERROR : Codigo de servicio equivalente no existe"});
         QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios_usdt")), QStringLiteral("0"));
         // With no service at all there is no second row whose amount tells
         // that a calculation was run: storing is a subscript out of range.
@@ -344,13 +349,15 @@ private slots:
         QCOMPARE(p->Celdas2.UpperBound(2), int(P::notiLeida));
         // Newest first, code in two digits, the moment the business's way.
         QCOMPARE(columna(p->Celdas2, P::notiTitulo),
-                 (QStringList{"SALDO BAJO", "RETRASO EN PAGOS", "CAMBIO DE CUENTA", "FERIADO"}));
+                 (QStringList {"SALDO BAJO", "RETRASO EN PAGOS", "CAMBIO DE CUENTA", "FERIADO"}));
         QCOMPARE(p->Celdas2.Value(0, P::notiProveedor).texto(), QStringLiteral("03"));
-        QVERIFY(QDateTime::fromString(p->Celdas2.Value(0, P::notiFecha).texto(), QStringLiteral("dd/MM/yyyy HH:mm:ss")).isValid());
+        QVERIFY(
+            QDateTime::fromString(p->Celdas2.Value(0, P::notiFecha).texto(), QStringLiteral("dd/MM/yyyy HH:mm:ss")).isValid());
 
         // Each opening reads the server again.
-        s.base.sql(QStringLiteral("INSERT INTO notificaciones (Codigo_proveedor, Nombre, titulo, mensaje, Fecha, tipo, leida) "
-                                  "VALUES (5, 'MULTISERVICIOS ANDES', 'NUEVA CUENTA', 'x', datetime('now', 'localtime'), 'AVISO', 'NO')"));
+        s.base.sql(QStringLiteral(
+            "INSERT INTO notificaciones (Codigo_proveedor, Nombre, titulo, mensaje, Fecha, tipo, leida) "
+            "VALUES (5, 'MULTISERVICIOS ANDES', 'NUEVA CUENTA', 'x', datetime('now', 'localtime'), 'AVISO', 'NO')"));
         QTest::keyClick(p->CIERRA_NOTI, Qt::Key_Return);
         QVERIFY(!p->Frame1->isVisible());
         p->Notifica->click();
@@ -363,7 +370,7 @@ private slots:
                                   "VALUES (2, 'CAMBIOS EL LLANO', 'B', 'x', '2099-01-01 10:00:00', 'AVISO', 'NO'), "
                                   "(9, 'REMESAS MARACAIBO', 'A', 'x', '2099-01-01 10:00:00', 'AVISO', 'NO')"));
         p->Notifica->click();
-        QCOMPARE(columna(p->Celdas2, P::notiProveedor).mid(0, 2), (QStringList{"02", "09"}));
+        QCOMPARE(columna(p->Celdas2, P::notiProveedor).mid(0, 2), (QStringList {"02", "09"}));
 
         // None: an empty grid and no message.
         s.base.sql(QStringLiteral("DELETE FROM notificaciones"));

@@ -18,7 +18,13 @@ private slots:
         QString vistoAlValidar;
         int teclasQueLlegan = 0;
         Controles::AlPulsarEnter(consulta, [&] { ++consultas; });
-        Controles::AlPulsarEnter(clave, [&] { ++validaciones; vistoAlValidar = clave->text(); }, false);
+        Controles::AlPulsarEnter(
+            clave,
+            [&] {
+                ++validaciones;
+                vistoAlValidar = clave->text();
+            },
+            false);
         connect(consulta, &QLineEdit::returnPressed, [&] { ++teclasQueLlegan; });
         connect(clave, &QLineEdit::returnPressed, [&] { ++teclasQueLlegan; });
 

@@ -11,6 +11,8 @@ class PruebaFormato : public QObject {
     Q_OBJECT
 
 private slots:
+    // The cases one a line.
+    // clang-format off
     void patrones_data()
     {
         QTest::addColumn<double>("valor");
@@ -64,6 +66,7 @@ private slots:
         QTest::newRow("mas de quince digitos") << 1e20 << "0" << "100000000000000000000";
         QTest::newRow("muy pequeno") << 1e-9 << "0.00" << "0,00";
     }
+    // clang-format on
     void patrones()
     {
         QFETCH(double, valor);
@@ -80,20 +83,33 @@ private slots:
     void otrosTiposDeValor()
     {
         const std::pair<QString, const char*> casos[] = {
-            {Format(7, "0000"), "0007"}, {Format(qint64(1234567), "###,###"), "1.234.567"},
-            {Format(float(12.5), "##0.00"), "12,50"}, {Format(QStringLiteral("1.234,5"), "###0.00"), "1234,50"},
-            {Format(QStringLiteral("12,5"), "##0.00"), "12,50"}, {Format(QStringLiteral(" 7 "), "0000"), "0007"},
-            {Format("36,12345", "##0.0000"), "36,1235"}, {Format(QStringLiteral("BANESCO"), "0000"), "BANESCO"},
-            {Format(QStringLiteral("12/05/2024"), "###,##0.00"), "12/05/2024"}, {Format(QStringLiteral("1,2,3"), "0.00"), "1,2,3"},
-            {Format(QString(), "###,##0.00"), ""}, {Format(QStringLiteral("  Pérez, Ana "), "&"), "  Pérez, Ana "},
-            {Format(QStringLiteral("1.234,50"), "&"), "1.234,50"}, {Format(94.3, "&"), "94,3"}, {Format(1234.0, "&"), "1234"},
-            {Format(2.5, ""), "2,5"}, {Format(Valor(int64_t(42)), "0000"), "0042"},
-            {Format(Valor(1234.5), "###,##0.00"), "1.234,50"}, {Format(Valor(QStringLiteral("3")), "00"), "03"},
-            {Format(Valor(QStringLiteral("BANCO")), "00"), "BANCO"}, {Format(Valor(), "###,##0.00"), ""},
+            {Format(7, "0000"), "0007"},
+            {Format(qint64(1234567), "###,###"), "1.234.567"},
+            {Format(float(12.5), "##0.00"), "12,50"},
+            {Format(QStringLiteral("1.234,5"), "###0.00"), "1234,50"},
+            {Format(QStringLiteral("12,5"), "##0.00"), "12,50"},
+            {Format(QStringLiteral(" 7 "), "0000"), "0007"},
+            {Format("36,12345", "##0.0000"), "36,1235"},
+            {Format(QStringLiteral("BANESCO"), "0000"), "BANESCO"},
+            {Format(QStringLiteral("12/05/2024"), "###,##0.00"), "12/05/2024"},
+            {Format(QStringLiteral("1,2,3"), "0.00"), "1,2,3"},
+            {Format(QString(), "###,##0.00"), ""},
+            {Format(QStringLiteral("  Pérez, Ana "), "&"), "  Pérez, Ana "},
+            {Format(QStringLiteral("1.234,50"), "&"), "1.234,50"},
+            {Format(94.3, "&"), "94,3"},
+            {Format(1234.0, "&"), "1234"},
+            {Format(2.5, ""), "2,5"},
+            {Format(Valor(int64_t(42)), "0000"), "0042"},
+            {Format(Valor(1234.5), "###,##0.00"), "1.234,50"},
+            {Format(Valor(QStringLiteral("3")), "00"), "03"},
+            {Format(Valor(QStringLiteral("BANCO")), "00"), "BANCO"},
+            {Format(Valor(), "###,##0.00"), ""},
             {Format(Valor(QStringLiteral("José")), "&"), "José"},
             // a cell read back and formatted anew, as the rate screens do
-            {Format(Celda(QStringLiteral("36,12")), "###.00"), "36,12"}, {Format(Celda(36.125), "###.00"), "36,13"},
-            {Format(Celda(), "0.00"), "0,00"}, {Format(Celda(QStringLiteral("n/d")), "0.00"), "n/d"},
+            {Format(Celda(QStringLiteral("36,12")), "###.00"), "36,12"},
+            {Format(Celda(36.125), "###.00"), "36,13"},
+            {Format(Celda(), "0.00"), "0,00"},
+            {Format(Celda(QStringLiteral("n/d")), "0.00"), "n/d"},
         };
         for (const auto& [dado, esperado] : casos)
             QCOMPARE(dado, QString::fromUtf8(esperado));

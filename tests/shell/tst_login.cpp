@@ -25,7 +25,9 @@ namespace {
 class PantallaDePrueba : public Pantalla {
 public:
     PantallaDePrueba(Module1& m, MDIForm1& p, int& activaciones)
-        : Pantalla(m, p, QStringLiteral("BANCOS")), activaciones_(activaciones) {}
+        : Pantalla(m, p, QStringLiteral("BANCOS")), activaciones_(activaciones)
+    {
+    }
     void Form_Activate() override { ++activaciones_; }
 
 private:
@@ -156,7 +158,7 @@ private slots:
     // The server's own code, capitals counting; an empty box against an empty code.
     void codigoDelServidor()
     {
-        for (const auto& [clave, errado, bueno] : {std::tuple{"Abc9", "abc9", " Abc9 "}, {"", "x", ""}}) {
+        for (const auto& [clave, errado, bueno] : {std::tuple {"Abc9", "abc9", " Abc9 "}, {"", "x", ""}}) {
             BaseTemporal base(true);
             base.sql(QStringLiteral("UPDATE parametros SET Clave = '%1'").arg(QLatin1String(clave)));
             Arranque a(base);
@@ -221,8 +223,9 @@ private slots:
             crearServidor(QStringLiteral("Provider=oracle;Data Source=x"))->abrir();
             QFAIL("an unknown provider opened");
         } catch (const FalloEjecucion& f) {
-            QCOMPARE(f.texto(),
-                     QStringLiteral("No se puede encontrar el proveedor. Es posible que no esté instalado correctamente. (oracle)"));
+            QCOMPARE(
+                f.texto(),
+                QStringLiteral("No se puede encontrar el proveedor. Es posible que no esté instalado correctamente. (oracle)"));
         }
     }
 };

@@ -19,7 +19,11 @@ namespace {
 
 long numeroDeFallo(const std::function<void()>& f)
 {
-    try { f(); } catch (const FalloEjecucion& e) { return e.numero(); }
+    try {
+        f();
+    } catch (const FalloEjecucion& e) {
+        return e.numero();
+    }
     return 0;
 }
 
@@ -82,8 +86,8 @@ private slots:
         c.ReDim(0, 4, 0, 31);
         c.Value(4, 31) = QStringLiteral("x");
         c.ReDim(-1, -1, 0, 31);
-        QCOMPARE((QList<int>{c.LowerBound(1), c.UpperBound(1), c.LowerBound(2), c.UpperBound(2), c.filas()}),
-                 (QList<int>{-1, -1, 0, 31, 0}));
+        QCOMPARE((QList<int> {c.LowerBound(1), c.UpperBound(1), c.LowerBound(2), c.UpperBound(2), c.filas()}),
+                 (QList<int> {-1, -1, 0, 31, 0}));
         // An emptied matrix holds no cell: a walk visits nothing, a sort of
         // its bounds moves nothing, and row -1 is out of range.
         QVERIFY(c.Vacia());
@@ -98,7 +102,7 @@ private slots:
         // Out of the bounds is failure 9, reading or writing.
         c.ReDim(0, 1, 0, 2);
         const Celdas& lectura = c;
-        for (const auto& fuera : std::initializer_list<std::function<void()>>{
+        for (const auto& fuera : std::initializer_list<std::function<void()>> {
                  [&] { c.Value(2, 0) = QStringLiteral("x"); }, [&] { lectura.Value(0, 3); }, [&] { c.UpperBound(3); },
                  [&] { c.QuickSort(0, 2, 0); }})
             QCOMPARE(numeroDeFallo(fuera), 9L);
@@ -117,7 +121,7 @@ private slots:
                  QStringList({"2-3", "0-0", "", ""}));
         c.ReDim(1, 2, 1, 2); // shrinks and moves the lower bounds
         QCOMPARE(QStringList({c.Value(1, 1).texto(), c.Value(2, 2).texto()}), QStringList({"1-1", "2-2"}));
-        for (const auto& fuera : {std::pair{0, 0}, {1, 3}})
+        for (const auto& fuera : {std::pair {0, 0}, {1, 3}})
             QCOMPARE(numeroDeFallo([&] { c.Value(fuera.first, fuera.second); }), 9L);
         c.ReDim(1, 3, 1, 2); // only the last row moves
         QCOMPARE(c.Value(2, 1).texto(), QStringLiteral("2-1"));
@@ -133,8 +137,11 @@ private slots:
         QCOMPARE(vacia.numero(), 0.0);
 
         // Written as the run-time writes it; a flag as -1 or 0.
-        const std::pair<Celda, const char*> textos[] = {{Celda(94.3), "94,3"}, {Celda(1234567.5), "1234567,5"},
-            {Celda(true), "-1"}, {Celda(false), "0"}, {Celda(Valor(QStringLiteral("ZELLE"))), "ZELLE"}};
+        const std::pair<Celda, const char*> textos[] = {{Celda(94.3), "94,3"},
+                                                        {Celda(1234567.5), "1234567,5"},
+                                                        {Celda(true), "-1"},
+                                                        {Celda(false), "0"},
+                                                        {Celda(Valor(QStringLiteral("ZELLE"))), "ZELLE"}};
         for (const auto& [celda, texto] : textos)
             QCOMPARE(celda.texto(), QString::fromUtf8(texto));
         QCOMPARE(Celda(QStringLiteral("1.234,50")).numero(), 1234.5);
@@ -146,8 +153,8 @@ private slots:
         // A flag: only true (or -1) counts as a mark.
         QVERIFY(Celda(true).esVerdadero() && Celda(-1).esVerdadero());
         QVERIFY(Celda(true) == true);
-        for (const Celda& c : {Celda(QStringLiteral("0")), Celda(QString()), Celda(), Celda(false),
-                               Celda(QStringLiteral("1")), Celda(QStringLiteral("Verdadero"))})
+        for (const Celda& c : {Celda(QStringLiteral("0")), Celda(QString()), Celda(), Celda(false), Celda(QStringLiteral("1")),
+                               Celda(QStringLiteral("Verdadero"))})
             QVERIFY(!c.esVerdadero());
 
         // A field of a result set.
@@ -211,7 +218,8 @@ private slots:
         QCOMPARE(h->sectionSize(0), 1100 / 15);
         QCOMPARE(h->sectionSize(2), 0);
         QCOMPARE(g.modelo()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Sec.\nNro"));
-        QCOMPARE(g.modelo()->headerData(1, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>() & Qt::AlignHorizontal_Mask,
+        QCOMPARE(g.modelo()->headerData(1, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>() &
+                     Qt::AlignHorizontal_Mask,
                  Qt::AlignHCenter);
         // With no alignment set, text goes left and numbers right.
         QCOMPARE(QList<Qt::Alignment>({alineacion(g, 0, 2), alineacion(g, 0, 1), alineacion(g, 1, 1)}),
@@ -475,12 +483,17 @@ private:
         for (int k = 0; k < h->count(); ++k) {
             const QLabel* l = g.pie(k);
             const QPoint esquina = l->mapTo(&g, QPoint(0, 0));
-            pies << (l->isHidden() ? QStringLiteral("oculto") : !l->isVisibleTo(&g) ? QStringLiteral("invisible")
-                     : esquina.y() < fondo ? QStringLiteral("sobre las filas") : QStringLiteral("%1+%2").arg(esquina.x()).arg(l->width()));
-            columnas << (h->isSectionHidden(k) ? QStringLiteral("oculto") : QStringLiteral("%1+%2")
-                         .arg(vp->mapTo(&g, QPoint(h->sectionViewportPosition(k), 0)).x()).arg(h->sectionSize(k)));
+            pies << (l->isHidden()         ? QStringLiteral("oculto")
+                     : !l->isVisibleTo(&g) ? QStringLiteral("invisible")
+                     : esquina.y() < fondo ? QStringLiteral("sobre las filas")
+                                           : QStringLiteral("%1+%2").arg(esquina.x()).arg(l->width()));
+            columnas << (h->isSectionHidden(k) ? QStringLiteral("oculto")
+                                               : QStringLiteral("%1+%2")
+                                                     .arg(vp->mapTo(&g, QPoint(h->sectionViewportPosition(k), 0)).x())
+                                                     .arg(h->sectionSize(k)));
         }
-        QVERIFY2(pies == columnas, qPrintable(QStringLiteral("%1: pies %2, columnas %3").arg(momento, pies.join(' '), columnas.join(' '))));
+        QVERIFY2(pies == columnas,
+                 qPrintable(QStringLiteral("%1: pies %2, columnas %3").arg(momento, pies.join(' '), columnas.join(' '))));
     }
 };
 

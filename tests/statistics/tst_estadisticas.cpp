@@ -55,24 +55,37 @@ INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVE
 
 // What a screen shows, as texts: a row of a matrix with its cells joined by
 // "|", every row, one column, the footers of a grid, the entries of a list.
-template <class F>
-QStringList lista(int n, F texto)
+template <class F> QStringList lista(int n, F texto)
 {
     QStringList r;
     for (int i = 0; i < n; ++i)
         r << texto(i);
     return r;
 }
-QString fila(const Celdas& c, int f) { return lista(c.UpperBound(2) + 1, [&](int k) { return c.Value(f, k).texto(); }).join('|'); }
-QStringList filas(const Celdas& c) { return lista(c.filas(), [&](int f) { return fila(c, f); }); }
-QStringList columna(const Celdas& c, int col) { return lista(c.filas(), [&](int f) { return c.Value(f, col).texto(); }); }
-QString pies(Rejilla* g) { return lista(g->columnas(), [g](int k) { return g->Columns(k).FooterText(); }).join('|'); }
-QStringList opciones(const QComboBox* c) { return lista(c->count(), [c](int i) { return c->itemText(i); }); }
+QString fila(const Celdas& c, int f)
+{
+    return lista(c.UpperBound(2) + 1, [&](int k) { return c.Value(f, k).texto(); }).join('|');
+}
+QStringList filas(const Celdas& c)
+{
+    return lista(c.filas(), [&](int f) { return fila(c, f); });
+}
+QStringList columna(const Celdas& c, int col)
+{
+    return lista(c.filas(), [&](int f) { return c.Value(f, col).texto(); });
+}
+QString pies(Rejilla* g)
+{
+    return lista(g->columnas(), [g](int k) { return g->Columns(k).FooterText(); }).join('|');
+}
+QStringList opciones(const QComboBox* c)
+{
+    return lista(c->count(), [c](int i) { return c->itemText(i); });
+}
 
 // A screen opened over kDatos (and what a test adds), loaded for a period.
-template <class T>
-struct Tablero {
-    SesionDePrueba s{false};
+template <class T> struct Tablero {
+    SesionDePrueba s {false};
     T* p = nullptr;
 
     Tablero(const char* nombre, const QString& filas = QString::fromUtf8(kDatos))
@@ -159,22 +172,24 @@ private slots:
         // without; a return ('7777', blanks aside) counts nowhere, not even
         // as a transaction. In May a day whose money adds up to nothing
         // divides by zero.
-        Tablero<C> t("CALCULOS01", QString::fromUtf8(kDatos) + QStringLiteral(
-            "INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, C_BANCO, "
-            "operadora, tipo_operacion, tipo_servicio, g2) VALUES "
-            "('20250402', 1, 12, 10, 10, 1, '  ', '1', 3, 1, 5), "
-            "('20250402', 2, 12, 20, 20, 1, ' 0134', '1', 3, 1, 3), "
-            "('20250402', 3, 12, 40, 40, 1, '7777', '1', 3, 1, 9), "
-            "('20250402', 4, 12, 5, 5, 1, '0134 ', '1', 3, 1, 1), "
-            "('20250402', 5, 12, 7, 7, 1, '0134', '1', 3, 1, 1), "
-            "('20250402', 6, 12, 100, 100, 1, ' 7777', '1', 3, 1, 50), "
-            "('20250402', 7, 12, 200, 200, 1, '7777 ', '1', 3, 1, 50), "
-            "('20250501', 1, 12, 0, 0, 0, '', '1', 2, 1, 0);"));
+        Tablero<C> t(
+            "CALCULOS01",
+            QString::fromUtf8(kDatos) +
+                QStringLiteral("INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, C_BANCO, "
+                               "operadora, tipo_operacion, tipo_servicio, g2) VALUES "
+                               "('20250402', 1, 12, 10, 10, 1, '  ', '1', 3, 1, 5), "
+                               "('20250402', 2, 12, 20, 20, 1, ' 0134', '1', 3, 1, 3), "
+                               "('20250402', 3, 12, 40, 40, 1, '7777', '1', 3, 1, 9), "
+                               "('20250402', 4, 12, 5, 5, 1, '0134 ', '1', 3, 1, 1), "
+                               "('20250402', 5, 12, 7, 7, 1, '0134', '1', 3, 1, 1), "
+                               "('20250402', 6, 12, 100, 100, 1, ' 7777', '1', 3, 1, 50), "
+                               "('20250402', 7, 12, 200, 200, 1, '7777 ', '1', 3, 1, 50), "
+                               "('20250501', 1, 12, 0, 0, 0, '', '1', 2, 1, 0);"));
         C* p = t.p;
         t.cargar(QStringLiteral("2025"), QStringLiteral("04"));
         // received, directs (paid ones only), transactions, %, gain
         QCOMPARE(fila(p->Celdas, 1), QStringLiteral("02|Mie|42|32|4|23,81|10,00"));
-        QCOMPARE(filas(p->Celdas4), QStringList{"0134|BANESCO|32|76,19"});
+        QCOMPARE(filas(p->Celdas4), QStringList {"0134|BANESCO|32|76,19"});
         QCOMPARE(pies(p->GRID1), QStringLiteral("1||42|"));
         p->Text1[C::txtMes]->setText(QStringLiteral("05"));
         QVERIFY_THROWS_EXCEPTION(FalloEjecucion, p->Carga_Estadistica());
@@ -186,9 +201,10 @@ private slots:
         // month shows nothing and never another month's money, on the daily
         // screen and on its USDT copy alike. A row on 29/02/2020, which a
         // year typed "202" with month "02" would reach as the text 20202.
-        const QString filas = QString::fromUtf8(kDatos) + QStringLiteral(
-            "INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, C_BANCO, "
-            "operadora, tipo_servicio, g2) VALUES ('20200229', 1, 12, 80, 79, 2, '0134', '1', 50, 4);");
+        const QString filas =
+            QString::fromUtf8(kDatos) +
+            QStringLiteral("INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, C_BANCO, "
+                           "operadora, tipo_servicio, g2) VALUES ('20200229', 1, 12, 80, 79, 2, '0134', '1', 50, 4);");
         Tablero<C> t("CALCULOS01", filas);
         t.cargar(QStringLiteral("2025"), QStringLiteral("3"));
         QCOMPARE(pies(t.p->GRID), QStringLiteral("|4|1.195|1.050|7|2,18|26"));
@@ -197,10 +213,10 @@ private slots:
         u.cargar(QStringLiteral("2025"), QStringLiteral("2"));
         QCOMPARE(u.p->Celdas.Value(9, C::colRecibido).texto(), QStringLiteral("40"));
 
-        const QList<QPair<QString, QString>> textos = {
-            {"2025", ""}, {"", "03"}, {"", ""}, {"abcd", "03"}, {"2025", "13"}, {"2025", "00"},
-            {"2025", "0"}, {"25", "03"}, {"25", "3"}, {"2025", " 3"}, {"2025", "3 "}, {"20", "2503"},
-            {"2025", "031"}, {"202", "503"}, {"202", "52"}, {"202", "02"}};
+        const QList<QPair<QString, QString>> textos = {{"2025", ""},    {"", "03"},     {"", ""},       {"abcd", "03"},
+                                                       {"2025", "13"},  {"2025", "00"}, {"2025", "0"},  {"25", "03"},
+                                                       {"25", "3"},     {"2025", " 3"}, {"2025", "3 "}, {"20", "2503"},
+                                                       {"2025", "031"}, {"202", "503"}, {"202", "52"},  {"202", "02"}};
         auto sinDatos = [](auto& tablero, const QPair<QString, QString>& texto) {
             try {
                 tablero.cargar(texto.first, texto.second);
@@ -405,7 +421,7 @@ private slots:
         QCOMPARE(p->GRID->Columns(C::colRecibido).Caption(), QStringLiteral("Enviado"));
         QCOMPARE(p->GRID2->Columns(C::grpRecibido).Caption(), QStringLiteral("Enviado "));
         QCOMPARE(p->Celdas.Value(30, C::colRecibido).texto(), QStringLiteral("100.000")); // what was sent
-        QCOMPARE(filas(p->Celdas2), QStringList{"0012|MARIA PEREZ|100.000|100,00"});
+        QCOMPARE(filas(p->Celdas2), QStringList {"0012|MARIA PEREZ|100.000|100,00"});
         QCOMPARE(pies(p->GRID2), QStringLiteral("1||100.000|"));
         // no header sort here
         p->GRID_HeadClick(C::colRecibido);
@@ -426,17 +442,19 @@ private slots:
     void resumen_usdt()
     {
         // Rows of this month and of thirteen months ago: only the first are in the twelve months.
-        const QString filas = QString::fromUtf8(kDatos) + QStringLiteral(
-            "INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, C_BANCO, "
-            "operadora, tipo_servicio, g2) VALUES "
-            "(strftime('%Y%m01', 'now', 'localtime'), 1, 12, 80, 79, 2, '0134', '1', 50, 4), "
-            "(strftime('%Y%m01', 'now', 'localtime', '-13 months'), 1, 12, 70, 69, 2, '0134', '1', 50, 4);");
+        const QString filas =
+            QString::fromUtf8(kDatos) +
+            QStringLiteral("INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, C_BANCO, "
+                           "operadora, tipo_servicio, g2) VALUES "
+                           "(strftime('%Y%m01', 'now', 'localtime'), 1, 12, 80, 79, 2, '0134', '1', 50, 4), "
+                           "(strftime('%Y%m01', 'now', 'localtime', '-13 months'), 1, 12, 70, 69, 2, '0134', '1', 50, 4);");
         Tablero<RESUMEN_MENSUAL_USDT> t("RESUMEN_MENSUAL_USDT", filas);
         RESUMEN_MENSUAL_USDT* p = t.p;
         for (QLineEdit* e : p->Text1)
             QVERIFY(!e->isVisibleTo(p));
         QCOMPARE(p->Celdas.filas(), 12);
-        QCOMPARE(fila(p->Celdas, 11), QDate::currentDate().toString(QStringLiteral("yyyy-MM|yyyyMM")) + QStringLiteral("|80||1|5,00|4"));
+        QCOMPARE(fila(p->Celdas, 11),
+                 QDate::currentDate().toString(QStringLiteral("yyyy-MM|yyyyMM")) + QStringLiteral("|80||1|5,00|4"));
         QCOMPARE(pies(p->GRID), QStringLiteral("||80|0|1|5,00|4"));
         QCOMPARE(p->GRID2->columnas(), 4);
 

@@ -13,8 +13,10 @@ int main(int argc, char** argv)
     sqlite3_busy_timeout(bd, 10000);
     sqlite3_exec(bd, "PRAGMA journal_mode=WAL; PRAGMA synchronous=OFF", nullptr, nullptr, nullptr);
     for (bool primera = true;; primera = false) {
-        if (sqlite3_exec(bd, "BEGIN IMMEDIATE; INSERT INTO escritura (relleno) VALUES (randomblob(2000));"
-                             "UPDATE cuenta SET total = total + 1; COMMIT;", nullptr, nullptr, nullptr) != SQLITE_OK) {
+        if (sqlite3_exec(bd,
+                         "BEGIN IMMEDIATE; INSERT INTO escritura (relleno) VALUES (randomblob(2000));"
+                         "UPDATE cuenta SET total = total + 1; COMMIT;",
+                         nullptr, nullptr, nullptr) != SQLITE_OK) {
             std::fprintf(stderr, "%s\n", sqlite3_errmsg(bd));
             return 1;
         }
