@@ -528,10 +528,7 @@ private slots:
         QVERIFY2(todas.isEmpty(), qPrintable(QStringLiteral("%1 disagreements, above").arg(todas.size())));
     }
 
-    // A change on one side only is caught: a procedure on one side, a
-    // parameter added, moved or given another default, a result column
-    // renamed or moved, a table column renamed, retyped, made nullable, given
-    // another default or a longer text, a table altered after its creation.
+    // A change of the SQL Server side alone is caught, each kind of change by its own message.
     void unCambioDeUnSoloLadoSeVe_data()
     {
         QTest::addColumn<QString>("de");
