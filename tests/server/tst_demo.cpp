@@ -1,21 +1,14 @@
-// The demo database that a first start creates: the parameters and the
-// reference cache answer the way the client reads them, the two reference
-// pictures are there, and three months of transactions hold together.
+// The demo database that a first start creates: the parameters answer the
+// way the client reads them, the two reference pictures are there, and the
+// catalogues and three months of transactions keep the rules of the business
+// and of the client's cache.
 #include "cliente.h"
 #include "prueba.h"
 
 #include <QDate>
 #include <QImage>
-#include <QSet>
-#include <algorithm>
 
 namespace {
-
-// How many rows of the demo break a rule written as a WHERE clause.
-int infractores(const BaseTemporal& base, const QString& tabla, const QString& condicion)
-{
-    return base.valor(QStringLiteral("SELECT count(*) FROM %1 WHERE %2").arg(tabla, condicion)).toInt();
-}
 
 QString hoy(int diasAtras = 0)
 {
@@ -39,14 +32,10 @@ private slots:
         for (const char* momento : {"Fecha", "Fecha_Compraventas"}) {
             const QString texto = rs->Fields(QLatin1String(momento)).aTexto();
             const QDateTime leido = QDateTime::fromString(texto, QStringLiteral("dd/MM/yyyy HH:mm:ss"));
-            QVERIFY2(leido.isValid(), qPrintable(texto));
-            QVERIFY(leido <= QDateTime::currentDateTime().addSecs(1));
+            QVERIFY2(leido.isValid() && leido <= QDateTime::currentDateTime().addSecs(1), qPrintable(texto));
         }
-        // the day's dollar is the reference price of the USDT table and of the dollar screen
         const double dolar = rs->Fields("Dolar").aDouble();
         QVERIFY(dolar > 300 && dolar < 400);
-        QCOMPARE(base_->valor("SELECT compra FROM servicios_usdt WHERE C_SERVIcio = 1").toDouble(), dolar);
-        QCOMPARE(base_->valor("SELECT valor FROM dolar").toDouble(), dolar);
         rs->MoveNext();
         QVERIFY(rs->Eof());
 
@@ -60,66 +49,6 @@ private slots:
         QCOMPARE(rs->Fields("Dolar").aDouble(), 0.0);
     }
 
-    void cacheEnNueveConjuntos()
-    {
-        Cliente s(*base_);
-        auto rs = s.llamar("TRU_CARGA_TABLAS_03");
-        // the columns that the cache load reads, set by set; set 5 is stepped over
-        const QList<QStringList> columnas = {
-            {"C_Banco", "D_banco"},
-            {"C_CLIENTE", "D_cliente", "Revisar"},
-            {"C_proveedor", "D_proveedor", "porgan", "Comision"},
-            {"C_CONCEPTO", "D_CONCEPTO"},
-            {},
-            {"C_SERVIcio", "D_SERVIcio", "porcentaje", "decimales", "letra"},
-            {"C_SERVIcio", "MONTO"},
-            {"equivalencia", "C_SERVIcio", "compra", "div"},
-            {"C_Banco", "D_banco"},
-        };
-        QList<int> filas;
-        QList<int> servicios, zelle;
-        QSet<QString> letras;
-        for (int conjunto = 0; conjunto < columnas.size(); ++conjunto) {
-            if (conjunto > 0)
-                QVERIFY2(rs->NextRecordset(), qPrintable(QStringLiteral("set %1 missing").arg(conjunto + 1)));
-            int n = 0;
-            for (; !rs->Eof(); rs->MoveNext(), ++n) {
-                for (const QString& c : columnas[conjunto])
-                    QVERIFY2(!rs->Fields(c).esNulo(), qPrintable(QStringLiteral("set %1, %2").arg(conjunto + 1).arg(c)));
-                if (conjunto == 5) {
-                    servicios << int(rs->Fields("C_SERVIcio").aDouble());
-                    const QString letra = rs->Fields("letra").aTexto();
-                    QVERIFY2(letra.size() == 1 && letra[0].isUpper() && !letras.contains(letra), qPrintable(letra));
-                    letras << letra;
-                }
-                if (conjunto == 6)
-                    QVERIFY(rs->Fields("MONTO").aDouble() > 0);
-                if (conjunto == 7) {
-                    QVERIFY(rs->Fields("C_SERVIcio").aDouble() <= 100);
-                    QVERIFY(rs->Fields("equivalencia").aDouble() <= 100);
-                }
-                if (conjunto == 8)
-                    zelle << int(rs->Fields("C_Banco").aDouble());
-            }
-            filas << n;
-        }
-        QVERIFY(!rs->NextRecordset());
-
-        QVERIFY(filas[0] >= 15);
-        QVERIFY(filas[1] >= 3000);
-        QVERIFY(filas[2] >= 10 && filas[3] >= 8);
-        QCOMPARE(filas[6], filas[5]);
-        QVERIFY(filas[7] >= 3);
-        // services by rising code within the client's table, the entry's wallets in place
-        QVERIFY(std::is_sorted(servicios.begin(), servicios.end()));
-        QCOMPARE(QSet<int>(servicios.begin(), servicios.end()).size(), servicios.size());
-        QVERIFY(servicios.last() <= 100);
-        QVERIFY(servicios.contains(9) && servicios.contains(50));
-        QCOMPARE(base_->valor("SELECT group_concat(letra, '') FROM (SELECT letra FROM servicios WHERE C_SERVIcio <= 4 ORDER BY C_SERVIcio)"),
-                 QStringLiteral("TZIA"));
-        QCOMPARE(zelle, (QList<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
-    }
-
     // Rules every row of the demo keeps, each as the rows that would break it.
     void reglas_data()
     {
@@ -130,15 +59,34 @@ private slots:
         const auto regla = [](const char* nombre, const QString& tabla, const QString& infraccion) {
             QTest::newRow(nombre) << tabla << infraccion;
         };
+        // the day's dollar is the reference price of the USDT table and of the dollar screen
+        regla("dolar del dia", "parametros", "Clave <> '1234' OR Dolar <> (SELECT compra FROM servicios_usdt WHERE C_SERVIcio = 1) "
+                                             "OR Dolar <> (SELECT valor FROM dolar) OR (SELECT count(*) FROM parametros) <> 1");
         // services priced from the dollar: its price less their percentage, cut to two decimals
         regla("tarifa del dolar", "servicios", "sw_calculos = 1 AND NOT (MONTO BETWEEN (SELECT Dolar FROM parametros) * "
                                                "(100 - porcentaje) / 100 - 0.01 AND (SELECT Dolar FROM parametros) * (100 - porcentaje) / 100)");
         // services priced from USDT: each has exactly one USDT row that points at it
         regla("tarifa usdt", "servicios s", "sw_calculos = 2 AND (C_SERVIcio < 50 OR (SELECT count(*) FROM servicios_usdt u "
                                             "WHERE u.equivalencia = s.C_SERVIcio AND u.div IN (1, 2)) <> 1)");
-        regla("precios base", "servicios_usdt", "C_SERVIcio <= 2 AND (equivalencia <> 0 OR div <> 0 OR compra <= 0)");
+        regla("precios base", "servicios_usdt", "C_SERVIcio <= 2 AND (equivalencia <> 0 OR div <> 0 OR compra <= 0 OR "
+                                                "(C_SERVIcio = 2 AND compra <= (SELECT compra FROM servicios_usdt WHERE C_SERVIcio = 1)))");
         regla("forma de calculo", "servicios", "sw_calculos NOT IN (1, 2)");
         regla("revisar", "clientes", "Revisar NOT IN ('', '9999')");
+        // the cache: codes 0 to 100 (Zelle banks 0 to 10), a rate for every
+        // service, one capital letter per service typed on the entry screen,
+        // the entry's wallets and the pictures in their places, enough of each catalogue
+        regla("codigos", "servicios", "C_SERVIcio > 100 OR MONTO <= 0");
+        regla("codigos usdt", "servicios_usdt", "C_SERVIcio > 100 OR equivalencia > 100");
+        regla("letras", "servicios s", "letra NOT GLOB '[A-Z]' OR (SELECT count(*) FROM servicios t WHERE t.letra = s.letra) > 1");
+        regla("bancos zelle", "(SELECT count(*) AS n, min(C_Banco) AS a, max(C_Banco) AS b FROM bancos_zelle)",
+              "n <> 11 OR a <> 0 OR b <> 10");
+        regla("billeteras", "(SELECT group_concat(letra, '') AS l FROM (SELECT letra FROM servicios WHERE C_SERVIcio <= 4 "
+                            "ORDER BY C_SERVIcio))", "l <> 'TZIA' OR (SELECT count(*) FROM servicios WHERE C_SERVIcio IN (9, 50)) <> 2");
+        regla("fotos", "(SELECT count(*) AS n FROM fotos WHERE cliente IN (0, 9999))",
+              "n <> 2 OR NOT EXISTS (SELECT 1 FROM clientes WHERE Revisar = '9999')");
+        regla("catalogos", "(SELECT (SELECT count(*) FROM bancos) AS b, (SELECT count(*) FROM clientes) AS c, (SELECT count(*) "
+                           "FROM proveedor) AS p, (SELECT count(*) FROM conceptos) AS k, (SELECT count(*) FROM servicios_usdt) AS u)",
+              "b < 15 OR c < 3000 OR p < 10 OR k < 8 OR u < 3");
         // every row names a client and a service that exist; paid rows a provider and a bank
         regla("cliente", m, "NOT EXISTS (SELECT 1 FROM clientes c WHERE c.C_CLIENTE = m.C_CLIENTE)");
         regla("servicio", m, "NOT EXISTS (SELECT 1 FROM servicios s WHERE s.C_SERVIcio = m.tipo_servicio)");
@@ -165,48 +113,38 @@ private slots:
         regla("montos", m, "enviado <= 0 OR recibido <= 0");
         // the fixed shape of the columns
         regla("forma", m, "operadora NOT IN ('1', '2') OR length(bancozelle) <> 1 OR tipo_operacion NOT IN (1, 2, 3) OR length(FECHA) <> 8");
-        // sequences run 1..n without gaps on every date, 20 to 60 a day before today
+        // three months up to today, every day with work, 20 to 60 rows a day
+        // before today, sequences 1..n without gaps on every date
+        regla("tres meses", "(SELECT min(FECHA) AS f, max(FECHA) AS u, count(DISTINCT FECHA) AS d FROM MOVIMIENTOS)",
+              QStringLiteral("f < '%1' OR f > '%2' OR u <> '%3' OR d <> 1 + julianday('%4') - julianday(substr(f, 1, 4) || '-' || "
+                             "substr(f, 5, 2) || '-' || substr(f, 7, 2))")
+                  .arg(hoy(95), hoy(85), hoy(), QDate::currentDate().toString(Qt::ISODate)));
+        regla("por dia", "(SELECT count(*) AS n FROM MOVIMIENTOS WHERE FECHA < '" + hoy() + "' GROUP BY FECHA)", "n < 20 OR n > 60");
         regla("secuencias", "(SELECT count(*) AS n, min(SECUENCIA) AS primera, max(SECUENCIA) AS ultima FROM MOVIMIENTOS GROUP BY FECHA)",
               "primera <> 1 OR ultima <> n");
-        regla("por dia", "(SELECT count(*) AS n FROM MOVIMIENTOS WHERE FECHA < '" + hoy() + "' GROUP BY FECHA)", "n < 20 OR n > 60");
+        // old days mostly paid, today at most half; some rows returned, some unpaid
+        regla("pagadas", QStringLiteral("(SELECT sum(FECHA < '%1') AS viejas, sum(FECHA < '%1' AND %3) AS pagadasViejas, "
+                                        "sum(FECHA = '%2') AS deHoy, sum(FECHA = '%2' AND %3) AS pagadasHoy, "
+                                        "sum(C_BANCO = '7777') AS devueltas, sum(C_BANCO = '') AS sinPagar FROM MOVIMIENTOS)")
+                             .arg(hoy(3), hoy(), pagada),
+              "pagadasViejas <= viejas * 9 / 10 OR pagadasHoy * 2 > deHoy OR devueltas = 0 OR sinPagar = 0");
     }
     void reglas()
     {
         QFETCH(QString, tabla);
         QFETCH(QString, infraccion);
-        QCOMPARE(infractores(*base_, tabla, infraccion), 0);
+        QCOMPARE(base_->valor(QStringLiteral("SELECT count(*) FROM %1 WHERE %2").arg(tabla, infraccion)), QStringLiteral("0"));
     }
 
+    // The two reference pictures read as the screens read them: portraits,
+    // like the clients' photos.
     void fotosDeReferencia()
     {
         Cliente s(*base_);
         for (const char* sql : {"select  * from fotos where cliente = 0", "select  * from fotos where cliente = 9999"}) {
-            Recordset rs = s.abrir(QString::fromLatin1(sql));
-            QCOMPARE(rs.RecordCount(), 1L);
-            const QImage imagen = QImage::fromData(rs.Fields("img").aBytes());
-            QVERIFY2(!imagen.isNull(), sql);
-            QVERIFY(imagen.height() > imagen.width()); // a portrait, like the clients' photos
+            const QImage imagen = QImage::fromData(s.abrir(QString::fromLatin1(sql)).Fields("img").aBytes());
+            QVERIFY2(!imagen.isNull() && imagen.height() > imagen.width(), sql);
         }
-        QVERIFY(infractores(*base_, "clientes", "Revisar = '9999'") > 0);
-    }
-
-    // Three months up to today, every day with work, old days mostly paid,
-    // some rows returned, some unpaid; the USDT base price above the dollar.
-    void movimientosDeTresMeses()
-    {
-        const BaseTemporal& b = *base_;
-        const QString m = QStringLiteral("MOVIMIENTOS m"), pagada = QStringLiteral(" AND C_BANCO NOT IN ('', '7777')");
-        QCOMPARE(b.valor("SELECT max(FECHA) FROM MOVIMIENTOS"), hoy());
-        const QString primera = b.valor("SELECT min(FECHA) FROM MOVIMIENTOS");
-        QVERIFY2(primera >= hoy(95) && primera <= hoy(85), qPrintable(primera));
-        QCOMPARE(b.valor(QStringLiteral("SELECT count(DISTINCT FECHA) FROM MOVIMIENTOS WHERE FECHA >= '%1'").arg(primera)).toInt(),
-                 int(QDate::fromString(primera, QStringLiteral("yyyyMMdd")).daysTo(QDate::currentDate())) + 1);
-        const int viejas = infractores(b, m, "FECHA < '" + hoy(3) + "'");
-        QVERIFY(infractores(b, m, "FECHA < '" + hoy(3) + "'" + pagada) > viejas * 9 / 10);
-        QVERIFY(infractores(b, m, "FECHA = '" + hoy() + "'" + pagada) * 2 <= infractores(b, m, "FECHA = '" + hoy() + "'"));
-        QVERIFY(infractores(b, m, "C_BANCO = '7777'") > 0 && infractores(b, m, "C_BANCO = ''") > 0);
-        QVERIFY(b.valor("SELECT compra FROM servicios_usdt WHERE C_SERVIcio = 2").toDouble()
-                > b.valor("SELECT compra FROM servicios_usdt WHERE C_SERVIcio = 1").toDouble());
     }
 
 private:

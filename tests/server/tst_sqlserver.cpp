@@ -1,6 +1,6 @@
 // The SQL Server backend up to the point where a server would answer: the
-// connection text for FreeTDS, the installed drivers, the login a server
-// receives, and the login time-out against loopback ports where no server answers.
+// connection text for FreeTDS, the installed driver, the login a server
+// receives, and the login against loopback ports where no server answers.
 #include "fallo.h"
 #include "prueba.h"
 #include "sqlserver.h"
@@ -18,12 +18,24 @@
 
 namespace {
 
-DatosSqlServer datosDePrueba()
+const long kConexion = FalloEjecucion::conexion(QString()).numero();
+
+// The settings of a server on a loopback port, or on a remote host (port 0).
+DatosSqlServer datos(quint16 puerto = 0, const QString& clave = QStringLiteral("clave"))
 {
     DatosSqlServer d;
-    d.servidor = QStringLiteral("10.1.2.3");
-    d.clave = QStringLiteral("clave");
+    d.servidor = puerto ? QStringLiteral("127.0.0.1") : QStringLiteral("10.1.2.3");
+    if (puerto)
+        d.puerto = puerto;
+    d.clave = clave;
     return d;
+}
+
+// The same settings through the connection string of the start-up, the password in braces.
+std::unique_ptr<Servidor> porCadena(quint16 puerto, const QString& clave, int segundos)
+{
+    return crearServidor(QStringLiteral("Provider=sqlserver;Server=127.0.0.1,%1;Database=RAMIL;User=TRUMIN;Password={%2};Timeout=%3")
+                             .arg(QString::number(puerto), clave, QString::number(segundos)));
 }
 
 // The text after the DRIVER entry, which depends on how the driver is installed.
@@ -33,10 +45,9 @@ QString sinControlador(const QString& texto)
     return fin < 0 ? texto : texto.mid(fin + 2);
 }
 
-// Runs an opening that must fail; gives the failure and how long it took.
+// An opening that must fail: the failure and how long it took.
 struct Intento {
-    bool fallo = false;
-    long numero = 0;
+    long numero = 0; // 0: it did not fail
     QString texto;
     qint64 milisegundos = 0;
 };
@@ -49,7 +60,6 @@ Intento intentar(const std::function<void()>& abrir)
     try {
         abrir();
     } catch (const FalloEjecucion& f) {
-        r.fallo = true;
         r.numero = f.numero();
         r.texto = f.texto();
     }
@@ -67,11 +77,9 @@ public:
         dir.sin_family = AF_INET;
         dir.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         socklen_t largo = sizeof dir;
-        if (fd_ < 0 || ::bind(fd_, reinterpret_cast<sockaddr*>(&dir), sizeof dir) != 0
-            || ::getsockname(fd_, reinterpret_cast<sockaddr*>(&dir), &largo) != 0
-            || (escuchar && ::listen(fd_, 8) != 0))
-            return;
-        numero_ = ntohs(dir.sin_port);
+        if (fd_ >= 0 && ::bind(fd_, reinterpret_cast<sockaddr*>(&dir), sizeof dir) == 0
+            && ::getsockname(fd_, reinterpret_cast<sockaddr*>(&dir), &largo) == 0 && (!escuchar || ::listen(fd_, 8) == 0))
+            numero_ = ntohs(dir.sin_port);
     }
     ~Puerto()
     {
@@ -113,22 +121,15 @@ QByteArray leerPaquete(int fd)
 }
 
 // A server that speaks just enough TDS to receive the login: it answers the
-// pre-login without encryption, reads the login record, decodes the user and the
-// password as they arrived, and drops the link.
-struct Credenciales {
-    QString usuario;
-    QString clave;
-};
-
-Credenciales recibirLogin(int escucha)
+// pre-login without encryption, reads the login record and drops the link.
+// Gives the user and the password as they arrived.
+std::pair<QString, QString> recibirLogin(int escucha)
 {
-    Credenciales r;
     pollfd p{escucha, POLLIN, 0};
-    if (::poll(&p, 1, 10000) <= 0)
-        return r;
-    const int fd = ::accept(escucha, nullptr, nullptr);
+    const int fd = ::poll(&p, 1, 10000) > 0 ? ::accept(escucha, nullptr, nullptr) : -1;
     if (fd < 0)
-        return r;
+        return {};
+    std::pair<QString, QString> r;
     if (!leerPaquete(fd).isEmpty()) {
         // Options: VERSION (6 bytes at 11), ENCRYPTION (1 byte at 17) = not supported.
         const unsigned char respuesta[] = {4, 1, 0, 26, 0, 0, 1, 0, 0x00, 0, 11, 0, 6, 0x01, 0, 17, 0, 1, 0xFF,
@@ -137,9 +138,7 @@ Credenciales recibirLogin(int escucha)
         const QByteArray login = leerPaquete(fd);
         auto palabra = [&login](int en) { return int(uchar(login[en])) | (int(uchar(login[en + 1])) << 8); };
         auto texto = [&](int en, bool cifrado) {
-            const int desde = palabra(en);
-            const int caracteres = palabra(en + 2);
-            QByteArray bytes = login.mid(desde, 2 * caracteres);
+            QByteArray bytes = login.mid(palabra(en), 2 * palabra(en + 2));
             if (cifrado) // each byte: nibbles swapped, then XOR 0xA5
                 for (char& b : bytes) {
                     const uchar x = uchar(b) ^ 0xA5;
@@ -147,16 +146,12 @@ Credenciales recibirLogin(int escucha)
                 }
             return QString::fromUtf16(reinterpret_cast<const char16_t*>(bytes.constData()), bytes.size() / 2);
         };
-        if (login.size() >= 48) {
-            r.usuario = texto(40, false);
-            r.clave = texto(44, true);
-        }
+        if (login.size() >= 48)
+            r = {texto(40, false), texto(44, true)};
     }
     ::close(fd);
     return r;
 }
-
-const long numeroConexion = FalloEjecucion::conexion(QString()).numero();
 
 } // namespace
 
@@ -166,138 +161,91 @@ class PruebaSqlServer : public QObject {
 private slots:
     void textoDeConexion()
     {
-        DatosSqlServer d = datosDePrueba();
+        DatosSqlServer d = datos();
         QCOMPARE(sinControlador(ServidorSqlServer::textoOdbc(d)),
                  QStringLiteral("SERVER=10.1.2.3;PORT=1433;DATABASE=RAMIL;UID=TRUMIN;PWD={clave};TDS_Version=7.4;"
                                 "ClientCharset=UTF-8"));
-
         // A password with the separators of the text survives in braces; the
-        // port travels apart from the host.
+        // port travels apart from the host; an empty password still stands as
+        // an empty value; other values are braced only when they need it.
         d.clave = QStringLiteral("a;b}c{d=e }");
-        d.servidor = QStringLiteral("sql.ejemplo.local");
         d.puerto = 14330;
-        QCOMPARE(sinControlador(ServidorSqlServer::textoOdbc(d)),
-                 QStringLiteral("SERVER=sql.ejemplo.local;PORT=14330;DATABASE=RAMIL;UID=TRUMIN;PWD={a;b}c{d=e }};"
-                                "TDS_Version=7.4;ClientCharset=UTF-8"));
-
-        // An empty password still stands as an empty value, not as a missing one.
+        QVERIFY(sinControlador(ServidorSqlServer::textoOdbc(d)).startsWith(QStringLiteral("SERVER=10.1.2.3;PORT=14330;")));
+        QVERIFY(ServidorSqlServer::textoOdbc(d).contains(QStringLiteral(";PWD={a;b}c{d=e }};")));
         d.clave.clear();
-        QVERIFY(ServidorSqlServer::textoOdbc(d).contains(QStringLiteral(";PWD={};")));
-
-        // Other values are braced only when they need it.
         d.base = QStringLiteral("RAMIL;X");
         d.usuario = QStringLiteral(" TRUMIN");
-        QVERIFY(ServidorSqlServer::textoOdbc(d).contains(QStringLiteral(";DATABASE={RAMIL;X};UID={ TRUMIN};")));
+        QVERIFY(ServidorSqlServer::textoOdbc(d).contains(QStringLiteral(";DATABASE={RAMIL;X};UID={ TRUMIN};PWD={};")));
 
         // The connection names the driver that unixODBC lists.
         QVERIFY2(QSqlDatabase::isDriverAvailable(QStringLiteral("QODBC")), qPrintable(QSqlDatabase::drivers().join(' ')));
-        QVERIFY(ServidorSqlServer::textoOdbc(datosDePrueba()).startsWith(QStringLiteral("DRIVER={FreeTDS};")));
+        QVERIFY(ServidorSqlServer::textoOdbc(datos()).startsWith(QStringLiteral("DRIVER={FreeTDS};")));
     }
 
+    // What the driver makes of the connection text: the user and the password
+    // as a server receives them in the login record, the password given as
+    // such and through the connection string of the start-up.
     void claveQueRecibeElServidor()
     {
-        // What the driver makes of the connection text: the user and the password
-        // as a server receives them in the login record.
-        const QStringList claves = {QStringLiteral("sencilla"), QStringLiteral("a;b=c"), QStringLiteral("x}y;z"),
-                                    QStringLiteral("{p}}q"), QStringLiteral(" con blancos "), QStringLiteral("fin}")};
-        // The password given as such, and through the connection string of the start-up, in braces.
-        const std::function<std::unique_ptr<Servidor>(quint16, const QString&)> formas[] = {
-            [](quint16 puerto, const QString& clave) {
-                DatosSqlServer d = datosDePrueba();
-                d.servidor = QStringLiteral("127.0.0.1");
-                d.puerto = puerto;
-                d.clave = clave;
-                d.segundosConexion = 5;
-                return std::make_unique<ServidorSqlServer>(d);
-            },
-            [](quint16 puerto, const QString& clave) {
-                return crearServidor(QStringLiteral("Provider=sqlserver;Server=127.0.0.1,%1;Database=RAMIL;User=TRUMIN;"
-                                                    "Password={%2};Timeout=5")
-                                         .arg(QString::number(puerto), clave));
-            }};
-        for (const QString& clave : claves)
-            for (const auto& crear : formas) {
+        for (const char* clave : {"sencilla", "a;b=c", "x}y;z", "{p}}q", " con blancos ", "fin}"})
+            for (bool cadena : {false, true}) {
                 Puerto escucha(true);
                 QVERIFY(escucha.numero() != 0);
-                Credenciales recibidas;
+                std::pair<QString, QString> recibidas;
                 std::thread servidorTds([&] { recibidas = recibirLogin(escucha.fd()); });
-                const std::unique_ptr<Servidor> servidor = crear(escucha.numero(), clave);
+                const std::unique_ptr<Servidor> servidor =
+                    cadena ? porCadena(escucha.numero(), QLatin1String(clave), 5)
+                           : std::make_unique<ServidorSqlServer>(datos(escucha.numero(), QLatin1String(clave)));
                 const Intento r = intentar([&] { servidor->abrir(); });
                 servidorTds.join();
-                QCOMPARE(r.numero, numeroConexion); // the fake server hangs up after the login
-                QCOMPARE(recibidas.usuario, QStringLiteral("TRUMIN"));
-                QCOMPARE(recibidas.clave, clave);
+                QCOMPARE(r.numero, kConexion); // the fake server hangs up after the login
+                QCOMPARE(recibidas, std::pair(QStringLiteral("TRUMIN"), QString::fromLatin1(clave)));
             }
 
         // The one sequence that a braced value cannot carry is refused before any attempt.
-        DatosSqlServer d = datosDePrueba();
-        d.clave = QStringLiteral("a};b");
-        ServidorSqlServer servidor(d);
+        ServidorSqlServer servidor(datos(0, QStringLiteral("a};b")));
         const Intento r = intentar([&] { servidor.abrir(); });
-        QCOMPARE(r.numero, numeroConexion);
+        QCOMPARE(r.numero, kConexion);
         QVERIFY(r.milisegundos < 1000);
     }
 
-    // A refused port fails at once, with the driver's own text; nothing runs
-    // on the connection, a second attempt fails the same way, and no
-    // connection of Qt is left behind.
-    void puertoQueNoEscucha()
+    // A port where nothing listens refuses at once, with the driver's own text
+    // (the login time-out is not waited for); a server that takes the
+    // connection and never answers (a listening socket nobody reads: the
+    // kernel completes the handshake) is waited for until the login time-out
+    // and no longer. Either way, given its settings or the connection string,
+    // the backend stays closed, runs nothing, and leaves no connection of Qt
+    // behind; a refused one fails the same way a second time.
+    void servidorQueNoAbre_data()
     {
-        const quint16 puerto = Puerto(false).numero(); // taken free, then let go: nothing listens
-        QVERIFY(puerto != 0);
-        DatosSqlServer d = datosDePrueba();
-        d.servidor = QStringLiteral("127.0.0.1");
-        d.puerto = puerto;
-        const int conexionesAntes = QSqlDatabase::connectionNames().size();
-
-        ServidorSqlServer servidor(d);
-        const Intento r = intentar([&] { servidor.abrir(); });
-        QCOMPARE(r.numero, numeroConexion);
-        // The text is the driver's own: it went through FreeTDS to the refused port.
-        QVERIFY2(r.texto.contains(QStringLiteral("FreeTDS")), qPrintable(r.texto));
-        // A refused port answers at once; the login time-out is not waited for.
-        QVERIFY2(r.milisegundos < 5000, qPrintable(QString::number(r.milisegundos)));
-        QVERIFY(!servidor.abierto());
-        QCOMPARE(QSqlDatabase::connectionNames().size(), conexionesAntes);
-
-        // Nothing runs on a connection that did not open.
-        const Intento llamada = intentar([&] { servidor.procedimiento(QStringLiteral("TRU_PARAMETROS"), {}); });
-        QCOMPARE(llamada.numero, FalloEjecucion::objetoCerrado().numero());
-        QVERIFY(intentar([&] { servidor.abrirConsulta(QStringLiteral("SELECT FECHA=GETDATE()")); }).fallo);
-        QVERIFY(intentar([&] { servidor.ejecutar(QStringLiteral(" UPDATE proveedor SET regalo = 0")); }).fallo);
-
-        // A second attempt on the same object fails the same way.
-        QCOMPARE(intentar([&] { servidor.abrir(); }).numero, numeroConexion);
-        QCOMPARE(QSqlDatabase::connectionNames().size(), conexionesAntes);
+        QTest::addColumn<bool>("escucha");
+        QTest::newRow("puerto que no escucha") << false;
+        QTest::newRow("servidor que no responde") << true;
     }
-
-    // A listening socket completes the TCP handshake in the kernel even though
-    // nobody accepts or reads: a server that takes the connection and never
-    // answers. The login waits for its time-out and no longer.
-    void servidorQueNoResponde()
+    void servidorQueNoAbre()
     {
-        Puerto mudo(true);
-        QVERIFY(mudo.numero() != 0);
-        DatosSqlServer d = datosDePrueba();
-        d.servidor = QStringLiteral("127.0.0.1");
-        d.puerto = mudo.numero();
-        d.segundosConexion = 2;
+        QFETCH(bool, escucha);
+        Puerto puerto(escucha);
+        QVERIFY(puerto.numero() != 0);
         const int conexionesAntes = QSqlDatabase::connectionNames().size();
-        // The same time-out given as such and through the connection string of the deployment settings.
-        std::unique_ptr<Servidor> mudos[] = {
-            std::make_unique<ServidorSqlServer>(d),
-            crearServidor(QStringLiteral("Provider=sqlserver;Server=127.0.0.1,%1;Database=RAMIL;User=TRUMIN;"
-                                         "Password=clave;Timeout=2")
-                              .arg(mudo.numero()))};
-        for (auto& servidor : mudos) {
+        DatosSqlServer d = datos(puerto.numero());
+        d.segundosConexion = escucha ? 2 : 10;
+        std::unique_ptr<Servidor> formas[] = {std::make_unique<ServidorSqlServer>(d),
+                                              porCadena(puerto.numero(), "clave", d.segundosConexion)};
+        for (auto& servidor : formas) {
             QVERIFY(servidor && !servidor->esLocal());
-            const Intento r = intentar([&] { servidor->abrir(); });
-            QCOMPARE(r.numero, numeroConexion);
-            QVERIFY(!r.texto.isEmpty());
-            // It waited for the server (so it got that far), and no longer than the
-            // time-out with generous slack.
-            QVERIFY2(r.milisegundos >= 1000 && r.milisegundos < 7000, qPrintable(QString::number(r.milisegundos)));
-            QVERIFY(!servidor->abierto());
+            for (int vez = 0; vez < (escucha ? 1 : 2); ++vez) {
+                const Intento r = intentar([&] { servidor->abrir(); });
+                QCOMPARE(r.numero, kConexion);
+                QVERIFY2(escucha || r.texto.contains(QStringLiteral("FreeTDS")), qPrintable(r.texto));
+                QVERIFY2(escucha ? r.milisegundos >= 1000 && r.milisegundos < 7000 : r.milisegundos < 5000,
+                         qPrintable(QString::number(r.milisegundos)));
+                QVERIFY(!servidor->abierto());
+            }
+            QCOMPARE(intentar([&] { servidor->procedimiento(QStringLiteral("TRU_PARAMETROS"), {}); }).numero,
+                     FalloEjecucion::objetoCerrado().numero());
+            QVERIFY(intentar([&] { servidor->abrirConsulta(QStringLiteral("SELECT FECHA=GETDATE()")); }).numero != 0);
+            QVERIFY(intentar([&] { servidor->ejecutar(QStringLiteral(" UPDATE proveedor SET regalo = 0")); }).numero != 0);
             servidor.reset();
         }
         QCOMPARE(QSqlDatabase::connectionNames().size(), conexionesAntes);

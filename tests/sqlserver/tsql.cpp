@@ -44,30 +44,14 @@ quint16 puertoLibre()
     return puerto;
 }
 
-QString script()
+// The batches of the deployment script, split on its "go" lines as sqlcmd and tsql do.
+QStringList lotes()
 {
     QFile f(QStringLiteral(DESPLIEGUE_SQL));
     f.open(QIODevice::ReadOnly);
-    return QString::fromUtf8(f.readAll());
-}
-
-// The batches of a script, split on its "go" lines as sqlcmd and tsql do.
-QStringList lotes(const QString& texto)
-{
-    static const QRegularExpression go(QStringLiteral("^\\s*go\\s*$"), QRegularExpression::CaseInsensitiveOption);
-    QStringList r;
-    QStringList actual;
-    for (const QString& linea : texto.split(QLatin1Char('\n'))) {
-        if (go.match(linea).hasMatch()) {
-            r << actual.join(QLatin1Char('\n'));
-            actual.clear();
-        } else {
-            actual << linea;
-        }
-    }
-    if (!actual.join(QString()).trimmed().isEmpty())
-        r << actual.join(QLatin1Char('\n'));
-    return r;
+    static const QRegularExpression go(QStringLiteral("^\\s*go\\s*$"),
+                                       QRegularExpression::CaseInsensitiveOption | QRegularExpression::MultilineOption);
+    return QString::fromUtf8(f.readAll()).split(go);
 }
 
 Valor deVariant(const QVariant& v)
@@ -75,19 +59,14 @@ Valor deVariant(const QVariant& v)
     if (!v.isValid() || v.isNull())
         return {};
     switch (v.typeId()) {
-    case QMetaType::Bool:
-        return Valor(int64_t(v.toBool() ? -1 : 0));
+    case QMetaType::Bool: return Valor(int64_t(v.toBool() ? -1 : 0));
     case QMetaType::Int: case QMetaType::UInt: case QMetaType::Short: case QMetaType::UShort:
     case QMetaType::LongLong: case QMetaType::ULongLong: case QMetaType::Long: case QMetaType::ULong:
         return Valor(int64_t(v.toLongLong()));
-    case QMetaType::Double: case QMetaType::Float:
-        return Valor(v.toDouble());
-    case QMetaType::QByteArray:
-        return Valor(v.toByteArray());
-    case QMetaType::QDateTime:
-        return Valor(v.toDateTime());
-    default:
-        return Valor(v.toString());
+    case QMetaType::Double: case QMetaType::Float: return Valor(v.toDouble());
+    case QMetaType::QByteArray: return Valor(v.toByteArray());
+    case QMetaType::QDateTime: return Valor(v.toDateTime());
+    default: return Valor(v.toString());
     }
 }
 
@@ -95,16 +74,11 @@ Valor deVariant(const QVariant& v)
 Valor deSqlite(sqlite3_stmt* st, int i)
 {
     switch (sqlite3_column_type(st, i)) {
-    case SQLITE_NULL:
-        return {};
-    case SQLITE_INTEGER:
-        return Valor(int64_t(sqlite3_column_int64(st, i)));
-    case SQLITE_FLOAT:
-        return Valor(sqlite3_column_double(st, i));
-    case SQLITE_BLOB:
-        return Valor(QByteArray(static_cast<const char*>(sqlite3_column_blob(st, i)), sqlite3_column_bytes(st, i)));
-    default:
-        return Valor(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, i))));
+    case SQLITE_NULL: return {};
+    case SQLITE_INTEGER: return Valor(int64_t(sqlite3_column_int64(st, i)));
+    case SQLITE_FLOAT: return Valor(sqlite3_column_double(st, i));
+    case SQLITE_BLOB: return Valor(QByteArray(static_cast<const char*>(sqlite3_column_blob(st, i)), sqlite3_column_bytes(st, i)));
+    default: return Valor(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, i))));
     }
 }
 
@@ -302,7 +276,7 @@ QList<QStringList> ServidorTsql::filas(const QString& sql) const
 QStringList ServidorTsql::desplegar() const
 {
     QStringList fallos;
-    const QStringList todos = lotes(script());
+    const QStringList todos = lotes();
     for (qsizetype i = 0; i < todos.size(); ++i) {
         if (todos[i].trimmed().isEmpty())
             continue;

@@ -1,9 +1,8 @@
 #pragma once
 // A real T-SQL server for the tests of the production backend: started in a
-// temporary folder on a free loopback port, the deployment script run on it
-// (twice: the second run is the upgrade over data), the login TRUMIN made, and
-// the same demo rows as a new embedded demo database copied into RAMIL. One
-// server serves the whole test program; the embedded twin holds the same rows.
+// temporary folder on a free loopback port, the login TRUMIN made, the
+// deployment script run on it, and the rows of a new embedded demo database
+// (the twin) copied into RAMIL. One server serves the whole test program.
 #include "base_temporal.h"
 #include "servidor.h"
 
@@ -15,15 +14,13 @@
 
 class ServidorTsql {
 public:
-    // The program's server, started on the first call. Null when the test
-    // server is not on this machine; then motivo() says why.
+    // The program's server, started on the first call; null when it did not
+    // start, and motivo() says why: omitido() when it is not on this machine
+    // (the tests are skipped), a failure otherwise.
     static ServidorTsql* instancia();
     static QString motivo();
-    // True when the server is not on this machine (the tests are skipped);
-    // false when it is there and failed.
     static bool omitido();
-    // Stops the server, when one was started.
-    static void terminar();
+    static void terminar(); // stops the server, when one was started
 
     ~ServidorTsql();
 
@@ -34,10 +31,9 @@ public:
     static QString claveTrumin();
 
     // A backend of the program on each server, opened: the production one as
-    // TRUMIN, and the embedded one on the twin file.
+    // TRUMIN, and the embedded one on the twin file holding the same rows.
     std::unique_ptr<Servidor> sqlServer() const;
     std::unique_ptr<Servidor> embebido() const;
-    // The embedded twin holding the same rows.
     BaseTemporal& gemelo() { return *gemelo_; }
 
     // T-SQL run as the server's administrator in RAMIL (any statement, no

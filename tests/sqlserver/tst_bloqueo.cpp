@@ -17,25 +17,10 @@ namespace {
 // A day of its own, far from the demo's rows and from the other tests'.
 const QString kDia = QStringLiteral("20320101");
 
-// The save of one row as the consoles send it (a plain save), with its note.
-QString guardado(const QString& nota)
-{
-    return QStringLiteral(" UPDATE MOVIMIENTOS SET  recibido =  '9.5', enviado =  '10', C_CLIENTE =  '0012', obs =  '%1',"
-                          " C_PROVEEDOR =  '0000', pago =  '0', C_BANCO =  '', operadora =  '1', REFERENCIA =  '',"
-                          " confirmacion =  '0', tipo_operacion =  '2', ganancia =  '100', g1 =  '9.5', g2 =  '9.5',"
-                          " g3 =  '0', bancozelle =  'B', tipo_servicio =  '1' WHERE FECHA=  '%2' and SECUENCIA = '0001'")
-        .arg(nota, kDia);
-}
+ServidorTsql& servidor() { return *ServidorTsql::instancia(); }
 
-QString notaEnElServidor(const ServidorTsql& s)
-{
-    const QList<QStringList> f =
-        s.filas(QStringLiteral("SELECT obs FROM dbo.MOVIMIENTOS WHERE FECHA = '%1' AND SECUENCIA = 1").arg(kDia));
-    return f.size() == 1 ? f[0][0] : QStringLiteral("(%1 filas)").arg(f.size());
-}
-
+// How the console's save ended: its failure's number (0: none) and text, after how long.
 struct Espera {
-    bool fallo = false;
     long numero = 0;
     QString texto;
     double segundos = 0;
@@ -48,23 +33,21 @@ class PruebaBloqueo : public QObject {
 private slots:
     void init()
     {
-        ServidorTsql& s = *ServidorTsql::instancia();
-        QCOMPARE(s.admin(QStringLiteral("DELETE FROM dbo.MOVIMIENTOS WHERE FECHA = '%1'").arg(kDia)), QString());
-        QCOMPARE(s.admin(QStringLiteral("INSERT INTO dbo.MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, obs) VALUES ('%1', 1, 12, 'antes')")
-                             .arg(kDia)),
+        QCOMPARE(servidor().admin(QStringLiteral("DELETE FROM dbo.MOVIMIENTOS WHERE FECHA = '%1';"
+                                                 "INSERT INTO dbo.MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, obs) VALUES ('%1', 1, 12, 'antes')")
+                                      .arg(kDia)),
                  QString());
     }
 
     void cleanup()
     {
-        ServidorTsql& s = *ServidorTsql::instancia();
-        s.admin(QStringLiteral("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION"));
-        s.admin(QStringLiteral("DELETE FROM dbo.MOVIMIENTOS WHERE FECHA = '%1'").arg(kDia));
+        servidor().admin(QStringLiteral("IF @@TRANCOUNT > 0 ROLLBACK TRANSACTION"));
+        servidor().admin(QStringLiteral("DELETE FROM dbo.MOVIMIENTOS WHERE FECHA = '%1'").arg(kDia));
     }
 
     void unaFilaRetenidaAcabaEnElLimiteDeTiempo()
     {
-        ServidorTsql& s = *ServidorTsql::instancia();
+        ServidorTsql& s = servidor();
         // The administrator changes the row and keeps the transaction open.
         QCOMPARE(s.admin(QStringLiteral("BEGIN TRANSACTION; UPDATE dbo.MOVIMIENTOS SET obs = 'retenida' "
                                         "WHERE FECHA = '%1' AND SECUENCIA = 1")
@@ -81,9 +64,12 @@ private slots:
             QElapsedTimer reloj;
             reloj.start();
             try {
-                trumin->ejecutar(guardado(QStringLiteral("de la consola")));
+                trumin->ejecutar(QStringLiteral(
+                    " UPDATE MOVIMIENTOS SET  recibido =  '9.5', enviado =  '10', C_CLIENTE =  '0012', obs =  'de la consola',"
+                    " C_PROVEEDOR =  '0000', pago =  '0', C_BANCO =  '', operadora =  '1', REFERENCIA =  '',"
+                    " confirmacion =  '0', tipo_operacion =  '2', ganancia =  '100', g1 =  '9.5', g2 =  '9.5',"
+                    " g3 =  '0', bancozelle =  'B', tipo_servicio =  '1' WHERE FECHA=  '%1' and SECUENCIA = '0001'").arg(kDia));
             } catch (const FalloEjecucion& f) {
-                r.fallo = true;
                 r.numero = f.numero();
                 r.texto = f.texto();
             }
@@ -96,7 +82,6 @@ private slots:
         QVERIFY2(termino, "the save still waited for the lock after 240 s");
         const Espera r = consola.get();
         std::printf("Guardado ante una fila retenida: %.1f s de espera, luego \"%s\"\n", r.segundos, qPrintable(r.texto));
-        QVERIFY2(r.fallo, "the save went through a held lock");
         QCOMPARE(r.numero, FalloEjecucion::servidor({}).numero());
         QVERIFY2(r.segundos >= 50, qPrintable(QString::number(r.segundos)));
 
@@ -108,7 +93,8 @@ private slots:
                                         "WHERE FECHA = '%1' AND SECUENCIA = 1")
                              .arg(kDia)),
                  QString());
-        QCOMPARE(notaEnElServidor(s), QStringLiteral("antes"));
+        QCOMPARE(s.filas(QStringLiteral("SELECT obs FROM dbo.MOVIMIENTOS WHERE FECHA = '%1' AND SECUENCIA = 1").arg(kDia)),
+                 QList<QStringList>{{QStringLiteral("antes")}});
     }
 };
 

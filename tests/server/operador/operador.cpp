@@ -1,12 +1,10 @@
-// One operator at the counter, in a process of its own: the entry screen on a
-// database file, entering transactions one after the other with a pause of
-// typing before each. Used by the tests and the benchmark of concurrent entry.
-//
+// One operator at the counter, in a process of its own, for the tests and the
+// benchmark of concurrent entry: the entry screen on a database file entering
+// transactions one after the other, a pause of typing before each.
 //   operador_de_entrada <database file> <entries> <tag> <most pause in ms>
-//
-// Each entry's note is "<tag>-<n>/<sequence shown when it was typed>", so
-// that an entry stored under another sequence can be told. Prints "guardadas <n>" at the end; a
-// run-time failure prints its number and text and ends with status 1.
+// Each note is "<tag>-<n>/<sequence shown when it was typed>". Prints
+// "guardadas <n>" at the end; a run-time failure also prints its number and
+// text and ends with status 1.
 #include "despliegue.h"
 #include "fallo.h"
 #include "login.h"
@@ -29,9 +27,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "uso: operador_de_entrada <base> <entradas> <marca> <pausa ms>\n");
         return 2;
     }
-    const int entradas = args[2].toInt();
-    const QString marca = args[3];
-    const int pausa = args[4].toInt();
+    const int entradas = args[2].toInt(), pausa = args[4].toInt();
     Mensajes::Reemplazar([](const QString& texto, int, const QString&) {
         std::fprintf(stderr, "mensaje: %s\n", qPrintable(texto));
         return int(Mensajes::vbOK);
@@ -51,7 +47,7 @@ int main(int argc, char** argv)
             entrada.Text2[2]->setText(QStringLiteral("0012"));
             entrada.Text2[4]->setText(QStringLiteral("10"));
             entrada.Text2[5]->setText(QStringLiteral("9,5"));
-            entrada.Text2[10]->setText(QStringLiteral("%1-%2/%3").arg(marca).arg(n).arg(entrada.Text2[0]->text().toInt()));
+            entrada.Text2[10]->setText(QStringLiteral("%1-%2/%3").arg(args[3]).arg(n).arg(entrada.Text2[0]->text().toInt()));
             if (pausa > 0)
                 QThread::msleep(QRandomGenerator::global()->bounded(pausa + 1));
             entrada.Incluir_Click();
