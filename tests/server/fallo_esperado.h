@@ -6,10 +6,13 @@
 
 inline const long kServidor = FalloEjecucion::servidor({}).numero();
 
-#define ESPERAR_FALLO(expresion, esperado, parte)                                                  \
-    do {                                                                                         \
-        try { expresion; QFAIL("no failure: " #expresion); } catch (const FalloEjecucion& f) {  \
-            QCOMPARE(f.numero(), long(esperado));                                                \
-            QVERIFY2(f.texto().contains(QLatin1String(parte)), qPrintable(f.texto()));           \
-        }                                                                                        \
+#define ESPERAR_FALLO(expresion, esperado, parte)                                                                                \
+    do {                                                                                                                         \
+        try {                                                                                                                    \
+            expresion;                                                                                                           \
+            QFAIL("no failure: " #expresion);                                                                                    \
+        } catch (const FalloEjecucion& f) {                                                                                      \
+            QCOMPARE(f.numero(), long(esperado));                                                                                \
+            QVERIFY2(f.texto().contains(QLatin1String(parte)), qPrintable(f.texto()));                                           \
+        }                                                                                                                        \
     } while (0)

@@ -13,11 +13,12 @@ private slots:
     {
         BaseTemporal base(true);
         const QString hoy = QDate::currentDate().toString(QStringLiteral("yyyyMMdd"));
-        const QString delDia = QStringLiteral("select count(*) || '/' || coalesce(max(SECUENCIA), 0) from MOVIMIENTOS where FECHA = '%1'").arg(hoy);
+        const QString delDia =
+            QStringLiteral("select count(*) || '/' || coalesce(max(SECUENCIA), 0) from MOVIMIENTOS where FECHA = '%1'").arg(hoy);
         const QStringList antes = base.valor(delDia).split('/');
         constexpr int kEntradas = 15;
         QProcess uno, otro;
-        for (auto [p, marca] : {std::pair{&uno, "A"}, std::pair{&otro, "B"}}) {
+        for (auto [p, marca] : {std::pair {&uno, "A"}, std::pair {&otro, "B"}}) {
             p->setProcessChannelMode(QProcess::MergedChannels);
             p->start(QStringLiteral(OPERADOR_DE_ENTRADA),
                      {base.archivo(), QString::number(kEntradas), QLatin1String(marca), QStringLiteral("20")});
@@ -31,9 +32,11 @@ private slots:
         // Both screens' entries, each once, under as many keys; the numbers of
         // the day run on without a gap.
         QCOMPARE(base.valor("select count(*) || '/' || count(DISTINCT obs) || '/' || count(DISTINCT SECUENCIA) || '/' || "
-                            "sum(obs GLOB 'A-*') || '/' || sum(obs GLOB 'B-*') from MOVIMIENTOS where FECHA = '" + hoy + "' and obs GLOB '[AB]-*'"),
+                            "sum(obs GLOB 'A-*') || '/' || sum(obs GLOB 'B-*') from MOVIMIENTOS where FECHA = '" +
+                            hoy + "' and obs GLOB '[AB]-*'"),
                  QStringLiteral("%1/%1/%1/%2/%2").arg(2 * kEntradas).arg(kEntradas));
-        QCOMPARE(base.valor(delDia), QStringLiteral("%1/%2").arg(antes[0].toInt() + 2 * kEntradas).arg(antes[1].toInt() + 2 * kEntradas));
+        QCOMPARE(base.valor(delDia),
+                 QStringLiteral("%1/%2").arg(antes[0].toInt() + 2 * kEntradas).arg(antes[1].toInt() + 2 * kEntradas));
     }
 };
 

@@ -9,7 +9,7 @@ class PruebaConsultas : public QObject {
     Q_OBJECT
 
     BaseTemporal base_;
-    Cliente cliente_{base_};
+    Cliente cliente_ {base_};
 
     // A query with its seven values, as the consoles send them.
     std::unique_ptr<Recordset> consulta(const char* procedimiento, const QString& desde, const QString& hasta, int pago = 0,
@@ -17,16 +17,16 @@ class PruebaConsultas : public QObject {
                                         int servicio = 0)
     {
         cliente_.comando.CommandText = QString::fromLatin1(procedimiento);
-        const Valor valores[] = {Valor(desde), Valor(hasta), Valor(pago), Valor(operadora), Valor(texto1), Valor(texto2),
-                                 Valor(servicio)};
+        const Valor valores[] = {Valor(desde),  Valor(hasta),  Valor(pago),    Valor(operadora),
+                                 Valor(texto1), Valor(texto2), Valor(servicio)};
         for (int i = 0; i < 7; ++i)
             cliente_.comando.Parameters(i + 1) = valores[i];
         return cliente_.comando.Execute();
     }
 
     // The rows of a query as "fecha/secuencia" keys, in the order they came.
-    QStringList filas(const char* procedimiento, const QString& desde, const QString& hasta, int pago = 0,
-                      int operadora = 0, const QString& texto1 = {}, const QString& texto2 = {}, int servicio = 0)
+    QStringList filas(const char* procedimiento, const QString& desde, const QString& hasta, int pago = 0, int operadora = 0,
+                      const QString& texto1 = {}, const QString& texto2 = {}, int servicio = 0)
     {
         auto rs = consulta(procedimiento, desde, hasta, pago, operadora, texto1, texto2, servicio);
         QStringList r;
@@ -78,9 +78,9 @@ private slots:
         auto rs = consulta("TRU_CONSULTA_1127", "20240301", "20240301");
         QCOMPARE(rs->Fields("Cliente").aTexto(), QString());
         QCOMPARE(rs->Fields("C_Banco").aTexto(), QString("7777"));
-        for (const char* c : {"Enviado", "recibido", "C_proveedor", "bancozelle", "tipo_servicio", "confirmacion", "Pago",
-                              "referencia", "operadora", "tipo_operacion", "OBS", "Ganancia", "G1", "G2", "G3",
-                              "fecha_pago", "hora_pago", "dolar1", "dolar2"})
+        for (const char* c :
+             {"Enviado", "recibido", "C_proveedor", "bancozelle", "tipo_servicio", "confirmacion", "Pago", "referencia",
+              "operadora", "tipo_operacion", "OBS", "Ganancia", "G1", "G2", "G3", "fecha_pago", "hora_pago", "dolar1", "dolar2"})
             rs->Fields(QString::fromLatin1(c));
         rs->MoveNext();
         QCOMPARE(rs->Fields("Cliente").aTexto(), QString("ANA LUGO"));

@@ -104,7 +104,7 @@ QString familia(const QString& tipo)
 
 bool compatibles(const QString& a, const QString& b)
 {
-    const QStringList textoOMomento{QStringLiteral("texto"), QStringLiteral("momento")};
+    const QStringList textoOMomento {QStringLiteral("texto"), QStringLiteral("momento")};
     return familia(a) == familia(b) || (textoOMomento.contains(familia(a)) && textoOMomento.contains(familia(b)));
 }
 
@@ -151,9 +151,9 @@ std::vector<QStringList> conjuntosDe(const Fichas& f, size_t desde, size_t hasta
             if (!fuera[k])
                 continue;
             devuelve = !unaDe(f[k], {"INSERT", "CREATE", "UNION", "EXCEPT", "INTERSECT", "ALL"});
-            if (!devuelve || f[k].esSimbolo(";")
-                || unaDe(f[k], {"BEGIN", "END", "ELSE", "SET", "IF", "DECLARE", "RETURN", "WITH", "THEN", "COMMIT", "ROLLBACK",
-                                "EXEC", "EXECUTE", "PRINT", "WHILE"}))
+            if (!devuelve || f[k].esSimbolo(";") ||
+                unaDe(f[k], {"BEGIN", "END", "ELSE", "SET", "IF", "DECLARE", "RETURN", "WITH", "THEN", "COMMIT", "ROLLBACK",
+                             "EXEC", "EXECUTE", "PRINT", "WHILE"}))
                 break;
         }
         size_t k = i + 1;
@@ -172,10 +172,10 @@ std::vector<QStringList> conjuntosDe(const Fichas& f, size_t desde, size_t hasta
                 casos += f[fin].es("CASE") ? 1 : -1;
                 continue;
             }
-            if (casos == 0 && (f[fin].esSimbolo(";")
-                               || unaDe(f[fin], {"FROM", "INTO", "WHERE", "GROUP", "ORDER", "HAVING", "UNION", "EXCEPT",
-                                                 "INTERSECT", "END", "ELSE", "IF", "SELECT", "INSERT", "UPDATE", "DELETE",
-                                                 "SET", "DECLARE", "RETURN", "BEGIN", "COMMIT"})))
+            if (casos == 0 && (f[fin].esSimbolo(";") ||
+                               unaDe(f[fin], {"FROM",   "INTO",      "WHERE", "GROUP",   "ORDER",  "HAVING", "UNION",
+                                              "EXCEPT", "INTERSECT", "END",   "ELSE",    "IF",     "SELECT", "INSERT",
+                                              "UPDATE", "DELETE",    "SET",   "DECLARE", "RETURN", "BEGIN",  "COMMIT"})))
                 break;
         }
         if (fin < hasta && f[fin].es("INTO"))
@@ -191,7 +191,7 @@ std::vector<QStringList> conjuntosDe(const Fichas& f, size_t desde, size_t hasta
 // dialect's own and is read by the caller.
 Columna columna(const Fichas& f, size_t a, size_t b)
 {
-    Columna c{f[a].texto, a + 1 < b ? f[a + 1].texto : QString(), 0, true, QString()};
+    Columna c {f[a].texto, a + 1 < b ? f[a + 1].texto : QString(), 0, true, QString()};
     for (size_t j = a + 2; j < b; ++j) {
         if ((f[j].es("NOT") && j + 1 < b && f[j + 1].es("NULL")) || f[j].es("PRIMARY"))
             c.nulo = false;
@@ -215,8 +215,7 @@ Columna columna(const Fichas& f, size_t a, size_t b)
 // The columns of the CREATE TABLE whose name is at k, its length read by the
 // dialect's own `largo`; constraints of the table are stepped over. Gives the
 // position of the closing parenthesis.
-template <class Largo>
-size_t tabla(const Fichas& f, size_t k, Contrato& c, Largo largo)
+template <class Largo> size_t tabla(const Fichas& f, size_t k, Contrato& c, Largo largo)
 {
     const QString nombre = f[k].texto;
     const size_t abre = k + 1, cierra = cierre(f, abre);
@@ -317,7 +316,7 @@ Contrato sqlServer(const QString& script)
             const size_t desde = k + 1 + entre, hasta = as - entre;
             Procedimiento p;
             for (const auto& [a, b] : porComas(f, desde, hasta)) {
-                Parametro q{f[a].texto, a + 1 < b ? f[a + 1].texto : QString(), QString()};
+                Parametro q {f[a].texto, a + 1 < b ? f[a + 1].texto : QString(), QString()};
                 for (size_t j = a; j < b; ++j)
                     if (f[j].esSimbolo("=")) {
                         q.defecto = valorDe(f, j + 1, unaDe(f[b - 1], {"OUTPUT", "OUT"}) ? b - 1 : b);
@@ -346,7 +345,7 @@ QStringList diferencias(const Contrato& e, const Contrato& s)
             if (!enE.contains(n))
                 r << QStringLiteral("%1 %2: only on SQL Server").arg(QLatin1String(clase), s.nombres[n]);
     };
-    for (const auto& [lado, c] : {std::pair{"embedded schema", &e}, std::pair{"SQL Server script", &s}})
+    for (const auto& [lado, c] : {std::pair {"embedded schema", &e}, std::pair {"SQL Server script", &s}})
         for (const QString& x : c->sinLeer)
             r << QStringLiteral("%1: %2 is not followed by this test").arg(QLatin1String(lado), x);
     // Two result columns whose names cannot be read would pass as equal.
@@ -369,15 +368,22 @@ QStringList diferencias(const Contrato& e, const Contrato& s)
         const Procedimiento &a = e.procedimientos[n], &b = s.procedimientos[n];
         const QString p = QStringLiteral("procedure ") + e.nombres[n];
         if (a.parametros.size() != b.parametros.size())
-            r << QStringLiteral("%1: %2 parameters embedded, %3 on SQL Server").arg(p).arg(a.parametros.size()).arg(b.parametros.size());
+            r << QStringLiteral("%1: %2 parameters embedded, %3 on SQL Server")
+                     .arg(p)
+                     .arg(a.parametros.size())
+                     .arg(b.parametros.size());
         for (size_t i = 0; i < std::min(a.parametros.size(), b.parametros.size()); ++i) {
             const Parametro &x = a.parametros[i], &y = b.parametros[i];
             if (x.nombre.compare(y.nombre, Qt::CaseInsensitive) != 0)
-                r << QStringLiteral("%1: parameter %2 is %3 embedded, %4 on SQL Server").arg(p).arg(i + 1).arg(x.nombre, y.nombre);
+                r << QStringLiteral("%1: parameter %2 is %3 embedded, %4 on SQL Server")
+                         .arg(p)
+                         .arg(i + 1)
+                         .arg(x.nombre, y.nombre);
             if (!compatibles(x.tipo, y.tipo))
                 r << QStringLiteral("%1: parameter %2 is %3 embedded, %4 on SQL Server").arg(p, x.nombre, x.tipo, y.tipo);
             if (x.defecto != y.defecto)
-                r << QStringLiteral("%1: parameter %2 defaults to [%3] embedded, [%4] on SQL Server").arg(p, x.nombre, x.defecto, y.defecto);
+                r << QStringLiteral("%1: parameter %2 defaults to [%3] embedded, [%4] on SQL Server")
+                         .arg(p, x.nombre, x.defecto, y.defecto);
         }
         if (sets(a.conjuntos) != sets(b.conjuntos))
             r << QStringLiteral("%1: returns [%2] embedded, [%3] on SQL Server").arg(p, sets(a.conjuntos), sets(b.conjuntos));
@@ -394,19 +400,23 @@ QStringList diferencias(const Contrato& e, const Contrato& s)
         for (size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
             const Columna &x = a[i], &y = b[i];
             if (x.nombre.compare(y.nombre, Qt::CaseInsensitive) != 0)
-                r << QStringLiteral("%1: column %2 is %3 embedded, %4 on SQL Server").arg(tabla).arg(i + 1).arg(x.nombre, y.nombre);
+                r << QStringLiteral("%1: column %2 is %3 embedded, %4 on SQL Server")
+                         .arg(tabla)
+                         .arg(i + 1)
+                         .arg(x.nombre, y.nombre);
             else if (!compatibles(x.tipo, y.tipo))
                 r << QStringLiteral("%1: column %2 is %3 embedded, %4 on SQL Server").arg(tabla, x.nombre, x.tipo, y.tipo);
             // A moment not yet set is NULL in a datetime and '' in the embedded text.
-            else if (familia(y.tipo) == QLatin1String("momento") && y.nulo && y.defecto.isEmpty() && !x.nulo
-                     && x.defecto == QLatin1String("''"))
+            else if (familia(y.tipo) == QLatin1String("momento") && y.nulo && y.defecto.isEmpty() && !x.nulo &&
+                     x.defecto == QLatin1String("''"))
                 continue;
             else if (x.nulo != y.nulo)
                 r << QStringLiteral("%1: column %2 takes NULL on one side only").arg(tabla, x.nombre);
             // A default that calls a function (the moment of the insert) is
             // each dialect's own; literal defaults must agree.
             else if (x.defecto != y.defecto && !x.defecto.contains(QLatin1Char('(')) && !y.defecto.contains(QLatin1Char('(')))
-                r << QStringLiteral("%1: column %2 defaults to [%3] embedded, [%4] on SQL Server").arg(tabla, x.nombre, x.defecto, y.defecto);
+                r << QStringLiteral("%1: column %2 defaults to [%3] embedded, [%4] on SQL Server")
+                         .arg(tabla, x.nombre, x.defecto, y.defecto);
             else if (familia(y.tipo) == QLatin1String("texto") && x.largo != y.largo)
                 r << QStringLiteral("%1: column %2 holds %3 characters embedded, %4 on SQL Server")
                          .arg(tabla, x.nombre, largo(x.largo), largo(y.largo));
@@ -419,7 +429,7 @@ QStringList diferencias(const Contrato& e, const Contrato& s)
 // then each function, trigger and procedure from its own file.
 QString scriptSqlServer()
 {
-    QStringList partes{leer(QStringLiteral(CARPETA_BD "/sqlserver/esquema.sql"))};
+    QStringList partes {leer(QStringLiteral(CARPETA_BD "/sqlserver/esquema.sql"))};
     for (const char* clase : {"funciones", "disparadores", "procedimientos"}) {
         const QDir carpeta(QStringLiteral(CARPETA_BD "/sqlserver/") + QLatin1String(clase));
         for (const QString& archivo : carpeta.entryList({QStringLiteral("*.sql")}, QDir::Files, QDir::Name))
@@ -500,7 +510,8 @@ private slots:
              "table MOVIMIENTOS: column ganancia takes NULL on one side only", true},
             {"ganancia       float        NOT NULL DEFAULT 100", "ganancia       float        NOT NULL DEFAULT (0)",
              "table MOVIMIENTOS: column ganancia defaults to [100] embedded, [0] on SQL Server", true},
-            {"bancozelle     varchar(5)   NOT NULL DEFAULT '',", "bancozelle     varchar(5)   NOT NULL DEFAULT '',\n        otra int,",
+            {"bancozelle     varchar(5)   NOT NULL DEFAULT '',",
+             "bancozelle     varchar(5)   NOT NULL DEFAULT '',\n        otra int,",
              "table MOVIMIENTOS: 28 columns embedded, 29 on SQL Server", true},
             {"REFERENCIA     varchar(50)", "REFERENCIA     varchar(60)",
              "table MOVIMIENTOS: column REFERENCIA holds 50 characters embedded, 60 on SQL Server", true},
@@ -510,7 +521,8 @@ private slots:
              "SQL Server script: ALTER TABLE is not followed by this test", true},
         };
         for (const auto& c : cambios)
-            QTest::newRow(c.a) << QString::fromUtf8(c.de) << QString::fromUtf8(c.a) << QString::fromUtf8(c.esperada).split('\n') << c.sola;
+            QTest::newRow(c.a) << QString::fromUtf8(c.de) << QString::fromUtf8(c.a) << QString::fromUtf8(c.esperada).split('\n')
+                               << c.sola;
     }
     void unCambioDeUnSoloLadoSeVe()
     {

@@ -45,7 +45,9 @@ class PruebaEmbebido : public QObject {
 private slots:
     void formasDeLasSentencias()
     {
-        const auto una = [](const char* sql, bool consulta) { return ServidorEmbebido::adaptar(QString::fromUtf8(sql), consulta); };
+        const auto una = [](const char* sql, bool consulta) {
+            return ServidorEmbebido::adaptar(QString::fromUtf8(sql), consulta);
+        };
         const std::tuple<const char*, bool, const char*> casos[] = {
             {"SELECT FECHA=GETDATE()", true, "SELECT GETDATE() AS FECHA"},
             {"  select  fecha = getdate ( ) ", true, "SELECT GETDATE() AS fecha"},
@@ -56,44 +58,59 @@ private slots:
              "delete from movimientos where  fecha = '20241225' and secuencia =  0005"},
             {"DELETE FROM movimientos WHERE fecha = '1'", false, "DELETE FROM movimientos WHERE fecha = '1'"},
             // an empty text inside a condition is no value to convert
-            {"UPDATE proveedor SET regalo = '' WHERE C_proveedor = ''", false, "UPDATE proveedor SET regalo = '' WHERE C_proveedor = ''"},
+            {"UPDATE proveedor SET regalo = '' WHERE C_proveedor = ''", false,
+             "UPDATE proveedor SET regalo = '' WHERE C_proveedor = ''"},
         };
         for (const auto& [sql, consulta, esperada] : casos)
-            QCOMPARE(una(sql, consulta), QStringList{QString::fromUtf8(esperada)});
+            QCOMPARE(una(sql, consulta), QStringList {QString::fromUtf8(esperada)});
 
         // A batch is cut at each statement, not at the words inside the quotes.
-        const QString lote = actualizarMovimiento("20241225", "0005", "update pending, delete later", "10")
-            + actualizarMovimiento("20241225", "0006", "x", "20")
-            + " UPDATE proveedor SET  regalo = regalo +  '12.5', ultregalo =  '12.5' WHERE C_proveedor =  '3'"
-            + insertarMovimiento("20241226", "0001");
+        const QString lote = actualizarMovimiento("20241225", "0005", "update pending, delete later", "10") +
+                             actualizarMovimiento("20241225", "0006", "x", "20") +
+                             " UPDATE proveedor SET  regalo = regalo +  '12.5', ultregalo =  '12.5' WHERE C_proveedor =  '3'" +
+                             insertarMovimiento("20241226", "0001");
         const QStringList partes = ServidorEmbebido::adaptar(lote, false);
         QCOMPARE(partes.size(), 4);
         QVERIFY(partes[0].startsWith("UPDATE MOVIMIENTOS SET") && partes[0].endsWith("SECUENCIA = '0005'"));
         QVERIFY(partes[0].contains("'update pending, delete later'"));
-        QCOMPARE(partes[2], QString("UPDATE proveedor SET  regalo = regalo +  '12.5', ultregalo =  '12.5' WHERE C_proveedor =  '3'"));
+        QCOMPARE(partes[2],
+                 QString("UPDATE proveedor SET  regalo = regalo +  '12.5', ultregalo =  '12.5' WHERE C_proveedor =  '3'"));
         QVERIFY(partes[3].startsWith("INSERT INTO MOVIMIENTOS VALUES ('20241226'"));
     }
 
     void sentenciasRechazadas()
     {
         const char* consultas[] = {
-            "DROP TABLE fotos", "select * from fotos; drop table fotos", "select * from fotos -- x",
-            "select * from fotos where cliente = (select 1)", "select load_extension('x') from fotos",
-            "select * from fotos where cliente = '12", "PRAGMA journal_mode=DELETE", "select * from fotos order by img",
-            "UPDATE proveedor SET regalo = 0 WHERE C_proveedor = 1", "select * from a, b", "",
+            "DROP TABLE fotos",
+            "select * from fotos; drop table fotos",
+            "select * from fotos -- x",
+            "select * from fotos where cliente = (select 1)",
+            "select load_extension('x') from fotos",
+            "select * from fotos where cliente = '12",
+            "PRAGMA journal_mode=DELETE",
+            "select * from fotos order by img",
+            "UPDATE proveedor SET regalo = 0 WHERE C_proveedor = 1",
+            "select * from a, b",
+            "",
         };
         for (const char* sql : consultas)
             ESPERAR_FALLO(ServidorEmbebido::adaptar(QString::fromUtf8(sql), true), kServidor, "");
         const char* cambios[] = {
-            "select * from fotos", "CREATE TABLE x (a)", "ATTACH DATABASE 'x' AS y",
+            "select * from fotos",
+            "CREATE TABLE x (a)",
+            "ATTACH DATABASE 'x' AS y",
             "UPDATE proveedor SET regalo = 0", // every row at once is no statement of the client
-            "UPDATE proveedor SET regalo = abs(1) WHERE C_proveedor = 1", "delete fotos",
-            "INSERT INTO MOVIMIENTOS SELECT * FROM MOVIMIENTOS", "UPDATE proveedor SET regalo = 0 WHERE 1 = 1; DROP TABLE fotos",
-            "INSERT INTO fotos VALUES (1, x'00')", "UPDATE [proveedor] SET regalo = 0 WHERE C_proveedor = 1",
+            "UPDATE proveedor SET regalo = abs(1) WHERE C_proveedor = 1",
+            "delete fotos",
+            "INSERT INTO MOVIMIENTOS SELECT * FROM MOVIMIENTOS",
+            "UPDATE proveedor SET regalo = 0 WHERE 1 = 1; DROP TABLE fotos",
+            "INSERT INTO fotos VALUES (1, x'00')",
+            "UPDATE [proveedor] SET regalo = 0 WHERE C_proveedor = 1",
         };
         for (const char* sql : cambios)
             ESPERAR_FALLO(ServidorEmbebido::adaptar(QString::fromUtf8(sql), false), kServidor, "");
-        ESPERAR_FALLO(ServidorEmbebido::adaptar("select * from fotos where obs = 'it's'", true), kServidor, "Unclosed quotation mark");
+        ESPERAR_FALLO(ServidorEmbebido::adaptar("select * from fotos where obs = 'it's'", true), kServidor,
+                      "Unclosed quotation mark");
         ESPERAR_FALLO(ServidorEmbebido::adaptar("CREATE TABLE x (a)", false), kServidor, "Incorrect syntax near 'CREATE'");
 
         // The refusal reaches the client as the server's failure, through both entries.
@@ -172,23 +189,23 @@ private slots:
     {
         BaseTemporal base;
         Cliente c(base);
-        const auto entero = [&](const Valor& v) {
-            return c.texto("--@param @v INTEGER\nSELECT @v AS v, typeof(@v) AS t;", {v});
-        };
-        for (const auto& [dado, leido] : {std::pair{Valor("0012"), 12}, {Valor(" -7 "), -7}, {Valor(""), 0}, {Valor(3.9), 3},
-                                          {Valor(-3.9), -3}})
+        const auto entero = [&](const Valor& v) { return c.texto("--@param @v INTEGER\nSELECT @v AS v, typeof(@v) AS t;", {v}); };
+        for (const auto& [dado, leido] :
+             {std::pair {Valor("0012"), 12}, {Valor(" -7 "), -7}, {Valor(""), 0}, {Valor(3.9), 3}, {Valor(-3.9), -3}})
             QCOMPARE(entero(dado).Fields("v"), Valor(int64_t(leido)));
         QCOMPARE(entero(Valor()).Fields("t"), Valor("null"));
-        ESPERAR_FALLO(entero(Valor("12a")), kServidor, "Conversion failed when converting the varchar value '12a' to data type int.");
+        ESPERAR_FALLO(entero(Valor("12a")), kServidor,
+                      "Conversion failed when converting the varchar value '12a' to data type int.");
         ESPERAR_FALLO(entero(Valor("1.5")), kServidor, "varchar value '1.5'");
 
         const auto real = [&](const Valor& v) { return c.texto("--@param @v REAL\nSELECT @v AS v;", {v}); };
-        for (const auto& [dado, leido] : {std::pair{Valor("12.5"), 12.5}, {Valor(" "), 0.0}, {Valor(4), 4.0}})
+        for (const auto& [dado, leido] : {std::pair {Valor("12.5"), 12.5}, {Valor(" "), 0.0}, {Valor(4), 4.0}})
             QCOMPARE(real(dado).Fields("v"), Valor(leido));
         ESPERAR_FALLO(real(Valor("12,5")), kServidor, "Error converting data type varchar to float.");
 
         const auto texto = [&](const Valor& v) { return c.texto("--@param @v TEXT\nSELECT @v AS v;", {v}); };
-        for (const auto& [dado, leido] : {std::pair{Valor(12.5), "12.5"}, {Valor(0.1), "0.1"}, {Valor(42), "42"}, {Valor(" a "), " a "}})
+        for (const auto& [dado, leido] :
+             {std::pair {Valor(12.5), "12.5"}, {Valor(0.1), "0.1"}, {Valor(42), "42"}, {Valor(" a "), " a "}})
             QCOMPARE(texto(dado).Fields("v"), Valor(leido));
 
         const QDateTime cuando(QDate(2025, 3, 20), QTime(14, 5, 9));
@@ -201,8 +218,10 @@ private slots:
         // Amounts written with a decimal comma, as the catalogues send them.
         const auto leer = [&](const Valor& v) { return c.texto("--@param @t TEXT\nSELECT num_coma(@t) AS n;", {v}).Fields("n"); };
         const std::pair<const char*, double> casos[] = {
-            {"1,234,50", 1234.5}, {"1,234,5678", 1234.5678}, {"45,5", 45.5}, {"1.234,50", 1234.5},
-            {"1234", 1234},       {"", 0},                   {"12.5", 12.5}, {" -3,25 ", -3.25},
+            {"1,234,50", 1234.5},   {"1,234,5678", 1234.5678},
+            {"45,5", 45.5},         {"1.234,50", 1234.5},
+            {"1234", 1234},         {"", 0},
+            {"12.5", 12.5},         {" -3,25 ", -3.25},
             {"1.234.567", 1234567}, {"0,0001", 0.0001},
         };
         for (const auto& [texto, esperado] : casos)
@@ -284,10 +303,12 @@ private slots:
         c.conexion.Execute(" UPDATE proveedor SET  regalo = regalo +  '', ultregalo =  '' WHERE C_proveedor =  '3'");
         QCOMPARE(fila("20241225", 13, "ganancia || '|' || g1 || '|' || pago || '|' || obs"), QString("0.0|0.0|500.0|"));
         QCOMPARE(base.valor("select count(*) from proveedor where C_proveedor = 3 and ultregalo = 0"), QString("1"));
-        QCOMPARE(ServidorEmbebido::adaptar(" INSERT INTO bancos (C_Banco, D_banco) VALUES ('', '')", false,
-                                           [&](const QString&) {
-                                               return std::vector<ServidorEmbebido::ColumnaTabla>{{"C_Banco", true}, {"D_banco", false}};
-                                           }).first(),
+        QCOMPARE(ServidorEmbebido::adaptar(
+                     " INSERT INTO bancos (C_Banco, D_banco) VALUES ('', '')", false,
+                     [&](const QString&) {
+                         return std::vector<ServidorEmbebido::ColumnaTabla> {{"C_Banco", true}, {"D_banco", false}};
+                     })
+                     .first(),
                  QString("INSERT INTO bancos (C_Banco, D_banco) VALUES (0, '')"));
 
         c.conexion.Execute("delete movimientos where  fecha = '20241225' and secuencia =  0012");
@@ -323,7 +344,7 @@ private slots:
             QVERIFY(!c.abrir("select  * from fotos where cliente = 0").Fields("img").aBytes().isEmpty());
             QVERIFY(c.conexion.EsLocal());
         }
-        QCOMPARE(QDir(dir.filePath("datos")).entryList({"*creando*"}, QDir::Files), QStringList{});
+        QCOMPARE(QDir(dir.filePath("datos")).entryList({"*creando*"}, QDir::Files), QStringList {});
         ESPERAR_FALLO(ServidorEmbebido::crearBase(archivo, false), FalloEjecucion::conexion({}).numero(), "exists");
 
         // A second open keeps what the first one wrote.
@@ -360,7 +381,7 @@ private slots:
         ServidorEmbebido::crearBase(archivo, false);
         QDir carpeta(dir.path());
         QCOMPARE(carpeta.entryList({"*creando*"}, QDir::Files),
-                 (QStringList{QFileInfo(deVivo).fileName(), QFileInfo(deVivo).fileName() + "-wal"}));
+                 (QStringList {QFileInfo(deVivo).fileName(), QFileInfo(deVivo).fileName() + "-wal"}));
         vivo.kill();
         vivo.waitForFinished();
     }
@@ -370,14 +391,17 @@ private slots:
         BaseTemporal base;
         Cliente uno(base);
         Cliente otro(base);
-        const auto filas = [&] { return base.valor("select count(*) || '/' || count(DISTINCT SECUENCIA) || '/' || max(SECUENCIA)"
-                                                   " from MOVIMIENTOS where FECHA = '20241225'"); };
+        const auto filas = [&] {
+            return base.valor("select count(*) || '/' || count(DISTINCT SECUENCIA) || '/' || max(SECUENCIA)"
+                              " from MOVIMIENTOS where FECHA = '20241225'");
+        };
 
         // One writes; the other sends the same key and its row is stored under
         // the next free sequence of the date, not refused.
         uno.conexion.Execute(insertarMovimiento("20241225", "0001", "uno"));
         otro.conexion.Execute(insertarMovimiento("20241225", "1", "otro"));
-        QCOMPARE(base.valor("select group_concat(SECUENCIA || obs) from MOVIMIENTOS where FECHA = '20241225'"), QString("1uno,2otro"));
+        QCOMPARE(base.valor("select group_concat(SECUENCIA || obs) from MOVIMIENTOS where FECHA = '20241225'"),
+                 QString("1uno,2otro"));
         // A free key further on is kept as sent; a batch that repeats its own key moves on too.
         otro.conexion.Execute(insertarMovimiento("20241225", "0007") + insertarMovimiento("20241225", "0007"), 2);
         QCOMPARE(filas(), QString("4/4/8"));
@@ -385,7 +409,7 @@ private slots:
         // Both take the same sequences at the same time: every row is stored,
         // each under a key of its own, and no client meets a locked database.
         constexpr int kVeces = 40;
-        std::atomic<int> otras{0};
+        std::atomic<int> otras {0};
         const auto carrera = [&](Cliente& c) {
             for (int i = 10; i < 10 + kVeces; ++i) {
                 try {

@@ -15,8 +15,8 @@ class PruebaFragmentos : public QObject {
 private slots:
     void unaLineaDaPasoASuFragmento()
     {
-        const QMap<QString, QByteArray> fragmentos{{"filtro.sql", "-- the filter\nAND x = 1\n  AND y = 2\n"},
-                                                   {"anidado.sql", "AND z = 3\n--@incluye filtro.sql\n"}};
+        const QMap<QString, QByteArray> fragmentos {{"filtro.sql", "-- the filter\nAND x = 1\n  AND y = 2\n"},
+                                                    {"anidado.sql", "AND z = 3\n--@incluye filtro.sql\n"}};
         const auto leer = [&](const QString& nombre) {
             if (!fragmentos.contains(nombre))
                 throw std::runtime_error("missing " + nombre.toStdString());

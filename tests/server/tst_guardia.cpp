@@ -66,9 +66,8 @@ void comprobar(const char* esperado, bool consulta, const QStringList& textos, i
     const QStringList esperados = QString::fromLatin1(esperado).split(QLatin1Char('|'));
     for (const QString& sql : textos) {
         const QString r = rechazo(sql, consulta, sentencias);
-        const bool bien = std::any_of(esperados.begin(), esperados.end(), [&](const QString& e) {
-            return e.isEmpty() ? r.isEmpty() : r.startsWith(e);
-        });
+        const bool bien = std::any_of(esperados.begin(), esperados.end(),
+                                      [&](const QString& e) { return e.isEmpty() ? r.isEmpty() : r.startsWith(e); });
         QVERIFY2(bien, qPrintable(sql + QStringLiteral(" -> ") + (r.isEmpty() ? QStringLiteral("accepted") : r)));
     }
 }
@@ -85,24 +84,28 @@ private slots:
     void formasDelPrograma()
     {
         const QString base = guardado("0001", kGanancias + kPago + kZelle);
-        comprobar("", true, {"SELECT FECHA=GETDATE()", " select * from dolar", " select * from dolar_NEW",
-                             "select top 1 * from fotos where cliente = '0012'", "select  * from fotos where cliente = 9999",
-                             "select top 1 * from fotos where cliente = ''"});
+        comprobar("", true,
+                  {"SELECT FECHA=GETDATE()", " select * from dolar", " select * from dolar_NEW",
+                   "select top 1 * from fotos where cliente = '0012'", "select  * from fotos where cliente = 9999",
+                   "select top 1 * from fotos where cliente = ''"});
         for (const QString& resto : {QString(), kGanancias, kGanancias + kZelle, kGanancias + kPago + kZelle})
             comprobar("", false, {guardado("0001", resto) + guardado("0002", resto)}, 2);
         comprobar("", false, {alta("0001") + alta("0002") + alta("0003")}, 3);
-        comprobar("", false, {
-            con(base, {{"'9.5'", "'1.234.50'"}, {"'10'", "' 10 '"}, {"g3 =  '0'", "g3 =  ''"}}),
-            con(base, {{"C_BANCO =  ''", "C_BANCO =  '7777'"}, {"g1 =  '9.5'", "g1 =  '-9.5'"}, {"g2 =  '9.5'", "g2 =  '+.5'"}}),
-            con(base, {{"C_BANCO =  ''", "C_BANCO =  '8888'"}, {"bancozelle =  'B'", "bancozelle =  ''"}}),
-            con(alta("0001"), {{"'10'", "'1.234.56'"}, {"'9.5','9.5',0", "'','',0"}}),
-            " UPDATE proveedor SET  regalo = regalo +  ' 1.5', ultregalo =  ' 1.5' WHERE C_proveedor =  '3'",
-            " UPDATE proveedor SET  regalo = regalo +  ' 1E-04', ultregalo =  ' 1E-04' WHERE C_proveedor =  '3'",
-            " UPDATE proveedor SET  regalo = regalo -  '-2'  WHERE C_proveedor =  '0003'",
-            " UPDATE proveedor SET  regalo = regalo -  ' 0'  WHERE C_proveedor =  '0000'",
-            "delete movimientos where  fecha = '20250310' and secuencia =  0012",
-            "delete movimientos where  fecha = '025/21/' and secuencia =  1",
-        });
+        comprobar(
+            "", false,
+            {
+                con(base, {{"'9.5'", "'1.234.50'"}, {"'10'", "' 10 '"}, {"g3 =  '0'", "g3 =  ''"}}),
+                con(base,
+                    {{"C_BANCO =  ''", "C_BANCO =  '7777'"}, {"g1 =  '9.5'", "g1 =  '-9.5'"}, {"g2 =  '9.5'", "g2 =  '+.5'"}}),
+                con(base, {{"C_BANCO =  ''", "C_BANCO =  '8888'"}, {"bancozelle =  'B'", "bancozelle =  ''"}}),
+                con(alta("0001"), {{"'10'", "'1.234.56'"}, {"'9.5','9.5',0", "'','',0"}}),
+                " UPDATE proveedor SET  regalo = regalo +  ' 1.5', ultregalo =  ' 1.5' WHERE C_proveedor =  '3'",
+                " UPDATE proveedor SET  regalo = regalo +  ' 1E-04', ultregalo =  ' 1E-04' WHERE C_proveedor =  '3'",
+                " UPDATE proveedor SET  regalo = regalo -  '-2'  WHERE C_proveedor =  '0003'",
+                " UPDATE proveedor SET  regalo = regalo -  ' 0'  WHERE C_proveedor =  '0000'",
+                "delete movimientos where  fecha = '20250310' and secuencia =  0012",
+                "delete movimientos where  fecha = '025/21/' and secuencia =  1",
+            });
     }
 
     // The keys of the transactions a batch saves or deletes, as written, for
@@ -116,8 +119,8 @@ private slots:
             return r;
         };
         QCOMPARE(claves(guardado("0001", kGanancias) + guardado(" 2", kGanancias, "pagar WHERE FECHA = 1"), 2),
-                 (QStringList{"20250310|0001", "20250310| 2"}));
-        QCOMPARE(claves("delete movimientos where  fecha = '20250310' and secuencia =  -12"), QStringList{"20250310|-12"});
+                 (QStringList {"20250310|0001", "20250310| 2"}));
+        QCOMPARE(claves("delete movimientos where  fecha = '20250310' and secuencia =  -12"), QStringList {"20250310|-12"});
         QCOMPARE(claves(alta("0001") + alta("0002"), 2), QStringList());
         QCOMPARE(claves(" UPDATE proveedor SET  regalo = regalo -  '2'  WHERE C_proveedor =  '3'"), QStringList());
     }
@@ -135,67 +138,92 @@ private slots:
         // list has more (the Zelle bank's one character, the payment's date).
         const QString ganancia = QStringLiteral("100' , g1 = '1', g2 = '1', g3 = ");
         const QString servicio = QStringLiteral(" , tipo_servicio = '1");
-        const QString dosValores = con(guardado("0001", QString()), {{"ganancia =  '100'", "ganancia =  '#1'"}, {"tipo_servicio =  '1'", "tipo_servicio =  '#2'"}});
+        const QString dosValores = con(guardado("0001", QString()), {{"ganancia =  '100'", "ganancia =  '#1'"},
+                                                                     {"tipo_servicio =  '1'", "tipo_servicio =  '#2'"}});
         // A note that closes the save of one row and saves another, or closes
         // a new transaction and enters another: only the count shows it.
-        const auto partes = [](const QString& sql) { return std::pair{sql.section('#', 0, 0), sql.section('#', 1)}; };
+        const auto partes = [](const QString& sql) { return std::pair {sql.section('#', 0, 0), sql.section('#', 1)}; };
         const auto [antes1, despues1] = partes(guardado("0001", QString(), "#"));
         const auto [antes2, despues2] = partes(guardado("0002", QString(), "#"));
         const QString otraFila = guardado("0002", QString(), "x" + despues1 + antes2 + "y");
         const auto [antesAlta, despuesAlta] = partes(alta("0099", "#"));
         const QString otraAlta = alta("0001", "x" + despuesAlta + antesAlta + "y");
-        comprobar(kSintaxis, false, {
-            alta("0001", "x','1','1',0,'','',0,0,'0') DELETE MOVIMIENTOS WHERE 1=1 OR obs IN ('"),
-            guardado("0001", kGanancias + kZelle, "x' WHERE 1=1 UPDATE MOVIMIENTOS SET obs = 'x"),
-            guardado("0001", kGanancias + kZelle, "x', pago = '0"), // an assignment added
-            con(base, {{"tipo_servicio =  '1'", "tipo_servicio =  '1', FECHA = '1'"}}),
-            base + " OR 1=1", con(base, {{"and SECUENCIA", "or SECUENCIA"}}), con(base, {{"SECUENCIA = '0001'", "SECUENCIA = SECUENCIA"}}),
-            con(base, {{"obs =  'x'", "obs =  obs"}}), con(base, {{"obs =  'x'", "obs =  (SELECT 'x')"}}),
-            " UPDATE MOVIMIENTOS SET obs = 'x' WHERE FECHA = '20250310' and SECUENCIA = '1'",
-            "delete movimientos where  fecha = '20250310' and secuencia =  1 or 1 = 1", "delete movimientos where  fecha = '20250310'",
-            "delete from movimientos where  fecha = '20250310' and secuencia =  1",
-            "delete movimientos where  fecha = '1' and secuencia =  1 delete movimientos where  fecha = '1' and secuencia =  2",
-            " UPDATE proveedor SET regalo = 0 WHERE C_proveedor = 1",
-            " UPDATE proveedor SET  regalo = regalo -  '1'  WHERE C_proveedor =  '3' or 1 = 1",
-            " UPDATE proveedor SET  regalo = regalo -  '1'  WHERE C_proveedor =  '3'"
-            " UPDATE proveedor SET  regalo = regalo -  '1'  WHERE C_proveedor =  '4'",
-            alta("0001") + base, // a batch of two kinds
-            con(alta("0001"), {{",'B')", ")"}}), con(alta("0001"), {{",'B')", ",'B','C')"}}), // 27 and 29 values
-            " INSERT INTO clientes VALUES (1, 'x', '')", " INSERT INTO MOVIMIENTOS (FECHA) VALUES ('1')", "DROP TABLE MOVIMIENTOS", "",
-            // what the server would read otherwise than the guard
-            con(base, {{"'0012'", "'0012' -- '"}}), con(base, {{"'0012'", "'0012' /* '"}}), base + ";", base + "; DROP TABLE MOVIMIENTOS",
-            con(base, {{"MOVIMIENTOS", "[MOVIMIENTOS]"}}), con(base, {{"'0012'", "N'0012'"}}),
-            con(base, {{"SET", "S\u0395T"}}), // a Greek capital epsilon
-            con(base, {{" WHERE", "\u00a0WHERE"}}),
-            QString(base).replace("obs =  'x'", QStringLiteral("obs =  'x") + QChar(0) + QStringLiteral("y'")),
-        });
-        comprobar(kSintaxis, true, {
-            "select * from MOVIMIENTOS", "select * from fotos", "select * from fotos where cliente = 1 or 1 = 1",
-            "select top 1 * from dolar", "select * from dolar where 1 = 1", "SELECT FECHA=GETDATE(), 1",
-            "SELECT FECHA=GETDATE(); DELETE MOVIMIENTOS", "select img from fotos where cliente = 1",
-            "select * from fotos where cliente = 1 union select * from fotos where cliente = 2",
-        });
+        comprobar(
+            kSintaxis, false,
+            {
+                alta("0001", "x','1','1',0,'','',0,0,'0') DELETE MOVIMIENTOS WHERE 1=1 OR obs IN ('"),
+                guardado("0001", kGanancias + kZelle, "x' WHERE 1=1 UPDATE MOVIMIENTOS SET obs = 'x"),
+                guardado("0001", kGanancias + kZelle, "x', pago = '0"), // an assignment added
+                con(base, {{"tipo_servicio =  '1'", "tipo_servicio =  '1', FECHA = '1'"}}),
+                base + " OR 1=1",
+                con(base, {{"and SECUENCIA", "or SECUENCIA"}}),
+                con(base, {{"SECUENCIA = '0001'", "SECUENCIA = SECUENCIA"}}),
+                con(base, {{"obs =  'x'", "obs =  obs"}}),
+                con(base, {{"obs =  'x'", "obs =  (SELECT 'x')"}}),
+                " UPDATE MOVIMIENTOS SET obs = 'x' WHERE FECHA = '20250310' and SECUENCIA = '1'",
+                "delete movimientos where  fecha = '20250310' and secuencia =  1 or 1 = 1",
+                "delete movimientos where  fecha = '20250310'",
+                "delete from movimientos where  fecha = '20250310' and secuencia =  1",
+                "delete movimientos where  fecha = '1' and secuencia =  1 delete movimientos where  fecha = '1' and secuencia =  2",
+                " UPDATE proveedor SET regalo = 0 WHERE C_proveedor = 1",
+                " UPDATE proveedor SET  regalo = regalo -  '1'  WHERE C_proveedor =  '3' or 1 = 1",
+                " UPDATE proveedor SET  regalo = regalo -  '1'  WHERE C_proveedor =  '3'"
+                " UPDATE proveedor SET  regalo = regalo -  '1'  WHERE C_proveedor =  '4'",
+                alta("0001") + base, // a batch of two kinds
+                con(alta("0001"), {{",'B')", ")"}}),
+                con(alta("0001"), {{",'B')", ",'B','C')"}}), // 27 and 29 values
+                " INSERT INTO clientes VALUES (1, 'x', '')",
+                " INSERT INTO MOVIMIENTOS (FECHA) VALUES ('1')",
+                "DROP TABLE MOVIMIENTOS",
+                "",
+                // what the server would read otherwise than the guard
+                con(base, {{"'0012'", "'0012' -- '"}}),
+                con(base, {{"'0012'", "'0012' /* '"}}),
+                base + ";",
+                base + "; DROP TABLE MOVIMIENTOS",
+                con(base, {{"MOVIMIENTOS", "[MOVIMIENTOS]"}}),
+                con(base, {{"'0012'", "N'0012'"}}),
+                con(base, {{"SET", "S\u0395T"}}), // a Greek capital epsilon
+                con(base, {{" WHERE", "\u00a0WHERE"}}),
+                QString(base).replace("obs =  'x'", QStringLiteral("obs =  'x") + QChar(0) + QStringLiteral("y'")),
+            });
+        comprobar(kSintaxis, true,
+                  {
+                      "select * from MOVIMIENTOS",
+                      "select * from fotos",
+                      "select * from fotos where cliente = 1 or 1 = 1",
+                      "select top 1 * from dolar",
+                      "select * from dolar where 1 = 1",
+                      "SELECT FECHA=GETDATE(), 1",
+                      "SELECT FECHA=GETDATE(); DELETE MOVIMIENTOS",
+                      "select img from fotos where cliente = 1",
+                      "select * from fotos where cliente = 1 union select * from fotos where cliente = 2",
+                  });
         // A whole statement of the same kind typed into a value: the shape of
         // a batch of two, where the screen built one.
         comprobar("", false, {otraFila, otraAlta}, 2);
         comprobar("Incorrect syntax near", false, {otraFila, otraAlta});
         comprobar("Incorrect syntax near", false, {alta("0001") + alta("0002")}, 3);
         // Numbers and keys; the date is always quoted.
-        comprobar(kConversion, false, {
-            con(pagada, {{"C_PROVEEDOR =  '0000'", "C_PROVEEDOR =  '3 OR 1=1'"}}), con(pagada, {{"SECUENCIA = '0001'", "SECUENCIA = '1 or 1'"}}),
-            con(pagada, {{"FECHA=  '20250310'", "FECHA=  '2025031O'"}}),
-            con(pagada, {{"'9.5'", "'9,5'"}}), // the screens send the point
-            con(pagada, {{"'10:00:00'", "'10:00 x'"}}), con(alta("0001"), {{"'0012'", "'12x'"}}),
-            con(alta("0001"), {{"('20250310'", "('2025-03-10'"}}),
-            // the joining text between a note's quote and a reference's lands in the provider's code
-            con(base, {{"obs =  'x'", "obs =  'x' , C_PROVEEDOR ='"}, {"REFERENCIA =  ''", "REFERENCIA =  '' y'"}}),
-            " UPDATE proveedor SET  regalo = regalo -  'x'  WHERE C_proveedor =  '3'",
-            " UPDATE proveedor SET  regalo = regalo -  '1'  WHERE C_proveedor =  '3 or 1=1'",
-            "delete movimientos where  fecha = '20250310' and secuencia =  '1 or 1'",
-            QString(dosValores).replace("#1", ganancia).replace("#2", servicio),
-            QString(dosValores).replace("#1", ganancia + "'0', fecha_pago = ")
-                .replace("#2", ", hora_pago = '1', dolar1 = '1', dolar2 = '1', bancozelle = '1', tipo_servicio = '1"),
-        });
+        comprobar(kConversion, false,
+                  {
+                      con(pagada, {{"C_PROVEEDOR =  '0000'", "C_PROVEEDOR =  '3 OR 1=1'"}}),
+                      con(pagada, {{"SECUENCIA = '0001'", "SECUENCIA = '1 or 1'"}}),
+                      con(pagada, {{"FECHA=  '20250310'", "FECHA=  '2025031O'"}}),
+                      con(pagada, {{"'9.5'", "'9,5'"}}), // the screens send the point
+                      con(pagada, {{"'10:00:00'", "'10:00 x'"}}),
+                      con(alta("0001"), {{"'0012'", "'12x'"}}),
+                      con(alta("0001"), {{"('20250310'", "('2025-03-10'"}}),
+                      // the joining text between a note's quote and a reference's lands in the provider's code
+                      con(base, {{"obs =  'x'", "obs =  'x' , C_PROVEEDOR ='"}, {"REFERENCIA =  ''", "REFERENCIA =  '' y'"}}),
+                      " UPDATE proveedor SET  regalo = regalo -  'x'  WHERE C_proveedor =  '3'",
+                      " UPDATE proveedor SET  regalo = regalo -  '1'  WHERE C_proveedor =  '3 or 1=1'",
+                      "delete movimientos where  fecha = '20250310' and secuencia =  '1 or 1'",
+                      QString(dosValores).replace("#1", ganancia).replace("#2", servicio),
+                      QString(dosValores)
+                          .replace("#1", ganancia + "'0', fecha_pago = ")
+                          .replace("#2", ", hora_pago = '1', dolar1 = '1', dolar2 = '1', bancozelle = '1', tipo_servicio = '1"),
+                  });
         comprobar(kConversion, true, {"select top 1 * from fotos where cliente = '1 or 1=1'"});
         comprobar("Incorrect syntax", false, {con(pagada, {{"FECHA=  '20250310'", "FECHA=  20250310"}})});
         QCOMPARE(rechazo(QString(dosValores).replace("#1", ganancia + "'0', bancozelle = ").replace("#2", servicio), false),
@@ -209,7 +237,7 @@ private slots:
     // text never leaves the machine (no server is needed to see it).
     void sqlServerTambien()
     {
-        ServidorSqlServer servidor(DatosSqlServer{});
+        ServidorSqlServer servidor(DatosSqlServer {});
         ESPERAR_FALLO(servidor.ejecutar(" UPDATE MOVIMIENTOS SET obs = 'x' WHERE 1=1"), kServidor, "Incorrect syntax near");
         ESPERAR_FALLO(servidor.abrirConsulta("select * from MOVIMIENTOS"), kServidor, "Incorrect syntax near");
         // What the program sends gets as far as the connection, which is closed.
@@ -232,8 +260,8 @@ private slots:
         // Turkish and Chinese letters, a sign beyond the plane (two UTF-16
         // units, named as one), Latin Extended, and a C1 control code that
         // Windows-1252 leaves undefined.
-        for (const QString& caracter : {QStringLiteral("ğ"), QStringLiteral("漢"), QStringLiteral("😀"), QStringLiteral("Ā"),
-                                        QString(QChar(0x81))}) {
+        for (const QString& caracter :
+             {QStringLiteral("ğ"), QStringLiteral("漢"), QStringLiteral("😀"), QStringLiteral("Ā"), QString(QChar(0x81))}) {
             const QString nota = QStringLiteral("Öz") + caracter + QStringLiteral("ür");
             QCOMPARE(rechazo(guardado("0001", kGanancias + kZelle, nota), false),
                      QStringLiteral("El texto \"%1\" ").arg(nota) + nombra(caracter));
@@ -249,11 +277,13 @@ private slots:
         }
         QCOMPARE(base.valor("select count(*) from clientes"), QStringLiteral("0"));
         // Control characters are dropped: a NUL no longer cuts a client's name.
-        for (const QString& nombre : {QStringLiteral("PEÑA “EL GÜERO” €"), QStringLiteral("ANA") + QChar(0) + QStringLiteral("MARIA\x01 DIAZ")}) {
+        for (const QString& nombre :
+             {QStringLiteral("PEÑA “EL GÜERO” €"), QStringLiteral("ANA") + QChar(0) + QStringLiteral("MARIA\x01 DIAZ")}) {
             c.comando.Parameters(1) = Valor(nombre);
             c.comando.Execute();
         }
-        QCOMPARE(base.valor("select group_concat(D_cliente, '|') from (select D_cliente from clientes order by C_CLIENTE)"), QStringLiteral("PEÑA “EL GÜERO” €|ANAMARIA DIAZ"));
+        QCOMPARE(base.valor("select group_concat(D_cliente, '|') from (select D_cliente from clientes order by C_CLIENTE)"),
+                 QStringLiteral("PEÑA “EL GÜERO” €|ANAMARIA DIAZ"));
     }
 };
 

@@ -34,8 +34,9 @@ DatosSqlServer datos(quint16 puerto = 0, const QString& clave = QStringLiteral("
 // The same settings through the connection string of the start-up, the password in braces.
 std::unique_ptr<Servidor> porCadena(quint16 puerto, const QString& clave, int segundos)
 {
-    return crearServidor(QStringLiteral("Provider=sqlserver;Server=127.0.0.1,%1;Database=RAMIL;User=TRUMIN;Password={%2};Timeout=%3")
-                             .arg(QString::number(puerto), clave, QString::number(segundos)));
+    return crearServidor(
+        QStringLiteral("Provider=sqlserver;Server=127.0.0.1,%1;Database=RAMIL;User=TRUMIN;Password={%2};Timeout=%3")
+            .arg(QString::number(puerto), clave, QString::number(segundos)));
 }
 
 // The text after the DRIVER entry, which depends on how the driver is installed.
@@ -73,12 +74,12 @@ public:
     explicit Puerto(bool escuchar)
     {
         fd_ = ::socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in dir{};
+        sockaddr_in dir {};
         dir.sin_family = AF_INET;
         dir.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         socklen_t largo = sizeof dir;
-        if (fd_ >= 0 && ::bind(fd_, reinterpret_cast<sockaddr*>(&dir), sizeof dir) == 0
-            && ::getsockname(fd_, reinterpret_cast<sockaddr*>(&dir), &largo) == 0 && (!escuchar || ::listen(fd_, 8) == 0))
+        if (fd_ >= 0 && ::bind(fd_, reinterpret_cast<sockaddr*>(&dir), sizeof dir) == 0 &&
+            ::getsockname(fd_, reinterpret_cast<sockaddr*>(&dir), &largo) == 0 && (!escuchar || ::listen(fd_, 8) == 0))
             numero_ = ntohs(dir.sin_port);
     }
     ~Puerto()
@@ -100,7 +101,7 @@ QByteArray leerPaquete(int fd)
 {
     auto leer = [fd](char* destino, int n) {
         for (int hecho = 0; hecho < n;) {
-            pollfd p{fd, POLLIN, 0};
+            pollfd p {fd, POLLIN, 0};
             if (::poll(&p, 1, 10000) <= 0)
                 return false;
             const ssize_t r = ::recv(fd, destino + hecho, size_t(n - hecho), 0);
@@ -125,15 +126,15 @@ QByteArray leerPaquete(int fd)
 // Gives the user and the password as they arrived.
 std::pair<QString, QString> recibirLogin(int escucha)
 {
-    pollfd p{escucha, POLLIN, 0};
+    pollfd p {escucha, POLLIN, 0};
     const int fd = ::poll(&p, 1, 10000) > 0 ? ::accept(escucha, nullptr, nullptr) : -1;
     if (fd < 0)
         return {};
     std::pair<QString, QString> r;
     if (!leerPaquete(fd).isEmpty()) {
         // Options: VERSION (6 bytes at 11), ENCRYPTION (1 byte at 17) = not supported.
-        const unsigned char respuesta[] = {4, 1, 0, 26, 0, 0, 1, 0, 0x00, 0, 11, 0, 6, 0x01, 0, 17, 0, 1, 0xFF,
-                                           15, 0, 0x07, 0xD0, 0, 0, 2};
+        const unsigned char respuesta[] = {4,    1, 0,  26, 0, 0,    1,  0, 0x00, 0,    11, 0, 6,
+                                           0x01, 0, 17, 0,  1, 0xFF, 15, 0, 0x07, 0xD0, 0,  0, 2};
         ::send(fd, respuesta, sizeof respuesta, MSG_NOSIGNAL);
         const QByteArray login = leerPaquete(fd);
         auto palabra = [&login](int en) { return int(uchar(login[en])) | (int(uchar(login[en + 1])) << 8); };
@@ -193,9 +194,9 @@ private slots:
                 QVERIFY(escucha.numero() != 0);
                 std::pair<QString, QString> recibidas;
                 std::thread servidorTds([&] { recibidas = recibirLogin(escucha.fd()); });
-                const std::unique_ptr<Servidor> servidor =
-                    cadena ? porCadena(escucha.numero(), QLatin1String(clave), 5)
-                           : std::make_unique<ServidorSqlServer>(datos(escucha.numero(), QLatin1String(clave)));
+                const std::unique_ptr<Servidor> servidor = cadena ? porCadena(escucha.numero(), QLatin1String(clave), 5)
+                                                                  : std::make_unique<ServidorSqlServer>(
+                                                                        datos(escucha.numero(), QLatin1String(clave)));
                 const Intento r = intentar([&] { servidor->abrir(); });
                 servidorTds.join();
                 QCOMPARE(r.numero, kConexion); // the fake server hangs up after the login

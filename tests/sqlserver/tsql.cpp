@@ -31,13 +31,13 @@ const QString kClaveAdmin = QStringLiteral("BabelfishPass1");
 quint16 puertoLibre()
 {
     const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in dir{};
+    sockaddr_in dir {};
     dir.sin_family = AF_INET;
     dir.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t largo = sizeof dir;
     quint16 puerto = 0;
-    if (fd >= 0 && ::bind(fd, reinterpret_cast<sockaddr*>(&dir), sizeof dir) == 0
-        && ::getsockname(fd, reinterpret_cast<sockaddr*>(&dir), &largo) == 0)
+    if (fd >= 0 && ::bind(fd, reinterpret_cast<sockaddr*>(&dir), sizeof dir) == 0 &&
+        ::getsockname(fd, reinterpret_cast<sockaddr*>(&dir), &largo) == 0)
         puerto = ntohs(dir.sin_port);
     if (fd >= 0)
         ::close(fd);
@@ -59,14 +59,26 @@ Valor deVariant(const QVariant& v)
     if (!v.isValid() || v.isNull())
         return {};
     switch (v.typeId()) {
-    case QMetaType::Bool: return Valor(int64_t(v.toBool() ? -1 : 0));
-    case QMetaType::Int: case QMetaType::UInt: case QMetaType::Short: case QMetaType::UShort:
-    case QMetaType::LongLong: case QMetaType::ULongLong: case QMetaType::Long: case QMetaType::ULong:
+    case QMetaType::Bool:
+        return Valor(int64_t(v.toBool() ? -1 : 0));
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::Short:
+    case QMetaType::UShort:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Long:
+    case QMetaType::ULong:
         return Valor(int64_t(v.toLongLong()));
-    case QMetaType::Double: case QMetaType::Float: return Valor(v.toDouble());
-    case QMetaType::QByteArray: return Valor(v.toByteArray());
-    case QMetaType::QDateTime: return Valor(v.toDateTime());
-    default: return Valor(v.toString());
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return Valor(v.toDouble());
+    case QMetaType::QByteArray:
+        return Valor(v.toByteArray());
+    case QMetaType::QDateTime:
+        return Valor(v.toDateTime());
+    default:
+        return Valor(v.toString());
     }
 }
 
@@ -74,11 +86,16 @@ Valor deVariant(const QVariant& v)
 Valor deSqlite(sqlite3_stmt* st, int i)
 {
     switch (sqlite3_column_type(st, i)) {
-    case SQLITE_NULL: return {};
-    case SQLITE_INTEGER: return Valor(int64_t(sqlite3_column_int64(st, i)));
-    case SQLITE_FLOAT: return Valor(sqlite3_column_double(st, i));
-    case SQLITE_BLOB: return Valor(QByteArray(static_cast<const char*>(sqlite3_column_blob(st, i)), sqlite3_column_bytes(st, i)));
-    default: return Valor(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, i))));
+    case SQLITE_NULL:
+        return {};
+    case SQLITE_INTEGER:
+        return Valor(int64_t(sqlite3_column_int64(st, i)));
+    case SQLITE_FLOAT:
+        return Valor(sqlite3_column_double(st, i));
+    case SQLITE_BLOB:
+        return Valor(QByteArray(static_cast<const char*>(sqlite3_column_blob(st, i)), sqlite3_column_bytes(st, i)));
+    default:
+        return Valor(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, i))));
     }
 }
 
@@ -108,12 +125,19 @@ QString literal(const Valor& v, const QString& tipo)
 
 const std::vector<std::pair<QString, QString>>& ServidorTsql::tablas()
 {
-    static const std::vector<std::pair<QString, QString>> todas = {
-        {"MOVIMIENTOS", "FECHA, SECUENCIA"}, {"bancos", "C_Banco"},         {"bancos_zelle", "C_Banco"},
-        {"clientes", "C_CLIENTE"},           {"fotos", "cliente"},          {"proveedor", "C_proveedor"},
-        {"conceptos", "C_CONCEPTO"},         {"servicios", "C_SERVIcio"},   {"servicios_usdt", "C_SERVIcio"},
-        {"parametros", "Clave"},             {"dolar", "valor"},            {"dolar_NEW", "TRUMIN"},
-        {"notificaciones", "Fecha, Codigo_proveedor, titulo"}};
+    static const std::vector<std::pair<QString, QString>> todas = {{"MOVIMIENTOS", "FECHA, SECUENCIA"},
+                                                                   {"bancos", "C_Banco"},
+                                                                   {"bancos_zelle", "C_Banco"},
+                                                                   {"clientes", "C_CLIENTE"},
+                                                                   {"fotos", "cliente"},
+                                                                   {"proveedor", "C_proveedor"},
+                                                                   {"conceptos", "C_CONCEPTO"},
+                                                                   {"servicios", "C_SERVIcio"},
+                                                                   {"servicios_usdt", "C_SERVIcio"},
+                                                                   {"parametros", "Clave"},
+                                                                   {"dolar", "valor"},
+                                                                   {"dolar_NEW", "TRUMIN"},
+                                                                   {"notificaciones", "Fecha, Codigo_proveedor, titulo"}};
     return todas;
 }
 
@@ -131,25 +155,13 @@ ServidorTsql* ServidorTsql::instancia()
     return elServidor.get();
 }
 
-QString ServidorTsql::motivo()
-{
-    return elMotivo;
-}
+QString ServidorTsql::motivo() { return elMotivo; }
 
-bool ServidorTsql::omitido()
-{
-    return !QFile::exists(QStringLiteral(SERVIDOR_TSQL));
-}
+bool ServidorTsql::omitido() { return !QFile::exists(QStringLiteral(SERVIDOR_TSQL)); }
 
-void ServidorTsql::terminar()
-{
-    elServidor.reset();
-}
+void ServidorTsql::terminar() { elServidor.reset(); }
 
-QString ServidorTsql::claveTrumin()
-{
-    return QStringLiteral("Cl4ve;de{TRUMIN}");
-}
+QString ServidorTsql::claveTrumin() { return QStringLiteral("Cl4ve;de{TRUMIN}"); }
 
 bool ServidorTsql::arrancar(QString& fallo)
 {
@@ -161,8 +173,8 @@ bool ServidorTsql::arrancar(QString& fallo)
         return false;
     }
     // The server runs as an unprivileged user when started by root: it must reach the folder.
-    QFile::setPermissions(dir_.path(), QFile::permissions(dir_.path()) | QFile::ReadOther | QFile::ExeOther
-                                           | QFile::ReadGroup | QFile::ExeGroup);
+    QFile::setPermissions(dir_.path(), QFile::permissions(dir_.path()) | QFile::ReadOther | QFile::ExeOther | QFile::ReadGroup |
+                                           QFile::ExeGroup);
     carpetaDatos_ = dir_.filePath(QStringLiteral("datos"));
     puerto_ = puertoLibre();
     quint16 puertoPg = puertoLibre();
@@ -250,8 +262,7 @@ QString ServidorTsql::admin(const QString& sql) const
     q.setForwardOnly(true);
     if (!q.exec(sql))
         return q.lastError().text();
-    while (q.nextResult()) {
-    }
+    while (q.nextResult()) {}
     return q.lastError().isValid() ? q.lastError().text() : QString();
 }
 
@@ -297,14 +308,14 @@ void ServidorTsql::copiarDe(const QString& archivo) const
         const QString& tabla = par.first;
         QHash<QString, QString> tipos;
         for (const QStringList& c : filas(QStringLiteral("SELECT COLUMN_NAME, DATA_TYPE FROM INFORMATION_SCHEMA.COLUMNS "
-                                                         "WHERE TABLE_NAME = '%1'").arg(tabla)))
+                                                         "WHERE TABLE_NAME = '%1'")
+                                              .arg(tabla)))
             tipos.insert(c[0].toLower(), c[1].toLower());
         const QString error = admin(QStringLiteral("DELETE FROM dbo.%1").arg(tabla));
         if (!error.isEmpty())
             qFatal("%s", qPrintable(error));
         sqlite3_stmt* st = nullptr;
-        sqlite3_prepare_v2(bd, QStringLiteral("SELECT * FROM %1").arg(tabla).toUtf8().constData(), -1, &st,
-                           nullptr);
+        sqlite3_prepare_v2(bd, QStringLiteral("SELECT * FROM %1").arg(tabla).toUtf8().constData(), -1, &st, nullptr);
         QStringList columnas;
         for (int i = 0; i < sqlite3_column_count(st); ++i)
             columnas << QString::fromUtf8(sqlite3_column_name(st, i));
@@ -346,7 +357,8 @@ QStringList ServidorTsql::tablaEmbebida(const QString& archivo, const QString& t
     sqlite3* bd = nullptr;
     sqlite3_open_v2(archivo.toUtf8().constData(), &bd, SQLITE_OPEN_READONLY, nullptr);
     sqlite3_stmt* st = nullptr;
-    sqlite3_prepare_v2(bd, QStringLiteral("SELECT * FROM %1 ORDER BY %2").arg(tabla, orden).toUtf8().constData(), -1, &st, nullptr);
+    sqlite3_prepare_v2(bd, QStringLiteral("SELECT * FROM %1 ORDER BY %2").arg(tabla, orden).toUtf8().constData(), -1, &st,
+                       nullptr);
     while (sqlite3_step(st) == SQLITE_ROW) {
         QStringList fila;
         for (int i = 0; i < sqlite3_column_count(st); ++i)

@@ -62,7 +62,7 @@ private:
     ServidorTsql() = default;
     bool arrancar(QString& fallo);
 
-    QTemporaryDir dir_{QStringLiteral("/tmp/control-pagos-tsql-XXXXXX")};
+    QTemporaryDir dir_ {QStringLiteral("/tmp/control-pagos-tsql-XXXXXX")};
     QString carpetaDatos_;
     quint16 puerto_ = 0;
     QString conexionAdmin_;

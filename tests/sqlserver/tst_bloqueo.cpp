@@ -33,10 +33,12 @@ class PruebaBloqueo : public QObject {
 private slots:
     void init()
     {
-        QCOMPARE(servidor().admin(QStringLiteral("DELETE FROM dbo.MOVIMIENTOS WHERE FECHA = '%1';"
-                                                 "INSERT INTO dbo.MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, obs) VALUES ('%1', 1, 12, 'antes')")
-                                      .arg(kDia)),
-                 QString());
+        QCOMPARE(
+            servidor().admin(
+                QStringLiteral("DELETE FROM dbo.MOVIMIENTOS WHERE FECHA = '%1';"
+                               "INSERT INTO dbo.MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, obs) VALUES ('%1', 1, 12, 'antes')")
+                    .arg(kDia)),
+            QString());
     }
 
     void cleanup()
@@ -53,7 +55,7 @@ private slots:
                                         "WHERE FECHA = '%1' AND SECUENCIA = 1")
                              .arg(kDia)),
                  QString());
-        QCOMPARE(s.filas(QStringLiteral("SELECT @@TRANCOUNT")), QList<QStringList>{{QStringLiteral("1")}});
+        QCOMPARE(s.filas(QStringLiteral("SELECT @@TRANCOUNT")), QList<QStringList> {{QStringLiteral("1")}});
 
         // The console's connection is made and used on a thread of its own, so
         // that a save that never ends shows here as a failure, not as a test
@@ -64,11 +66,13 @@ private slots:
             QElapsedTimer reloj;
             reloj.start();
             try {
-                trumin->ejecutar(QStringLiteral(
-                    " UPDATE MOVIMIENTOS SET  recibido =  '9.5', enviado =  '10', C_CLIENTE =  '0012', obs =  'de la consola',"
-                    " C_PROVEEDOR =  '0000', pago =  '0', C_BANCO =  '', operadora =  '1', REFERENCIA =  '',"
-                    " confirmacion =  '0', tipo_operacion =  '2', ganancia =  '100', g1 =  '9.5', g2 =  '9.5',"
-                    " g3 =  '0', bancozelle =  'B', tipo_servicio =  '1' WHERE FECHA=  '%1' and SECUENCIA = '0001'").arg(kDia));
+                trumin->ejecutar(
+                    QStringLiteral(
+                        " UPDATE MOVIMIENTOS SET  recibido =  '9.5', enviado =  '10', C_CLIENTE =  '0012', obs =  'de la consola',"
+                        " C_PROVEEDOR =  '0000', pago =  '0', C_BANCO =  '', operadora =  '1', REFERENCIA =  '',"
+                        " confirmacion =  '0', tipo_operacion =  '2', ganancia =  '100', g1 =  '9.5', g2 =  '9.5',"
+                        " g3 =  '0', bancozelle =  'B', tipo_servicio =  '1' WHERE FECHA=  '%1' and SECUENCIA = '0001'")
+                        .arg(kDia));
             } catch (const FalloEjecucion& f) {
                 r.numero = f.numero();
                 r.texto = f.texto();
@@ -94,7 +98,7 @@ private slots:
                              .arg(kDia)),
                  QString());
         QCOMPARE(s.filas(QStringLiteral("SELECT obs FROM dbo.MOVIMIENTOS WHERE FECHA = '%1' AND SECUENCIA = 1").arg(kDia)),
-                 QList<QStringList>{{QStringLiteral("antes")}});
+                 QList<QStringList> {{QStringLiteral("antes")}});
     }
 };
 

@@ -29,10 +29,11 @@ QStringList indices(const ServidorTsql& s)
     QStringList r;
     for (const char* nombre : {"movimientos_fecha_pago", "movimientos_estadistica", "movimientos_cliente",
                                "movimientos_proveedor", "movimientos_banco", "movimientos_servicio", "movimientos_directos"})
-        for (const QStringList& f : s.filas(QStringLiteral(
-                 "SELECT (SELECT COUNT(*) FROM sys.index_columns AS c WHERE c.object_id = i.object_id "
-                 "AND c.index_id = i.index_id AND c.is_included_column = 1) FROM sys.indexes AS i "
-                 "WHERE i.object_id = OBJECT_ID(N'dbo.MOVIMIENTOS') AND i.name LIKE N'%1%'").arg(QLatin1String(nombre))))
+        for (const QStringList& f :
+             s.filas(QStringLiteral("SELECT (SELECT COUNT(*) FROM sys.index_columns AS c WHERE c.object_id = i.object_id "
+                                    "AND c.index_id = i.index_id AND c.is_included_column = 1) FROM sys.indexes AS i "
+                                    "WHERE i.object_id = OBJECT_ID(N'dbo.MOVIMIENTOS') AND i.name LIKE N'%1%'")
+                         .arg(QLatin1String(nombre))))
             r << QLatin1String(nombre) + QLatin1Char(':') + f[0];
     return r;
 }
@@ -67,11 +68,11 @@ private slots:
         QCOMPARE(indices(s), completos);
         int objetos = 0;
         for (const char* clase : {"funciones", "disparadores", "procedimientos"})
-            for (const QString& archivo : QDir(QStringLiteral(CARPETA_BD "/sqlserver/") + QLatin1String(clase))
-                                              .entryList({QStringLiteral("*.sql")})) {
+            for (const QString& archivo :
+                 QDir(QStringLiteral(CARPETA_BD "/sqlserver/") + QLatin1String(clase)).entryList({QStringLiteral("*.sql")})) {
                 QCOMPARE(s.filas(QStringLiteral("SELECT CASE WHEN OBJECT_ID(N'dbo.%1') IS NULL THEN 0 ELSE 1 END")
                                      .arg(QFileInfo(archivo).completeBaseName())),
-                         QList<QStringList>{{QStringLiteral("1")}});
+                         QList<QStringList> {{QStringLiteral("1")}});
                 ++objetos;
             }
         QCOMPARE(objetos, 46);
@@ -95,15 +96,13 @@ private slots:
                 QSqlQuery q(bd);
                 q.setForwardOnly(true);
                 const bool bien = q.exec(QString::fromUtf8(sql));
-                while (bien && q.nextResult()) {
-                }
+                while (bien && q.nextResult()) {}
                 return bien && !q.lastError().isValid();
             };
-            for (const char* permitida :
-                 {"SELECT COUNT(*) FROM dbo.clientes", "EXEC dbo.TRU_PARAMETROS",
-                  "INSERT INTO dbo.conceptos (C_CONCEPTO, D_CONCEPTO) VALUES (990, 'PRUEBA')",
-                  "UPDATE dbo.conceptos SET D_CONCEPTO = 'PRUEBA 2' WHERE C_CONCEPTO = 990",
-                  "DELETE FROM dbo.conceptos WHERE C_CONCEPTO = 990"})
+            for (const char* permitida : {"SELECT COUNT(*) FROM dbo.clientes", "EXEC dbo.TRU_PARAMETROS",
+                                          "INSERT INTO dbo.conceptos (C_CONCEPTO, D_CONCEPTO) VALUES (990, 'PRUEBA')",
+                                          "UPDATE dbo.conceptos SET D_CONCEPTO = 'PRUEBA 2' WHERE C_CONCEPTO = 990",
+                                          "DELETE FROM dbo.conceptos WHERE C_CONCEPTO = 990"})
                 QVERIFY2(correr(permitida), permitida);
             for (const char* negada :
                  {"CREATE TABLE dbo.otra (a int)", "DROP PROCEDURE dbo.TRU_Prepara", "ALTER TABLE dbo.clientes ADD otra int NULL",
@@ -113,7 +112,7 @@ private slots:
         }
         QSqlDatabase::removeDatabase(nombre);
         QCOMPARE(s.filas(QStringLiteral("SELECT COUNT(*) FROM dbo.conceptos WHERE C_CONCEPTO = 990")),
-                 QList<QStringList>{{QStringLiteral("0")}});
+                 QList<QStringList> {{QStringLiteral("0")}});
     }
 };
 

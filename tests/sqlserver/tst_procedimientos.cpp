@@ -70,7 +70,7 @@ public:
     {
         const auto ejecutar = [&](Servidor& s) {
             s.ejecutar(sql, sentencias);
-            return Resultados{};
+            return Resultados {};
         };
         cuenta.comparar(sql.left(60), llamar(ejecutar, *embebido_), llamar(ejecutar, *sqlServer_), fallan);
         filas(tabla, donde, orden);
@@ -92,8 +92,7 @@ public:
     Cuenta cuenta;
 
 private:
-    template <class F>
-    static Respuesta llamar(F&& f, Servidor& s)
+    template <class F> static Respuesta llamar(F&& f, Servidor& s)
     {
         try {
             return {f(s), {}};
@@ -114,10 +113,7 @@ void informar(const Cuenta& c)
     QVERIFY2(c.diferencias.isEmpty(), qPrintable(c.diferencias.join(QLatin1Char('\n'))));
 }
 
-QString ymd(const QDate& d)
-{
-    return d.toString(QStringLiteral("yyyyMMdd"));
-}
+QString ymd(const QDate& d) { return d.toString(QStringLiteral("yyyyMMdd")); }
 
 // A new transaction as the entry screen sends it.
 QString alta(const QString& fecha, int secuencia, const QString& obs)
@@ -150,11 +146,10 @@ bool guarda(bool sqlServer, const QString& fecha, const char* columna, const QSt
         return s.gemelo().valor(QStringLiteral("SELECT %1").arg(QLatin1String(columna)) + donde) == texto;
     return s.filas(QStringLiteral("SELECT CASE WHEN %1 = N'%2' AND LEN(%1) = %3 THEN 'si' ELSE 'no' END")
                        .arg(QLatin1String(columna), QString(texto).replace(QLatin1Char('\''), QStringLiteral("''")))
-                       .arg(texto.size())
-                   + donde)
+                       .arg(texto.size()) +
+                   donde)
                .value(0)
-               .value(0)
-        == QLatin1String("si");
+               .value(0) == QLatin1String("si");
 }
 
 // One value of the first row of a call's first set, by its column's name in any case.
@@ -181,9 +176,9 @@ private slots:
         const QString mesAnterior = hoy.addMonths(-1).toString(QStringLiteral("yyyyMM"));
         const QString ano = hoy.toString(QStringLiteral("yyyy"));
 
-        for (const char* nombre : {"TRU_PARAMETROS", "TRU_CARGA_TABLAS_03", "TRU_CLIENTES", "TRU_BANCOS", "TRU_BANCOS_ZELLE",
-                                   "TRU_CONCEPTOS", "TRU_servicios", "TRU_servicios_USDT", "TRU_proveedor", "TRU_dolares",
-                                   "Ramil_lista_Notificaciones"})
+        for (const char* nombre :
+             {"TRU_PARAMETROS", "TRU_CARGA_TABLAS_03", "TRU_CLIENTES", "TRU_BANCOS", "TRU_BANCOS_ZELLE", "TRU_CONCEPTOS",
+              "TRU_servicios", "TRU_servicios_USDT", "TRU_proveedor", "TRU_dolares", "Ramil_lista_Notificaciones"})
             p.procedimiento(nombre, {});
         for (const char* texto : {"", "perez le", "pena", "PEÑA", "PEÑA €", "josé", "12", "0012", "%", "_", "[a]", "'", "zzzz"})
             p.procedimiento("TRU_Busca_CLIENTES", {Valor(texto)});
@@ -199,12 +194,15 @@ private slots:
         for (const char* consulta : {"TRU_CONSULTA_1127", "TRU_CONSULTA_PAGO_250320", "TRU_CONSULTA_USDT"}) {
             for (int pago : {0, 1, 2})
                 for (int operadora : {0, 1, 2})
-                    p.procedimiento(consulta, {Valor(desde), Valor(ymd(hoy)), Valor(pago), Valor(operadora), Valor(""), Valor(""), Valor(0)});
+                    p.procedimiento(
+                        consulta, {Valor(desde), Valor(ymd(hoy)), Valor(pago), Valor(operadora), Valor(""), Valor(""), Valor(0)});
             for (const Valor& servicio : {Valor(1), Valor(9), Valor(50), Valor(98), Valor(99)})
-                p.procedimiento(consulta, {Valor(ymd(hoy.addDays(-20))), Valor(ymd(hoy)), Valor(0), Valor(0), Valor(""), Valor(""), servicio});
-            for (const auto& [uno, dos] : {std::pair{"maria", ""}, std::pair{"", "PEÑA"}, std::pair{"jose", "perez"},
-                                           std::pair{"ñ", ""}, std::pair{"REF", ""}, std::pair{"'", ""}, std::pair{"%", "_"}})
-                p.procedimiento(consulta, {Valor(mesAnterior), Valor(ymd(hoy)), Valor(0), Valor(0), Valor(uno), Valor(dos), Valor(0)});
+                p.procedimiento(consulta, {Valor(ymd(hoy.addDays(-20))), Valor(ymd(hoy)), Valor(0), Valor(0), Valor(""),
+                                           Valor(""), servicio});
+            for (const auto& [uno, dos] : {std::pair {"maria", ""}, std::pair {"", "PEÑA"}, std::pair {"jose", "perez"},
+                                           std::pair {"ñ", ""}, std::pair {"REF", ""}, std::pair {"'", ""}, std::pair {"%", "_"}})
+                p.procedimiento(consulta,
+                                {Valor(mesAnterior), Valor(ymd(hoy)), Valor(0), Valor(0), Valor(uno), Valor(dos), Valor(0)});
             // The dates as the console's boxes may hold them: a month alone, an empty end.
             p.procedimiento(consulta, {Valor(mes), Valor(""), Valor(0), Valor(0), Valor(""), Valor(""), Valor(0)});
         }
@@ -226,12 +224,14 @@ private slots:
         // Period texts as the boxes may hold them: a month with one digit, and
         // texts that name no month or no year.
         const QString mesSinCero = ano + QString::number(hoy.month());
-        for (const QString& texto : {mesSinCero, QString(), ano, QStringLiteral("abcd"), ano + QStringLiteral("13"),
-                                     ano + QStringLiteral("0"), ano.right(2) + QStringLiteral("01"), ano + QStringLiteral(" 1")}) {
+        for (const QString& texto :
+             {mesSinCero, QString(), ano, QStringLiteral("abcd"), ano + QStringLiteral("13"), ano + QStringLiteral("0"),
+              ano.right(2) + QStringLiteral("01"), ano + QStringLiteral(" 1")}) {
             p.procedimiento("TRU_NewCalk_02_250320", {Valor(texto), Valor(0), Valor(0)});
             p.procedimiento("TRU_NewCalk_02_USDT", {Valor(texto), Valor(0), Valor(0)});
         }
-        for (const QString& texto : {QString(), ano.right(2), QStringLiteral("abcd"), ano + QStringLiteral("1"), QStringLiteral(" ") + ano})
+        for (const QString& texto :
+             {QString(), ano.right(2), QStringLiteral("abcd"), ano + QStringLiteral("1"), QStringLiteral(" ") + ano})
             p.procedimiento("TRU_NewCalk_03_250320", {Valor(texto), Valor(0), Valor(0)});
 
         // The raw selects: the server's clock, the two rate tables, a photo.
@@ -258,10 +258,12 @@ private slots:
         p.procedimiento("TRU_MOD_Conceptos", {Valor(1), Valor("CONCEPTO CAMBIADO")});
         p.procedimiento("TRU_MOD_bancos_zelle", {Valor(3), Valor("ZELLE PRUEBA")});
         p.procedimiento("TRU_IN_proveedor_01", {Valor("PROVEEDOR NUEVO"), Valor("CLAVE")});
-        p.procedimiento("TRU_MOD_proveedor_01", {Valor(3), Valor("PROVEEDOR TRES"), Valor("K3"), Valor("45,5"), Valor("1.234,50"), Valor("12,75")});
+        p.procedimiento("TRU_MOD_proveedor_01",
+                        {Valor(3), Valor("PROVEEDOR TRES"), Valor("K3"), Valor("45,5"), Valor("1.234,50"), Valor("12,75")});
         p.procedimiento("TRU_IN_SERVICIOS_02", {Valor("SERVICIO NUEVO"), Valor("7,5"), Valor(2), Valor(1), Valor("q")});
         p.procedimiento("TRU_MOD_servicios_01", {Valor(5), Valor("BANESCO PANAMA 2"), Valor("3,25"), Valor(3)});
-        p.procedimiento("TRU_MOD_servicios_01", {Valor(6), Valor("WISE"), Valor("2"), Valor(2), Valor(1), Valor("w"), Valor("I")});
+        p.procedimiento("TRU_MOD_servicios_01",
+                        {Valor(6), Valor("WISE"), Valor("2"), Valor(2), Valor(1), Valor("w"), Valor("I")});
         p.procedimiento("TRU_IN_SERVICIOS_USDT", {Valor("USDT NUEVO"), Valor(9.0)});
         p.procedimiento("TRU_MOD_servicios_USDT", {Valor(56), Valor("SOLES PERU"), Valor("3,85"), Valor("3,9"), Valor(1)});
         p.procedimiento("TRU_MOD_servicios_USDT", {Valor(2), Valor("USDT BASE"), Valor("372,80"), Valor("0")});
@@ -270,13 +272,15 @@ private slots:
         // a comma, an empty amount that keeps the stored rate.
         const QDateTime momento(QDate(2026, 11, 20), QTime(9, 30, 15));
         p.procedimiento("TRU_UPDATE_DOLAR", {Valor(momento), Valor("380.50")});
-        p.procedimiento("TRU_UPDATE_DOLAR_01", {Valor(momento), Valor("332,60"), Valor("343,57"), Valor("350,88"), Valor("310,67")});
+        p.procedimiento("TRU_UPDATE_DOLAR_01",
+                        {Valor(momento), Valor("332,60"), Valor("343,57"), Valor("350,88"), Valor("310,67")});
         p.procedimiento("TRU_UPDATE_DOLAR_02", {Valor("1"), Valor("361,616")}); // the code as the rate panel sends it
         p.procedimiento("TRU_UPDATE_DOLAR_02", {Valor(2), Valor("")});
         p.procedimiento("TRU_UPDATE_DOLAR_02", {Valor(9), Valor("1.250,5")});
         p.procedimiento("TRU_UPDATE_DOLAR_03", {Valor("366,25")});
-        for (const char* lectura : {"TRU_BANCOS", "TRU_CLIENTES", "TRU_CONCEPTOS", "TRU_BANCOS_ZELLE", "TRU_proveedor", "TRU_servicios",
-                                    "TRU_servicios_USDT", "TRU_dolares", "TRU_PARAMETROS", "TRU_CARGA_TABLAS_03"})
+        for (const char* lectura :
+             {"TRU_BANCOS", "TRU_CLIENTES", "TRU_CONCEPTOS", "TRU_BANCOS_ZELLE", "TRU_proveedor", "TRU_servicios",
+              "TRU_servicios_USDT", "TRU_dolares", "TRU_PARAMETROS", "TRU_CARGA_TABLAS_03"})
             p.procedimiento(lectura, {});
         p.consulta(QStringLiteral(" select * from dolar"));
         p.consulta(QStringLiteral(" select * from dolar_NEW"));
@@ -295,10 +299,10 @@ private slots:
         for (const char* cliente : {"'0012'", "14", "15"})
             p.consulta(QStringLiteral("select top 1 * from fotos where cliente = ") + QLatin1String(cliente));
 
-        for (const auto& [tabla, orden] : {std::pair{"bancos", "C_Banco"}, std::pair{"clientes", "C_CLIENTE"},
-                                           std::pair{"conceptos", "C_CONCEPTO"}, std::pair{"proveedor", "C_proveedor"},
-                                           std::pair{"servicios", "C_SERVIcio"}, std::pair{"servicios_usdt", "C_SERVIcio"},
-                                           std::pair{"bancos_zelle", "C_Banco"}, std::pair{"fotos", "cliente"}})
+        for (const auto& [tabla, orden] :
+             {std::pair {"bancos", "C_Banco"}, std::pair {"clientes", "C_CLIENTE"}, std::pair {"conceptos", "C_CONCEPTO"},
+              std::pair {"proveedor", "C_proveedor"}, std::pair {"servicios", "C_SERVIcio"},
+              std::pair {"servicios_usdt", "C_SERVIcio"}, std::pair {"bancos_zelle", "C_Banco"}, std::pair {"fotos", "cliente"}})
             p.filas(QLatin1String(tabla), QStringLiteral("1 = 1"), QLatin1String(orden));
         informar(p.cuenta);
     }
@@ -311,14 +315,16 @@ private slots:
         const QString fecha = QStringLiteral("20300115");
         const QString delDia = QStringLiteral("FECHA = '%1'").arg(fecha);
         const QString orden = QStringLiteral("FECHA, SECUENCIA");
-        p.cambio(alta(fecha, 1, QStringLiteral("uno")) + alta(fecha, 2, QStringLiteral("dos ñandú €")) + alta(fecha, 3, QStringLiteral("tres")),
+        p.cambio(alta(fecha, 1, QStringLiteral("uno")) + alta(fecha, 2, QStringLiteral("dos ñandú €")) +
+                     alta(fecha, 3, QStringLiteral("tres")),
                  3, QStringLiteral("MOVIMIENTOS"), delDia, orden);
         // A key already taken goes in under the next free sequence.
         p.cambio(alta(fecha, 2, QStringLiteral("repetida")), 1, QStringLiteral("MOVIMIENTOS"), delDia, orden);
         p.procedimiento("TRU_Prepara", {Valor(fecha)});
 
         const QString ganancias = QStringLiteral(" g1 =  '4.01', g2 =  '2.4', g3 =  '1.61',");
-        const QString pagoDelDia = QStringLiteral(" fecha_pago =  '20300116', hora_pago =  '10:15:00', dolar1 =  '365.5', dolar2 =  '372.8',");
+        const QString pagoDelDia = QStringLiteral(
+            " fecha_pago =  '20300116', hora_pago =  '10:15:00', dolar1 =  '365.5', dolar2 =  '372.8',");
         const QString zelle = QStringLiteral(" bancozelle =  '3',");
         int secuencia = 0;
         for (const QString& resto : {QString(), ganancias, ganancias + zelle, ganancias + pagoDelDia + zelle})
@@ -333,15 +339,16 @@ private slots:
             .replace(QStringLiteral("'94.3'"), QStringLiteral("'1.234.50'"));
         p.cambio(devuelta, 1, QStringLiteral("MOVIMIENTOS"), delDia, orden);
 
-        p.cambio(QStringLiteral(" UPDATE proveedor SET  regalo = regalo +  ' 5.6605', ultregalo =  ' 5.6605' WHERE C_proveedor =  '3'"), 1,
-                 QStringLiteral("proveedor"), QStringLiteral("C_proveedor = 3"), QStringLiteral("C_proveedor"));
+        p.cambio(QStringLiteral(
+                     " UPDATE proveedor SET  regalo = regalo +  ' 5.6605', ultregalo =  ' 5.6605' WHERE C_proveedor =  '3'"),
+                 1, QStringLiteral("proveedor"), QStringLiteral("C_proveedor = 3"), QStringLiteral("C_proveedor"));
         p.cambio(QStringLiteral(" UPDATE proveedor SET  regalo = regalo -  '-2'  WHERE C_proveedor =  '0004'"), 1,
                  QStringLiteral("proveedor"), QStringLiteral("C_proveedor = 4"), QStringLiteral("C_proveedor"));
         p.cambio(QStringLiteral("delete movimientos where  fecha = '%1' and secuencia =  0002").arg(fecha), 1,
                  QStringLiteral("MOVIMIENTOS"), delDia, orden);
         p.procedimiento("TRU_CONSULTA_1127", {Valor(fecha), Valor(fecha), Valor(0), Valor(0), Valor(""), Valor(""), Valor(0)});
-        p.procedimiento("TRU_CONSULTA_PAGO_250320", {Valor(QStringLiteral("20300116")), Valor(QStringLiteral("20300116")), Valor(0),
-                                                     Valor(0), Valor(""), Valor(""), Valor(0)});
+        p.procedimiento("TRU_CONSULTA_PAGO_250320", {Valor(QStringLiteral("20300116")), Valor(QStringLiteral("20300116")),
+                                                     Valor(0), Valor(0), Valor(""), Valor(""), Valor(0)});
         p.procedimiento("TRU_NewCalk_02_250320", {Valor(QStringLiteral("203001")), Valor(0), Valor(0)});
 
         informar(p.cuenta);
@@ -363,9 +370,10 @@ private slots:
         const QString ganancias = QStringLiteral(" g1 =  '4.01', g2 =  '2.4', g3 =  '1.61',");
         int secuencia = 1; // the first stays unpaid
         for (const char* banco : {" 0134", "0134 ", "0134", " 7777", "7777 "})
-            p.cambio(guardado(fecha, ++secuencia, ganancias).replace(QStringLiteral("C_BANCO =  '0134'"),
-                                                                  QStringLiteral("C_BANCO =  '%1'").arg(QLatin1String(banco))),
-                     1, QStringLiteral("MOVIMIENTOS"), delDia, orden);
+            p.cambio(
+                guardado(fecha, ++secuencia, ganancias)
+                    .replace(QStringLiteral("C_BANCO =  '0134'"), QStringLiteral("C_BANCO =  '%1'").arg(QLatin1String(banco))),
+                1, QStringLiteral("MOVIMIENTOS"), delDia, orden);
         for (const char* periodo : {"203103", "20313"}) {
             p.procedimiento("TRU_NewCalk_02_250320", {Valor(periodo), Valor(0), Valor(0)});
             p.procedimiento("TRU_NewCalk_02_USDT", {Valor(periodo), Valor(0), Valor(0)});
@@ -385,8 +393,10 @@ private slots:
         const QString orden = QStringLiteral("FECHA, SECUENCIA");
         p.cambio(alta(fecha, 1, QStringLiteral("una")), 1, QStringLiteral("MOVIMIENTOS"), delDia, orden);
         const QString largo = QString(501, QLatin1Char('n')); // obs holds 500, REFERENCIA 50
-        p.cambio(alta(fecha, 2, QStringLiteral("dos")) + alta(fecha, 3, largo), 2, QStringLiteral("MOVIMIENTOS"), delDia, orden, true);
-        p.cambio(alta(fecha, 2, QStringLiteral("dos")) + alta(fecha, 3, QStringLiteral("tres")), 2, QStringLiteral("MOVIMIENTOS"), delDia, orden);
+        p.cambio(alta(fecha, 2, QStringLiteral("dos")) + alta(fecha, 3, largo), 2, QStringLiteral("MOVIMIENTOS"), delDia, orden,
+                 true);
+        p.cambio(alta(fecha, 2, QStringLiteral("dos")) + alta(fecha, 3, QStringLiteral("tres")), 2, QStringLiteral("MOVIMIENTOS"),
+                 delDia, orden);
         p.cambio(guardado(fecha, 1, QString()) + guardado(fecha, 2, QString(), QStringLiteral("x"), largo.left(51)), 2,
                  QStringLiteral("MOVIMIENTOS"), delDia, orden, true);
         p.cambio(guardado(fecha, 1, QString()) + guardado(fecha, 2, QString()), 2, QStringLiteral("MOVIMIENTOS"), delDia, orden);
@@ -406,7 +416,8 @@ private slots:
         const QStringList justos = {QString(499, QChar(u'ñ')) + QStringLiteral("€"), signos.leftJustified(50, QChar(u'É')),
                                     QStringLiteral("ÁÉÍÓÚ"), QStringLiteral("ZELLÉ")};
         const auto guardar = [&](const QStringList& t) {
-            return guardado(fecha, 1, QStringLiteral(" g1 =  '4.01', g2 =  '2.4', g3 =  '1.61', bancozelle =  '%1',").arg(t[3]), t[0], t[1], t[2]);
+            return guardado(fecha, 1, QStringLiteral(" g1 =  '4.01', g2 =  '2.4', g3 =  '1.61', bancozelle =  '%1',").arg(t[3]),
+                            t[0], t[1], t[2]);
         };
         for (bool sqlServer : {true, false}) {
             const std::unique_ptr<Servidor> lado = sqlServer ? tsql.sqlServer() : tsql.embebido();
@@ -422,7 +433,8 @@ private slots:
             lado->ejecutar(guardar(justos));
             QVERIFY2(comoLosJustos(), nombre.constData());
             const Resultados leidas = lado->procedimiento(
-                QStringLiteral("TRU_CONSULTA_1127"), {Valor(fecha), Valor(fecha), Valor(0), Valor(0), Valor(""), Valor(""), Valor(0)});
+                QStringLiteral("TRU_CONSULTA_1127"),
+                {Valor(fecha), Valor(fecha), Valor(0), Valor(0), Valor(""), Valor(""), Valor(0)});
             for (int i = 0; i < 4; ++i)
                 QCOMPARE(campo(leidas, columnas[i]), justos[i]);
             for (int i = 0; i < 4; ++i) {
@@ -459,7 +471,8 @@ private slots:
         const QDateTime despues = QDateTime::currentDateTime();
         const QDateTime servidor = QDateTime::fromString(s.m->Ahora_Texto, QStringLiteral("dd/MM/yyyy HH:mm:ss"));
         QVERIFY2(servidor.isValid(), qPrintable(s.m->Ahora_Texto));
-        QCOMPARE(QDateTime(QDate(s.m->Ano_S, s.m->Mes_S, s.m->Dia_S), QTime(s.m->Hora_S, s.m->Minuto_S, s.m->Segundo_S)), servidor);
+        QCOMPARE(QDateTime(QDate(s.m->Ano_S, s.m->Mes_S, s.m->Dia_S), QTime(s.m->Hora_S, s.m->Minuto_S, s.m->Segundo_S)),
+                 servidor);
         QVERIFY2(servidor.secsTo(antes) <= 3 && despues.secsTo(servidor) <= 3, qPrintable(s.m->Ahora_Texto));
     }
 };

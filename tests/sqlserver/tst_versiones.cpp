@@ -27,7 +27,9 @@ const QDate kDia(2031, 4, 2);
 QString fila(const QString& columnas, int secuencia)
 {
     return servidor()
-        .filas(QStringLiteral("SELECT %1 FROM dbo.MOVIMIENTOS WHERE FECHA = '20310402' AND SECUENCIA = %2").arg(columnas).arg(secuencia))
+        .filas(QStringLiteral("SELECT %1 FROM dbo.MOVIMIENTOS WHERE FECHA = '20310402' AND SECUENCIA = %2")
+                   .arg(columnas)
+                   .arg(secuencia))
         .value(0)
         .join(QLatin1Char('/'));
 }
@@ -66,7 +68,7 @@ struct DosOperadores {
     DosOperadores()
     {
         filasDelDia();
-        for (auto [s, p] : {std::pair{&a, &pa}, std::pair{&b, &pb}}) {
+        for (auto [s, p] : {std::pair {&a, &pa}, std::pair {&b, &pb}}) {
             *p = s->abrir<Form2>(QStringLiteral("Form2"));
             (*p)->Fecha1->setDate(kDia);
             (*p)->Fecha2->setDate(kDia);
@@ -77,11 +79,12 @@ struct DosOperadores {
     void rechazo(const char* filaNombrada) const
     {
         QCOMPARE(b.mensajes.size(), 1);
-        QVERIFY2(b.mensajes[0].texto.startsWith(QStringLiteral("Otro operador modificó o eliminó")), qPrintable(b.mensajes[0].texto));
+        QVERIFY2(b.mensajes[0].texto.startsWith(QStringLiteral("Otro operador modificó o eliminó")),
+                 qPrintable(b.mensajes[0].texto));
         QVERIFY2(b.mensajes[0].texto.contains(QLatin1String(filaNombrada)), qPrintable(b.mensajes[0].texto));
         QCOMPARE(b.mensajes[0].estilo, int(Mensajes::vbExclamation));
     }
-    SesionDePrueba a{servidor().cadenaTrumin()}, b{servidor().cadenaTrumin()};
+    SesionDePrueba a {servidor().cadenaTrumin()}, b {servidor().cadenaTrumin()};
     Form2 *pa = nullptr, *pb = nullptr;
 };
 
@@ -162,7 +165,7 @@ private slots:
         auto* entrada = o.a.abrir<Movimientos>(QStringLiteral("Movimientos"));
         entrada->Fecha1->setDate(kDia);
         QCOMPARE(entrada->Text2[0]->text(), QStringLiteral("0003"));
-        for (const auto& [campo, texto] : {std::pair{2, "13"}, std::pair{4, "77"}}) {
+        for (const auto& [campo, texto] : {std::pair {2, "13"}, std::pair {4, "77"}}) {
             entrada->Text2[campo]->setFocus();
             entrada->Text2[campo]->selectAll();
             QTest::keyClicks(entrada->Text2[campo], QLatin1String(texto));
@@ -191,13 +194,20 @@ private slots:
         const qint64 v1 = version(1), v2 = version(2), v3 = version(3);
         QVERIFY(v1 > 0 && v2 > 0 && v3 > 0);
         QCOMPARE(QSet<qint64>({v1, v2, v3}).size(), 3);
-        QCOMPARE(servidor().admin(QStringLiteral("UPDATE dbo.MOVIMIENTOS SET obs = 'x' WHERE FECHA = '20310402' AND SECUENCIA <= 2")), QString());
+        QCOMPARE(
+            servidor().admin(QStringLiteral("UPDATE dbo.MOVIMIENTOS SET obs = 'x' WHERE FECHA = '20310402' AND SECUENCIA <= 2")),
+            QString());
         QVERIFY(version(1) > v3 && version(2) > v3 && version(1) != version(2));
-        QCOMPARE(servidor().admin(QStringLiteral("UPDATE dbo.MOVIMIENTOS SET SECUENCIA = 9 WHERE FECHA = '20310402' AND SECUENCIA = 3")), QString());
+        QCOMPARE(servidor().admin(
+                     QStringLiteral("UPDATE dbo.MOVIMIENTOS SET SECUENCIA = 9 WHERE FECHA = '20310402' AND SECUENCIA = 3")),
+                 QString());
         QCOMPARE(version(3), qint64(-1));
         QVERIFY(version(9) > version(2));
         QCOMPARE(servidor().admin(QStringLiteral("DELETE FROM dbo.MOVIMIENTOS WHERE FECHA = '20310402'")), QString());
-        QCOMPARE(servidor().filas(QStringLiteral("SELECT COUNT(*) FROM dbo.MOVIMIENTOS_VERSION WHERE FECHA = '20310402'")).value(0).value(0),
+        QCOMPARE(servidor()
+                     .filas(QStringLiteral("SELECT COUNT(*) FROM dbo.MOVIMIENTOS_VERSION WHERE FECHA = '20310402'"))
+                     .value(0)
+                     .value(0),
                  QStringLiteral("0"));
     }
 };
