@@ -242,6 +242,45 @@ inline FalloEjecucion falloDeSentencia(sqlite3* bd, sqlite3_stmt* s)
     return FalloEjecucion::servidor(texto);
 }
 
+// The texts of a column met lately: a text that comes again (the day, the
+// operator, the bank, a client's name) shares one string instead of making a
+// new one for every row of a long list. The last one is checked first; the
+// others sit in a small table by a hash of their bytes, a newer text taking
+// the place of an older one.
+class TextosRecientes {
+public:
+    const QString& texto(const char* bytes, size_t largo)
+    {
+        if (ultima_ && igual(*ultima_, bytes, largo))
+            return ultima_->texto;
+        if (ranuras_.empty())
+            ranuras_.resize(kRanuras);
+        uint32_t h = 2166136261u; // FNV-1a
+        for (size_t i = 0; i < largo; ++i)
+            h = (h ^ uint8_t(bytes[i])) * 16777619u;
+        Ranura& r = ranuras_[h & (kRanuras - 1)];
+        if (!igual(r, bytes, largo)) {
+            r.bytes.assign(bytes, largo);
+            r.texto = QString::fromUtf8(bytes, qsizetype(largo));
+        }
+        ultima_ = &r;
+        return r.texto;
+    }
+
+private:
+    static constexpr size_t kRanuras = 1024;
+    struct Ranura {
+        std::string bytes;
+        QString texto;
+    };
+    static bool igual(const Ranura& r, const char* bytes, size_t largo)
+    {
+        return r.bytes.size() == largo && std::memcmp(r.bytes.data(), bytes, largo) == 0;
+    }
+    std::vector<Ranura> ranuras_;
+    Ranura* ultima_ = nullptr;
+};
+
 // The rows of a statement, each handed to the receptor as it is read.
 inline void leerFilas(sqlite3* bd, sqlite3_stmt* s, Receptor& receptor)
 {
@@ -250,14 +289,7 @@ inline void leerFilas(sqlite3* bd, sqlite3_stmt* s, Receptor& receptor)
     for (int c = 0; c < columnas; ++c)
         nombres << QString::fromUtf8(sqlite3_column_name(s, c));
     receptor.conjunto(nombres);
-    // The last text of each column: a column that repeats its text from row to
-    // row (the day, the operator, the bank) shares one string instead of
-    // making a new one for every row of a long list.
-    struct Ultimo {
-        std::string bytes;
-        QString texto;
-    };
-    std::vector<Ultimo> ultimos(static_cast<size_t>(columnas));
+    std::vector<TextosRecientes> recientes(static_cast<size_t>(columnas));
     std::vector<Valor> fila; // kept from row to row unless the receptor takes it
     for (;;) {
         const int r = sqlite3_step(s);
@@ -278,12 +310,7 @@ inline void leerFilas(sqlite3* bd, sqlite3_stmt* s, Receptor& receptor)
             case SQLITE_TEXT: {
                 const char* texto = reinterpret_cast<const char*>(sqlite3_column_text(s, c));
                 const size_t largo = size_t(sqlite3_column_bytes(s, c));
-                Ultimo& u = ultimos[size_t(c)];
-                if (u.bytes.size() != largo || u.bytes.compare(0, largo, texto, largo) != 0) {
-                    u.bytes.assign(texto, largo);
-                    u.texto = QString::fromUtf8(texto, qsizetype(largo));
-                }
-                fila.emplace_back(u.texto);
+                fila.emplace_back(recientes[size_t(c)].texto(texto, largo));
                 break;
             }
             case SQLITE_BLOB: {

@@ -229,10 +229,10 @@ private slots:
             const QString antes = c.s.base.valor(todas);
             QCOMPARE(c.p->Celdas.UpperBound(1), 1);
             if (!caso.nota.isEmpty())
-                c.escribir(0, 22, caso.nota);
+                c.escribir(0, Form2::colNota, caso.nota);
             if (!caso.referencia.isEmpty())
-                c.escribir(0, 11, caso.referencia);
-            QCOMPARE(c.celda(0, 12), QStringLiteral("1"));
+                c.escribir(0, Form2::colReferencia, caso.referencia);
+            QCOMPARE(c.celda(0, Form2::colMarca), QStringLiteral("1"));
             ESPERAR_FALLO(c.p->ACTUALIZAR->click(), kServidor, caso.fallo);
             QCOMPARE(c.s.base.valor(todas), antes);
         }
@@ -255,12 +255,12 @@ private slots:
             s.m->Carga_Tablas();
             auto* p = s.abrir<Form1>(QStringLiteral("Form1"));
             for (int fila : {0, 1}) {
-                escribirEnCelda(*p->GRID, fila, 1, linea[fila]);
-                escribirEnCelda(*p->GRID, fila, 3, QStringLiteral("100"));
-                escribirEnCelda(*p->GRID, fila, 4, QStringLiteral("94,3"));
-                escribirEnCelda(*p->GRID, fila, 8, QStringLiteral("t"));
+                escribirEnCelda(*p->GRID, fila, Form1::colCliente, linea[fila]);
+                escribirEnCelda(*p->GRID, fila, Form1::colEnviado, QStringLiteral("100"));
+                escribirEnCelda(*p->GRID, fila, Form1::colRecibido, QStringLiteral("94,3"));
+                escribirEnCelda(*p->GRID, fila, Form1::colLetra, QStringLiteral("t"));
             }
-            QCOMPARE(p->Celdas.Value(0, 1).texto(), linea[0]);
+            QCOMPARE(p->Celdas.Value(0, Form1::colCliente).texto(), linea[0]);
             ESPERAR_FALLO(p->INCLUIR->click(), kServidor, "");
             QCOMPARE(s.base.valor("select count(*) from MOVIMIENTOS"), QStringLiteral("0"));
         }

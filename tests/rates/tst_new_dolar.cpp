@@ -224,11 +224,11 @@ private slots:
         c->SELECCIONA->click();
         int fila = -1;
         for (int i : c->Celdas.Filas())
-            if (c->Celdas.Value(i, 1).texto() == QLatin1String("0900"))
+            if (c->Celdas.Value(i, Form2::colSec).texto() == QLatin1String("0900"))
                 fila = i;
         QVERIFY(fila >= 0);
-        QCOMPARE(c->Celdas.Value(fila, 16).texto(), QStringLiteral("45,5000"));
-        QCOMPARE(c->Celdas.Value(fila, 8).texto(), QStringLiteral("4.550,00"));
+        QCOMPARE(c->Celdas.Value(fila, Form2::colFactor).texto(), QStringLiteral("45,5000"));
+        QCOMPARE(c->Celdas.Value(fila, Form2::colEstimado).texto(), QStringLiteral("4.550,00"));
 
         // F4: 40.000 pesos (letter M) arrive as dollars at the new price.
         auto* e = abrirPorMenu<Movimientos>(s, "AGREGAR", "Movimientos");

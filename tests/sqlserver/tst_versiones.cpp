@@ -45,7 +45,7 @@ qint64 version(int secuencia)
 int filaDe(const Consola* p, int secuencia)
 {
     for (int i : p->Celdas.Filas())
-        if (p->Celdas.Value(i, 1).texto().toInt() == secuencia)
+        if (p->Celdas.Value(i, Form2::colSec).texto().toInt() == secuencia)
             return i;
     return -1;
 }
