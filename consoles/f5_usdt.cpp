@@ -1,4 +1,5 @@
 #include "f5_usdt.h"
+#include "consola_comun.h"
 #include "fallo.h"
 #include "module1.h"
 #include "numeros.h"
@@ -53,12 +54,8 @@ void F5_USDT::Prepara_Campos()
 
 void F5_USDT::Llena_Fila(int i)
 {
-    static const FormatoNumero fEnvio(QStringLiteral("#,###.00"));
-    static const FormatoNumero fRecibido(QStringLiteral("####.00"));
-    static const FormatoNumero fMoneda(QStringLiteral("###0.00"));
-    static const FormatoNumero fPrecio(QStringLiteral("###0.0000"));
-    static const FormatoNumero fMiles(QStringLiteral("###,###.00"));
-    static const FormatoNumero fPorcentaje(QStringLiteral("###0.00"));
+    // The two patterns of this console alone; the others are the console's.
+    static const FormatoNumero fEnvioUsdt(QStringLiteral("#,###.00"));
     static const FormatoNumero fGanancia(QStringLiteral("#,##0.00"));
 
     const Campos& c = campos;
@@ -70,22 +67,22 @@ void F5_USDT::Llena_Fila(int i)
     Celdas(i, colSec) = Codigo(Campo(c.secuenciA).aDouble());
     Celdas(i, colCodCliente) = Codigo(cliente);
     Celdas(i, colCliente) = Nombre_Cliente(cliente);
-    Celdas(i, colEnvio) = Cifra(fEnvio, enviado);
-    Celdas(i, colRecibido) = Cifra(fRecibido, recibido);
+    Celdas(i, colEnvio) = Cifra(fEnvioUsdt, enviado);
+    Celdas(i, colRecibido) = Cifra(consola::fEnvio, recibido);
     Celdas(i, colCodProveedor) = Codigo(proveedor);
     Celdas(i, colProveedor) = Nombre_Proveedor(proveedor);
     if (confirmacion > 0)
-        Celdas(i, colMoneda) = Cifra(fMoneda, confirmacion);
+        Celdas(i, colMoneda) = Cifra(consola::f3_0_00, confirmacion);
     m.K = servicio;
     if (banco.isEmpty()) {
         // Unpaid: the price of the moment, and the estimate at it, decimals kept.
         const double precio = m.Monto_T(servicio);
-        Celdas(i, colMoneda) = Cifra(fPrecio, precio);
+        Celdas(i, colMoneda) = Cifra(consola::fTasa, precio);
         const double bs = enviado * precio;
-        Celdas(i, colEstimado) = Cifra(fMiles, bs);
+        Celdas(i, colEstimado) = Cifra(consola::fMiles00, bs);
         Total_Estimado += bs;
     } else {
-        Celdas(i, colPagado) = Cifra(fMiles, pago);
+        Celdas(i, colPagado) = Cifra(consola::fMiles00, pago);
     }
     Llena_Datos(i, banco, servicio);
     Celdas(i, colServicio) = m.Servicios_T(servicio)[2].left(15);
@@ -95,7 +92,7 @@ void F5_USDT::Llena_Fila(int i)
     if (ganancia == 0)
         ganancia = 100;
     Ganancia_Fila = recibido * ganancia / 100;
-    Celdas(i, colPorcentaje) = Cifra(fPorcentaje, ganancia);
+    Celdas(i, colPorcentaje) = Cifra(consola::f3_0_00, ganancia);
     Celdas(i, colGanancia) = Cifra(fGanancia, Ganancia_Fila);
     if (devuelta) {
         Celdas(i, colPorcentaje) = QString();

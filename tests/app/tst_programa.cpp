@@ -5,7 +5,7 @@
 // into the real screens to change what they send refused by the statement
 // guard, nothing written.
 #include "../consoles/mesa.h"
-#include "../server/fallo_esperado.h"
+#include "fallo_esperado.h"
 #include "arranque.h"
 #include "escribir.h"
 #include "form1.h"

@@ -3,6 +3,7 @@
 #include "base_temporal.h"
 #include "login.h"
 #include "module1.h"
+#include "fallo_esperado.h"
 #include "prueba.h"
 
 namespace {
@@ -40,17 +41,6 @@ struct Sesion {
     BaseTemporal base;
     Module1 m;
 };
-
-// The failure's number an action stops with; 0 when it runs through.
-long numeroDeFallo(const std::function<void()>& f)
-{
-    try {
-        f();
-    } catch (const FalloEjecucion& e) {
-        return e.numero();
-    }
-    return 0;
-}
 
 } // namespace
 

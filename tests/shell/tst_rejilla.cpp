@@ -3,6 +3,7 @@
 #include "celdas.h"
 #include "escribir.h"
 #include "fallo.h"
+#include "fallo_esperado.h"
 #include "prueba.h"
 #include "rejilla.h"
 #include "valor.h"
@@ -16,16 +17,6 @@
 #include <QTableView>
 
 namespace {
-
-long numeroDeFallo(const std::function<void()>& f)
-{
-    try {
-        f();
-    } catch (const FalloEjecucion& e) {
-        return e.numero();
-    }
-    return 0;
-}
 
 QStringList columna(const Celdas& c, int col)
 {

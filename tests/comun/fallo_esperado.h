@@ -3,6 +3,7 @@
 #include "fallo.h"
 
 #include <QtTest>
+#include <functional>
 
 inline const long kServidor = FalloEjecucion::servidor({}).numero();
 
@@ -16,3 +17,14 @@ inline const long kServidor = FalloEjecucion::servidor({}).numero();
             QVERIFY2(f.texto().contains(QLatin1String(parte)), qPrintable(f.texto()));                                           \
         }                                                                                                                        \
     } while (0)
+
+// The failure's number an action stops with; 0 when it runs through.
+inline long numeroDeFallo(const std::function<void()>& f)
+{
+    try {
+        f();
+    } catch (const FalloEjecucion& e) {
+        return e.numero();
+    }
+    return 0;
+}
