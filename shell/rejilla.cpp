@@ -189,6 +189,7 @@ Rejilla::Rejilla(const QString& nombre, QWidget* parent) : QWidget(parent), nomb
     connect(vista_, &QAbstractItemView::doubleClicked, this, [this] { emit DblClick(); });
     vista_->viewport()->installEventFilter(this);
     vista_->installEventFilter(this);
+    prepararMenu();
 }
 
 Rejilla::~Rejilla()

@@ -16,10 +16,13 @@
 #include <QString>
 #include <QWidget>
 
+#include <functional>
 #include <vector>
 
 class Celdas;
+class QAction;
 class QLabel;
+class QMenu;
 class QScrollBar;
 class QTableView;
 class QAbstractItemModel;
@@ -31,6 +34,12 @@ enum class Alineacion { Izquierda = 0, Derecha = 1, Centro = 2, General = 3 };
 
 class Rejilla;
 class ModeloCeldas;
+
+// A grid written out as one sheet of a workbook, under the sheet's name.
+struct HojaExportada {
+    QString nombre;
+    const Rejilla* rejilla;
+};
 class DelegadoCeldas;
 
 // One column of a grid, as Columns(n) gives it. Setters return the column so
@@ -127,6 +136,29 @@ public:
     // text or by numeric value, and refreshes. The footers stay as they are.
     void ordenarPorColumna(int col, bool numerica);
 
+    // ---- copy and export, on the grid's context menu
+    // The menu of the cells (right button, the menu key or Shift+F10) holds
+    // "Copiar" (Ctrl+C) and, after a line, the actions the screen adds. Its
+    // actions act on this grid; the shortcuts of the added ones are the
+    // screen's to give.
+    void agregarAccion(QAction* accion);
+    QMenu* menuContextual();
+    // The columns as the operator sees them: in display order, without the
+    // hidden ones and those too narrow to read (a search key kept in a
+    // column a few twips wide).
+    std::vector<int> columnasVistas() const;
+    // The selected cells as a spreadsheet or a mail takes them: a line of
+    // captions, then a line a row, a tab between cells, each cell as shown.
+    // A cell left out of a selection of several blocks stays empty.
+    QString textoSeleccion() const;
+    void copiarSeleccion() const;
+    // What an export proposes as the file's name, without extension, and
+    // the grids it writes, one sheet each. By default the screen's name in
+    // lower case with today's date, and this grid alone.
+    void setExportacion(std::function<QString()> nombreArchivo, std::function<std::vector<HojaExportada>()> hojas = {});
+    QString nombreArchivo() const;
+    std::vector<HojaExportada> hojas() const;
+
     // The parts of the grid, for tests and for the screens' fine tuning.
     QTableView* vista() const { return vista_; }
     QAbstractItemModel* modelo() const;
@@ -172,6 +204,8 @@ private:
     void aplicarAlineacionPie(int col);
     void anunciarPie(int col);
     void despuesDeEditar(int fila, int col);
+    void prepararMenu();
+    void mostrarMenu(const QPoint& punto);
 
     QString nombre_;
     Celdas* celdas_ = nullptr;
@@ -188,4 +222,8 @@ private:
     DelegadoCeldas* delegado_ = nullptr;
     QWidget* tiraPies_ = nullptr;
     QScrollBar* barra_ = nullptr;
+    QMenu* menu_ = nullptr;
+    QList<QAction*> accionesPantalla_;
+    std::function<QString()> nombreArchivo_;
+    std::function<std::vector<HojaExportada>()> hojas_;
 };
