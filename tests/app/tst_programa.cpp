@@ -4,13 +4,13 @@
 // pressing each button of every screen it registers once, and text typed
 // into the real screens to change what they send refused by the statement
 // guard, nothing written.
-#include "../consoles/mesa.h"
-#include "fallo_esperado.h"
 #include "arranque.h"
+#include "fallo_esperado.h"
 #include "escribir.h"
 #include "form1.h"
 #include "form2.h"
 #include "mensajes.h"
+#include "mesa.h"
 #include "movimientos.h"
 #include "prueba.h"
 

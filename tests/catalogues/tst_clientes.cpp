@@ -1,6 +1,6 @@
 // The client catalogue: filter, search, jumps, add and change, and the
 // photographs shown on a click and stored from a picture file.
-#include "../rates/por_menu.h"
+#include "por_menu.h"
 #include "clientes.h"
 #include "escribir.h"
 #include "foto.h"

@@ -39,6 +39,15 @@ inline void escribirEnCelda(Rejilla& g, int fila, int col, const QString& texto,
     QCoreApplication::processEvents();
 }
 
+// Types a text into a field and presses Enter.
+inline void teclear(QLineEdit* campo, const QString& texto)
+{
+    campo->setFocus();
+    campo->selectAll();
+    QTest::keyClicks(campo, texto);
+    QTest::keyClick(campo, Qt::Key_Return);
+}
+
 // Several cells of one row, by column.
 inline void escribirEnFila(Rejilla& g, int fila, std::initializer_list<std::pair<int, const char*>> celdas)
 {

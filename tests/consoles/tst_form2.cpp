@@ -7,6 +7,7 @@
 #include "form2.h"
 #include "mensajes.h"
 #include "mesa.h"
+#include "referencia.h"
 #include "prueba.h"
 
 #include <QCheckBox>

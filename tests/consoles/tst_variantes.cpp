@@ -10,6 +10,7 @@
 #include "form2_pago.h"
 #include "mensajes.h"
 #include "mesa.h"
+#include "referencia.h"
 #include "prueba.h"
 
 namespace {

@@ -3,15 +3,14 @@
 // again, after the load is refused whole, said in a message, and the console
 // shows the rows as they are now.
 #include "dialogo.h"
-#include "embebido.h"
 #include "escribir.h"
 #include "form2.h"
 #include "form2_pago.h"
 #include "mensajes.h"
 #include "mesa.h"
+#include "referencia.h"
 #include "movimientos.h"
 #include "prueba.h"
-#include "revision.h"
 
 #include <QRadioButton>
 
@@ -77,14 +76,6 @@ void refusalNames(const QStringList& avisos, const QStringList& filas, const QSt
         QVERIFY2(avisos[0].contains(f), qPrintable(avisos[0]));
     for (const QString& f : otras)
         QVERIFY2(!avisos[0].contains(f), qPrintable(avisos[0]));
-}
-
-void teclear(QLineEdit* campo, const QString& texto)
-{
-    campo->setFocus();
-    campo->selectAll();
-    QTest::keyClicks(campo, texto);
-    QTest::keyClick(campo, Qt::Key_Return);
 }
 
 } // namespace
@@ -219,48 +210,6 @@ private slots:
         porPago->ACTUALIZAR->click();
         refusalNames(o.avisos(), {QStringLiteral("24/11/2026  0004")});
         QCOMPARE(o.bd({"REFERENCIA", "obs"}, 4), QStringLiteral("R4|por dia"));
-    }
-
-    // A version is never given twice: a row entered again under a deleted
-    // row's key, or a row moved to another key, carries a new one. A file
-    // made before the versions existed gets them when it is opened, its rows
-    // kept, each loaded as version 0.
-    void lasVersionesNoSeRepiten()
-    {
-        BaseTemporal base(false);
-        const auto version = [&](int secuencia) {
-            return base
-                .valor(QStringLiteral("select coalesce((select version from MOVIMIENTOS_VERSION"
-                                      " where FECHA='20261124' and SECUENCIA=%1), -1)")
-                           .arg(secuencia))
-                .toLongLong();
-        };
-        base.sql(conReferencia(kFilas));
-        const qint64 antes = version(3);
-        QVERIFY(antes > 0);
-        base.sql(QStringLiteral("DELETE FROM MOVIMIENTOS WHERE SECUENCIA = 3"));
-        QCOMPARE(version(3), qint64(-1));
-        base.sql(QStringLiteral("INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA) VALUES ('20261124', 3)"));
-        const qint64 nueva = version(3);
-        QVERIFY(nueva > version(4) && nueva > antes);
-        base.sql(QStringLiteral("UPDATE MOVIMIENTOS SET SECUENCIA = 9 WHERE SECUENCIA = 3"));
-        QCOMPARE(version(3), qint64(-1));
-        QVERIFY(version(9) > nueva);
-
-        base.sql(QStringLiteral("DROP TRIGGER movimientos_version_alta; DROP TRIGGER movimientos_version_cambio;"
-                                "DROP TRIGGER movimientos_version_baja; DROP TABLE MOVIMIENTOS_VERSION;"
-                                "DROP TABLE MOVIMIENTOS_CONTADOR; PRAGMA user_version = 0;"));
-        Revision::Actualizar(base.archivo()); // as the start-up does with a file made before the versions
-        ServidorEmbebido servidor(base.archivo());
-        servidor.abrir();
-        const Resultados r = servidor.procedimiento(QStringLiteral("TRU_CONSULTA_1127"),
-                                                    {Valor(QStringLiteral("20261124")), Valor(QStringLiteral("20261124"))});
-        QCOMPARE(r.front().filas.size(), size_t(4));
-        QCOMPARE(r.front().columnas.last(), QStringLiteral("version_fila"));
-        for (const auto& fila : r.front().filas)
-            QCOMPARE(fila.back().aTexto(), QStringLiteral("0"));
-        base.sql(QStringLiteral("UPDATE MOVIMIENTOS SET C_CLIENTE = 13 WHERE SECUENCIA = 1"));
-        QCOMPARE(version(1), qint64(1));
     }
 };
 

@@ -140,6 +140,14 @@ private slots:
                  QStringLiteral("USDT MEXICO 0 0"));
         QCOMPARE(p->Celdas.UpperBound(1), 6);
         QCOMPARE(p->Text2->text(), QString());
+
+        // An empty table, as on a new SQL Server database: no row, and saving is no failure.
+        SesionDePrueba vacia;
+        vacia.base.sql(QStringLiteral("DELETE FROM servicios_usdt"));
+        p = vacia.abrir<SERVICIOS_USDT>(QStringLiteral("SERVICIOS_USDT"));
+        QCOMPARE(p->GRID->vista()->model()->rowCount(), 0);
+        p->ACTUALIZAR->click();
+        QVERIFY(p->Celdas.Vacia());
     }
 };
 REGISTRAR_PRUEBA(PruebaDolares);

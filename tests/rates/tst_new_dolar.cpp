@@ -2,6 +2,7 @@
 // prices, stored, and seen by the consoles and the entry screen; the USDT
 // prices and the providers' notifications on the same panel.
 #include "escribir.h"
+#include "fallo_esperado.h"
 #include "form2.h"
 #include "login.h"
 #include "movimientos.h"
@@ -49,17 +50,6 @@ void nadaGuardado(const BaseTemporal& base)
              QStringLiteral("1.0 2.0 3.0 4.0 5.0 6.0 49.0 50.0 51.0 52.0 53.0 54.0"));
     QCOMPARE(base.valor(QStringLiteral("select Fecha || ' ' || Dolar from parametros")),
              QStringLiteral("2020-01-01 00:00:00 120.0"));
-}
-
-// The run-time error number an action stops with; 0 when it goes through.
-template <class Accion> long numeroDelFallo(Accion&& accion)
-{
-    try {
-        accion();
-    } catch (const FalloEjecucion& e) {
-        return e.numero();
-    }
-    return 0;
 }
 
 // F6, as the operator opens it.
@@ -139,7 +129,7 @@ private slots:
         QCOMPARE(columna(p->Celdas, P::colMontoActual).mid(7, 2), (QStringList {"0", "0"}));
         QCOMPARE(p->Celdas.Value(11, P::colMontoActual).texto(), QStringLiteral("0"));
         escribirEnCelda(*p->GRID1, 3, P::usdtDivide, QStringLiteral("2"));
-        QCOMPARE(numeroDelFallo([p] { p->CALCULOS->click(); }), 11L);
+        QCOMPARE(numeroDeFallo([p] { p->CALCULOS->click(); }), 11L);
     }
 
     // The dollar emptied after the calculation is refused with a message:
@@ -335,7 +325,7 @@ private slots:
         QCOMPARE(s.base.valor(QStringLiteral("select count(*) from servicios_usdt")), QStringLiteral("0"));
         // With no service at all there is no second row whose amount tells
         // that a calculation was run: storing is a subscript out of range.
-        QCOMPARE(numeroDelFallo([p] { p->Procesar->click(); }), 9L);
+        QCOMPARE(numeroDeFallo([p] { p->Procesar->click(); }), 9L);
     }
 
     void notificaciones()

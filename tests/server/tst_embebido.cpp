@@ -3,6 +3,7 @@
 #include "cliente.h"
 #include "fallo_esperado.h"
 #include "prueba.h"
+#include "revision.h"
 
 #include <QDir>
 #include <QProcess>
@@ -424,6 +425,49 @@ private slots:
         hilo.join();
         QCOMPARE(otras.load(), 0);
         QCOMPARE(filas(), QString("84/84/89"));
+    }
+
+    // A version is never given twice: a row entered again under a deleted
+    // row's key, or a row moved to another key, carries a new one. A file
+    // made before the versions existed gets them when it is opened, its rows
+    // kept, each loaded as version 0.
+    void lasVersionesNoSeRepiten()
+    {
+        BaseTemporal base(false);
+        const auto version = [&](int secuencia) {
+            return base
+                .valor(QStringLiteral("select coalesce((select version from MOVIMIENTOS_VERSION"
+                                      " where FECHA='20261124' and SECUENCIA=%1), -1)")
+                           .arg(secuencia))
+                .toLongLong();
+        };
+        base.sql(QStringLiteral("INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA) VALUES ('20261124', 1), ('20261124', 2), "
+                                "('20261124', 3), ('20261124', 4)"));
+        const qint64 antes = version(3);
+        QVERIFY(antes > 0);
+        base.sql(QStringLiteral("DELETE FROM MOVIMIENTOS WHERE SECUENCIA = 3"));
+        QCOMPARE(version(3), qint64(-1));
+        base.sql(QStringLiteral("INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA) VALUES ('20261124', 3)"));
+        const qint64 nueva = version(3);
+        QVERIFY(nueva > version(4) && nueva > antes);
+        base.sql(QStringLiteral("UPDATE MOVIMIENTOS SET SECUENCIA = 9 WHERE SECUENCIA = 3"));
+        QCOMPARE(version(3), qint64(-1));
+        QVERIFY(version(9) > nueva);
+
+        base.sql(QStringLiteral("DROP TRIGGER movimientos_version_alta; DROP TRIGGER movimientos_version_cambio;"
+                                "DROP TRIGGER movimientos_version_baja; DROP TABLE MOVIMIENTOS_VERSION;"
+                                "DROP TABLE MOVIMIENTOS_CONTADOR; PRAGMA user_version = 0;"));
+        Revision::Actualizar(base.archivo()); // as the start-up does with a file made before the versions
+        ServidorEmbebido servidor(base.archivo());
+        servidor.abrir();
+        const Resultados r = servidor.procedimiento(QStringLiteral("TRU_CONSULTA_1127"),
+                                                    {Valor(QStringLiteral("20261124")), Valor(QStringLiteral("20261124"))});
+        QCOMPARE(r.front().filas.size(), size_t(4));
+        QCOMPARE(r.front().columnas.last(), QStringLiteral("version_fila"));
+        for (const auto& fila : r.front().filas)
+            QCOMPARE(fila.back().aTexto(), QStringLiteral("0"));
+        base.sql(QStringLiteral("UPDATE MOVIMIENTOS SET C_CLIENTE = 13 WHERE SECUENCIA = 1"));
+        QCOMPARE(version(1), qint64(1));
     }
 };
 

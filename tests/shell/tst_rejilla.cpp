@@ -409,6 +409,16 @@ private slots:
         QCOMPARE(g.pie(4)->accessibleName(), QStringLiteral("C4: 4"));
         g.Columns(4).setCaption(QStringLiteral("Pagado\rBs"));
         QCOMPARE(g.pie(4)->accessibleName(), QStringLiteral("Pagado Bs: 4"));
+        QCOMPARE(g.pie(4)->accessibleDescription(), QStringLiteral("Pie de la columna Pagado Bs"));
+        // A figure changed or emptied is heard as it is seen; a column without
+        // a heading is named by its place.
+        g.Columns(4).setFooterText(QStringLiteral(" 7 "));
+        QCOMPARE(g.pie(4)->accessibleName(), QStringLiteral("Pagado Bs: 7"));
+        g.Columns(4).setFooterText(QString());
+        QCOMPARE(g.pie(4)->accessibleName(), QStringLiteral("Pagado Bs"));
+        g.Columns(5).setCaption(QString());
+        QCOMPARE(g.pie(5)->accessibleName(), QStringLiteral("5"));
+        QCOMPARE(g.pie(5)->accessibleDescription(), QStringLiteral("Pie de la columna 6"));
         QVERIFY(g.pie(2)->alignment() & Qt::AlignRight);
         QVERIFY(g.pie(3)->alignment() & Qt::AlignHCenter);
 

@@ -56,30 +56,20 @@ QStringList lotes()
 
 Valor deVariant(const QVariant& v)
 {
+    const int tipo = v.typeId();
     if (!v.isValid() || v.isNull())
         return {};
-    switch (v.typeId()) {
-    case QMetaType::Bool:
+    if (tipo == QMetaType::Bool)
         return Valor(int64_t(v.toBool() ? -1 : 0));
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::Short:
-    case QMetaType::UShort:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Long:
-    case QMetaType::ULong:
+    if (QList<int> {QMetaType::Int, QMetaType::UInt, QMetaType::Short, QMetaType::UShort, QMetaType::LongLong,
+                    QMetaType::ULongLong, QMetaType::Long, QMetaType::ULong}
+            .contains(tipo))
         return Valor(int64_t(v.toLongLong()));
-    case QMetaType::Double:
-    case QMetaType::Float:
+    if (tipo == QMetaType::Double || tipo == QMetaType::Float)
         return Valor(v.toDouble());
-    case QMetaType::QByteArray:
+    if (tipo == QMetaType::QByteArray)
         return Valor(v.toByteArray());
-    case QMetaType::QDateTime:
-        return Valor(v.toDateTime());
-    default:
-        return Valor(v.toString());
-    }
+    return tipo == QMetaType::QDateTime ? Valor(v.toDateTime()) : Valor(v.toString());
 }
 
 // One value of a row of the embedded file.
@@ -125,19 +115,13 @@ QString literal(const Valor& v, const QString& tipo)
 
 const std::vector<std::pair<QString, QString>>& ServidorTsql::tablas()
 {
-    static const std::vector<std::pair<QString, QString>> todas = {{"MOVIMIENTOS", "FECHA, SECUENCIA"},
-                                                                   {"bancos", "C_Banco"},
-                                                                   {"bancos_zelle", "C_Banco"},
-                                                                   {"clientes", "C_CLIENTE"},
-                                                                   {"fotos", "cliente"},
-                                                                   {"proveedor", "C_proveedor"},
-                                                                   {"conceptos", "C_CONCEPTO"},
-                                                                   {"servicios", "C_SERVIcio"},
-                                                                   {"servicios_usdt", "C_SERVIcio"},
-                                                                   {"parametros", "Clave"},
-                                                                   {"dolar", "valor"},
-                                                                   {"dolar_NEW", "TRUMIN"},
-                                                                   {"notificaciones", "Fecha, Codigo_proveedor, titulo"}};
+    // clang-format off
+    static const std::vector<std::pair<QString, QString>> todas = {
+        {"MOVIMIENTOS", "FECHA, SECUENCIA"}, {"bancos", "C_Banco"}, {"bancos_zelle", "C_Banco"}, {"clientes", "C_CLIENTE"},
+        {"fotos", "cliente"}, {"proveedor", "C_proveedor"}, {"conceptos", "C_CONCEPTO"}, {"servicios", "C_SERVIcio"},
+        {"servicios_usdt", "C_SERVIcio"}, {"parametros", "Clave"}, {"dolar", "valor"}, {"dolar_NEW", "TRUMIN"},
+        {"notificaciones", "Fecha, Codigo_proveedor, titulo"}};
+    // clang-format on
     return todas;
 }
 

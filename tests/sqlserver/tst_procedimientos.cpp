@@ -75,6 +75,12 @@ public:
         cuenta.comparar(sql.left(60), llamar(ejecutar, *embebido_), llamar(ejecutar, *sqlServer_), fallan);
         filas(tabla, donde, orden);
     }
+    // The same for the transactions of one day.
+    void delDia(const QString& sql, int sentencias, const QString& fecha, bool fallan = false)
+    {
+        cambio(sql, sentencias, QStringLiteral("MOVIMIENTOS"), QStringLiteral("FECHA = '%1'").arg(fecha),
+               QStringLiteral("FECHA, SECUENCIA"), fallan);
+    }
     // The rows of a table that a condition picks, compared between the servers.
     void filas(const QString& tabla, const QString& donde, const QString& orden)
     {
@@ -313,13 +319,11 @@ private slots:
     {
         Pareja p(*ServidorTsql::instancia());
         const QString fecha = QStringLiteral("20300115");
-        const QString delDia = QStringLiteral("FECHA = '%1'").arg(fecha);
-        const QString orden = QStringLiteral("FECHA, SECUENCIA");
-        p.cambio(alta(fecha, 1, QStringLiteral("uno")) + alta(fecha, 2, QStringLiteral("dos ñandú €")) +
+        p.delDia(alta(fecha, 1, QStringLiteral("uno")) + alta(fecha, 2, QStringLiteral("dos ñandú €")) +
                      alta(fecha, 3, QStringLiteral("tres")),
-                 3, QStringLiteral("MOVIMIENTOS"), delDia, orden);
+                 3, fecha);
         // A key already taken goes in under the next free sequence.
-        p.cambio(alta(fecha, 2, QStringLiteral("repetida")), 1, QStringLiteral("MOVIMIENTOS"), delDia, orden);
+        p.delDia(alta(fecha, 2, QStringLiteral("repetida")), 1, fecha);
         p.procedimiento("TRU_Prepara", {Valor(fecha)});
 
         const QString ganancias = QStringLiteral(" g1 =  '4.01', g2 =  '2.4', g3 =  '1.61',");
@@ -328,24 +332,22 @@ private slots:
         const QString zelle = QStringLiteral(" bancozelle =  '3',");
         int secuencia = 0;
         for (const QString& resto : {QString(), ganancias, ganancias + zelle, ganancias + pagoDelDia + zelle})
-            p.cambio(guardado(fecha, ++secuencia, resto), 1, QStringLiteral("MOVIMIENTOS"), delDia, orden);
-        p.cambio(guardado(fecha, 1, ganancias) + guardado(fecha, 2, ganancias + pagoDelDia + zelle), 2,
-                 QStringLiteral("MOVIMIENTOS"), delDia, orden);
+            p.delDia(guardado(fecha, ++secuencia, resto), 1, fecha);
+        p.delDia(guardado(fecha, 1, ganancias) + guardado(fecha, 2, ganancias + pagoDelDia + zelle), 2, fecha);
         // A returned row's empty gains, and an amount dotted with thousands
         // marks, which neither server takes for a number.
         QString devuelta = guardado(fecha, 3, ganancias);
         devuelta.replace(QStringLiteral("C_BANCO =  '0134'"), QStringLiteral("C_BANCO =  '7777'"))
             .replace(QStringLiteral("g1 =  '4.01'"), QStringLiteral("g1 =  ''"))
             .replace(QStringLiteral("'94.3'"), QStringLiteral("'1.234.50'"));
-        p.cambio(devuelta, 1, QStringLiteral("MOVIMIENTOS"), delDia, orden);
+        p.delDia(devuelta, 1, fecha);
 
         p.cambio(QStringLiteral(
                      " UPDATE proveedor SET  regalo = regalo +  ' 5.6605', ultregalo =  ' 5.6605' WHERE C_proveedor =  '3'"),
                  1, QStringLiteral("proveedor"), QStringLiteral("C_proveedor = 3"), QStringLiteral("C_proveedor"));
         p.cambio(QStringLiteral(" UPDATE proveedor SET  regalo = regalo -  '-2'  WHERE C_proveedor =  '0004'"), 1,
                  QStringLiteral("proveedor"), QStringLiteral("C_proveedor = 4"), QStringLiteral("C_proveedor"));
-        p.cambio(QStringLiteral("delete movimientos where  fecha = '%1' and secuencia =  0002").arg(fecha), 1,
-                 QStringLiteral("MOVIMIENTOS"), delDia, orden);
+        p.delDia(QStringLiteral("delete movimientos where  fecha = '%1' and secuencia =  0002").arg(fecha), 1, fecha);
         p.procedimiento("TRU_CONSULTA_1127", {Valor(fecha), Valor(fecha), Valor(0), Valor(0), Valor(""), Valor(""), Valor(0)});
         p.procedimiento("TRU_CONSULTA_PAGO_250320", {Valor(QStringLiteral("20300116")), Valor(QStringLiteral("20300116")),
                                                      Valor(0), Valor(0), Valor(""), Valor(""), Valor(0)});
@@ -361,19 +363,17 @@ private slots:
     {
         Pareja p(*ServidorTsql::instancia());
         const QString fecha = QStringLiteral("20310310");
-        const QString delDia = QStringLiteral("FECHA = '%1'").arg(fecha);
-        const QString orden = QStringLiteral("FECHA, SECUENCIA");
         QString altas;
         for (int n = 1; n <= 6; ++n)
             altas += alta(fecha, n, QStringLiteral("blancos"));
-        p.cambio(altas, 6, QStringLiteral("MOVIMIENTOS"), delDia, orden);
+        p.delDia(altas, 6, fecha);
         const QString ganancias = QStringLiteral(" g1 =  '4.01', g2 =  '2.4', g3 =  '1.61',");
         int secuencia = 1; // the first stays unpaid
         for (const char* banco : {" 0134", "0134 ", "0134", " 7777", "7777 "})
-            p.cambio(
+            p.delDia(
                 guardado(fecha, ++secuencia, ganancias)
                     .replace(QStringLiteral("C_BANCO =  '0134'"), QStringLiteral("C_BANCO =  '%1'").arg(QLatin1String(banco))),
-                1, QStringLiteral("MOVIMIENTOS"), delDia, orden);
+                1, fecha);
         for (const char* periodo : {"203103", "20313"}) {
             p.procedimiento("TRU_NewCalk_02_250320", {Valor(periodo), Valor(0), Valor(0)});
             p.procedimiento("TRU_NewCalk_02_USDT", {Valor(periodo), Valor(0), Valor(0)});
@@ -389,17 +389,12 @@ private slots:
     {
         Pareja p(*ServidorTsql::instancia());
         const QString fecha = QStringLiteral("20310101");
-        const QString delDia = QStringLiteral("FECHA = '%1'").arg(fecha);
-        const QString orden = QStringLiteral("FECHA, SECUENCIA");
-        p.cambio(alta(fecha, 1, QStringLiteral("una")), 1, QStringLiteral("MOVIMIENTOS"), delDia, orden);
+        p.delDia(alta(fecha, 1, QStringLiteral("una")), 1, fecha);
         const QString largo = QString(501, QLatin1Char('n')); // obs holds 500, REFERENCIA 50
-        p.cambio(alta(fecha, 2, QStringLiteral("dos")) + alta(fecha, 3, largo), 2, QStringLiteral("MOVIMIENTOS"), delDia, orden,
-                 true);
-        p.cambio(alta(fecha, 2, QStringLiteral("dos")) + alta(fecha, 3, QStringLiteral("tres")), 2, QStringLiteral("MOVIMIENTOS"),
-                 delDia, orden);
-        p.cambio(guardado(fecha, 1, QString()) + guardado(fecha, 2, QString(), QStringLiteral("x"), largo.left(51)), 2,
-                 QStringLiteral("MOVIMIENTOS"), delDia, orden, true);
-        p.cambio(guardado(fecha, 1, QString()) + guardado(fecha, 2, QString()), 2, QStringLiteral("MOVIMIENTOS"), delDia, orden);
+        p.delDia(alta(fecha, 2, QStringLiteral("dos")) + alta(fecha, 3, largo), 2, fecha, true);
+        p.delDia(alta(fecha, 2, QStringLiteral("dos")) + alta(fecha, 3, QStringLiteral("tres")), 2, fecha);
+        p.delDia(guardado(fecha, 1, QString()) + guardado(fecha, 2, QString(), QStringLiteral("x"), largo.left(51)), 2, fecha, true);
+        p.delDia(guardado(fecha, 1, QString()) + guardado(fecha, 2, QString()), 2, fecha);
         informar(p.cuenta);
     }
 

@@ -5,12 +5,10 @@
 #include "calculos01.h"
 #include "calculos01_usdt.h"
 #include "fallo.h"
-#include "login.h"
+#include "mesa.h"
 #include "prueba.h"
 #include "resumen_mensual.h"
-#include "sesion.h"
 
-#include <QAccessible>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -70,10 +68,6 @@ QStringList filas(const Celdas& c)
 {
     return lista(c.filas(), [&](int f) { return fila(c, f); });
 }
-QStringList columna(const Celdas& c, int col)
-{
-    return lista(c.filas(), [&](int f) { return c.Value(f, col).texto(); });
-}
 QString pies(Rejilla* g)
 {
     return lista(g->columnas(), [g](int k) { return g->Columns(k).FooterText(); }).join('|');
@@ -83,25 +77,6 @@ QStringList opciones(const QComboBox* c)
     return lista(c->count(), [c](int i) { return c->itemText(i); });
 }
 
-// A screen opened over kDatos (and what a test adds), loaded for a period.
-template <class T> struct Tablero {
-    SesionDePrueba s {false};
-    T* p = nullptr;
-
-    Tablero(const char* nombre, const QString& filas = QString::fromUtf8(kDatos))
-    {
-        s.base.sql(filas);
-        LOGIN::Carga_Parametros(*s.m);
-        p = s.abrir<T>(QString::fromLatin1(nombre));
-    }
-    void cargar(const QString& ano, const QString& mes)
-    {
-        p->Text1[C::txtAno]->setText(ano);
-        p->Text1[C::txtMes]->setText(mes);
-        p->CARGA_DATOS->click();
-    }
-};
-
 } // namespace
 
 class PruebaEstadisticas : public QObject {
@@ -109,7 +84,7 @@ class PruebaEstadisticas : public QObject {
 private slots:
     void primera_activacion()
     {
-        Tablero<C> t("CALCULOS01");
+        Mesa<C> t(QString::fromUtf8(kDatos), "CALCULOS01");
         C* p = t.p;
         const QDate hoy = QDate::currentDate();
         QCOMPARE(p->Text1[C::txtAno]->text(), QString::number(hoy.year()));
@@ -126,7 +101,7 @@ private slots:
 
     void mes_dia_por_dia()
     {
-        Tablero<C> t("CALCULOS01");
+        Mesa<C> t(QString::fromUtf8(kDatos), "CALCULOS01");
         t.cargar(QStringLiteral("2025"), QStringLiteral("03"));
         const Celdas& c = t.p->Celdas;
         QCOMPARE(c.filas(), 31);
@@ -139,6 +114,7 @@ private slots:
         QCOMPARE(fila(c, 30), QStringLiteral("31|Lun|25||1|8,00|2,00"));
         // the days with data under the weekdays
         QCOMPARE(pies(t.p->GRID), QStringLiteral("|4|1.195|1.050|7|2,18|26"));
+        QCOMPARE(t.p->GRID->pie(C::colRecibido)->accessibleName(), QStringLiteral("Recibido: 1.195")); // for screen readers
         QCOMPARE(t.p->Text1[C::txtPromedio]->text(), QStringLiteral("299")); // 1195 over the 4 days with data
         QCOMPARE(t.p->Text1[C::txtBalance]->text(), QStringLiteral("145"));  // received less directs
     }
@@ -146,7 +122,7 @@ private slots:
     // Code, name, money and share of the month's received total, the largest first.
     void agrupaciones_del_mes()
     {
-        Tablero<C> t("CALCULOS01");
+        Mesa<C> t(QString::fromUtf8(kDatos), "CALCULOS01");
         C* p = t.p;
         t.cargar(QStringLiteral("2025"), QStringLiteral("03"));
         QCOMPARE(filas(p->Celdas1), QStringList({"0001|ORINOCO|1.100|92,05", "0002|LLANO|75|6,28", "0000|0|30|2,51",
@@ -172,8 +148,7 @@ private slots:
         // without; a return ('7777', blanks aside) counts nowhere, not even
         // as a transaction. In May a day whose money adds up to nothing
         // divides by zero.
-        Tablero<C> t(
-            "CALCULOS01",
+        Mesa<C> t(
             QString::fromUtf8(kDatos) +
                 QStringLiteral("INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, C_BANCO, "
                                "operadora, tipo_operacion, tipo_servicio, g2) VALUES "
@@ -184,7 +159,8 @@ private slots:
                                "('20250402', 5, 12, 7, 7, 1, '0134', '1', 3, 1, 1), "
                                "('20250402', 6, 12, 100, 100, 1, ' 7777', '1', 3, 1, 50), "
                                "('20250402', 7, 12, 200, 200, 1, '7777 ', '1', 3, 1, 50), "
-                               "('20250501', 1, 12, 0, 0, 0, '', '1', 2, 1, 0);"));
+                               "('20250501', 1, 12, 0, 0, 0, '', '1', 2, 1, 0);"),
+            "CALCULOS01");
         C* p = t.p;
         t.cargar(QStringLiteral("2025"), QStringLiteral("04"));
         // received, directs (paid ones only), transactions, %, gain
@@ -205,11 +181,11 @@ private slots:
             QString::fromUtf8(kDatos) +
             QStringLiteral("INSERT INTO MOVIMIENTOS (FECHA, SECUENCIA, C_CLIENTE, enviado, recibido, C_PROVEEDOR, C_BANCO, "
                            "operadora, tipo_servicio, g2) VALUES ('20200229', 1, 12, 80, 79, 2, '0134', '1', 50, 4);");
-        Tablero<C> t("CALCULOS01", filas);
+        Mesa<C> t(filas, "CALCULOS01");
         t.cargar(QStringLiteral("2025"), QStringLiteral("3"));
         QCOMPARE(pies(t.p->GRID), QStringLiteral("|4|1.195|1.050|7|2,18|26"));
         QCOMPARE(t.p->Celdas.Value(2, C::colRecibido).texto(), QStringLiteral("180"));
-        Tablero<CALCULOS01_USDT> u("CALCULOS01_USDT", filas);
+        Mesa<CALCULOS01_USDT> u(filas, "CALCULOS01_USDT");
         u.cargar(QStringLiteral("2025"), QStringLiteral("2"));
         QCOMPARE(u.p->Celdas.Value(9, C::colRecibido).texto(), QStringLiteral("40"));
 
@@ -223,7 +199,7 @@ private slots:
             } catch (const FalloEjecucion& e) {
                 QFAIL(qPrintable(QStringLiteral("%1/%2: %3").arg(texto.first, texto.second, e.what())));
             }
-            QCOMPARE(columna(tablero.p->Celdas, C::colRecibido), QStringList(tablero.p->Celdas.filas(), QString()));
+            QCOMPARE(Mesa<C>::columna(tablero.p->Celdas, C::colRecibido), QStringList(tablero.p->Celdas.filas(), QString()));
             QCOMPARE(tablero.p->Celdas1.filas(), 0);
         };
         for (const auto& texto : textos) {
@@ -234,11 +210,11 @@ private slots:
 
     void meses_cortos_y_mes_sin_datos()
     {
-        Tablero<C> t("CALCULOS01");
+        Mesa<C> t(QString::fromUtf8(kDatos), "CALCULOS01");
         C* p = t.p;
         t.cargar(QStringLiteral("2025"), QStringLiteral("2")); // sent as 20252: February
         QCOMPARE(p->Celdas.filas(), 28);
-        QCOMPARE(columna(p->Celdas1, C::grpRecibido), QStringList({"40"}));
+        QCOMPARE(Mesa<C>::columna(p->Celdas1, C::grpRecibido), QStringList({"40"}));
         t.cargar(QStringLiteral("2024"), QStringLiteral("02"));
         QCOMPARE(p->Celdas.filas(), 29);
         QCOMPARE(p->Celdas.Value(28, C::colSemana).texto(), QStringLiteral("Jue"));
@@ -271,7 +247,7 @@ private slots:
 
     void filtros_operadora_y_servicio()
     {
-        Tablero<C> t("CALCULOS01");
+        Mesa<C> t(QString::fromUtf8(kDatos), "CALCULOS01");
         C* p = t.p;
         t.cargar(QStringLiteral("2025"), QStringLiteral("03"));
         auto recibido = [p] { return p->GRID->Columns(C::colRecibido).FooterText(); };
@@ -294,7 +270,7 @@ private slots:
         elegir(1);
         QCOMPARE(t.s.m->L.aTexto(), QStringLiteral("01"));
         QCOMPARE(recibido(), QStringLiteral("120"));
-        QCOMPARE(columna(p->Celdas5, C::grpCodigo), QStringList({"01"}));
+        QCOMPARE(Mesa<C>::columna(p->Celdas5, C::grpCodigo), QStringList({"01"}));
         // 98: every service of sw_calculos 1; 99: those of sw_calculos 2
         elegir(p->Combo1->count() - 2);
         QCOMPARE(recibido(), QStringLiteral("1.170"));
@@ -319,44 +295,14 @@ private slots:
         QCOMPARE(recibido(), QString());
     }
 
-    // A screen reader hears each footer as its column's heading and the
-    // figure in view; a footer emptied by a load has no figure to tell.
-    void pies_para_lectores_de_pantalla()
-    {
-        Tablero<C> t("CALCULOS01");
-        C* p = t.p;
-        const auto oido = [p](int col, QAccessible::Text que = QAccessible::Name) {
-            QAccessibleInterface* i = QAccessible::queryAccessibleInterface(p->GRID->pie(col));
-            return i ? i->text(que) : QStringLiteral("(sin interfaz)");
-        };
-        const auto pie = [p](int col) { return p->GRID->Columns(col).FooterText(); };
-        t.cargar(QStringLiteral("2025"), QStringLiteral("03"));
-        QCOMPARE(oido(C::colRecibido), QStringLiteral("Recibido: 1.195"));
-        QCOMPARE(oido(C::colRecibido, QAccessible::Description), QStringLiteral("Pie de la columna Recibido"));
-        QVERIFY(!pie(C::colPorc).isEmpty());
-        QCOMPARE(oido(C::colPorc), QStringLiteral("%: ") + pie(C::colPorc));
-        // The weekday has no heading: its footer, the days with data, by the column's place.
-        QCOMPARE(oido(C::colSemana), QStringLiteral("4"));
-        QCOMPARE(oido(C::colSemana, QAccessible::Description), QStringLiteral("Pie de la columna 2"));
-
-        p->Option2[C::opNoelina]->click(); // the second operator's figures
-        QCOMPARE(oido(C::colRecibido), QStringLiteral("Recibido: 50"));
-        t.cargar(QStringLiteral("2025"), QStringLiteral("04"));
-        QCOMPARE(oido(C::colRecibido), QStringLiteral("Recibido"));
-        QCOMPARE(oido(C::colSemana), QString());
-        // A footer the load leaves in view is heard as it is seen.
-        QVERIFY(!pie(C::colTotG).isEmpty());
-        QCOMPARE(oido(C::colTotG), QStringLiteral("Tot-G: ") + pie(C::colTotG));
-    }
-
     void orden_de_cabeceras()
     {
-        Tablero<C> t("CALCULOS01");
+        Mesa<C> t(QString::fromUtf8(kDatos), "CALCULOS01");
         C* p = t.p;
         t.cargar(QStringLiteral("2025"), QStringLiteral("03"));
         p->GRID_HeadClick(C::colRecibido); // from the largest down, twice the same
         p->GRID_HeadClick(C::colRecibido);
-        QCOMPARE(columna(p->Celdas, C::colDia).mid(0, 3), QStringList({"15", "03", "31"}));
+        QCOMPARE(Mesa<C>::columna(p->Celdas, C::colDia).mid(0, 3), QStringList({"15", "03", "31"}));
         QCOMPARE(p->Celdas.Value(30, C::colDia).texto(), QStringLiteral("20"));
         QCOMPARE(p->GRID->Columns(C::colRecibido).FooterText(), QStringLiteral("1.195"));
         p->GRID_HeadClick(C::colSemana); // as text, descending
@@ -368,18 +314,18 @@ private slots:
         QCOMPARE(p->Celdas.Value(30, C::colDia).texto(), QStringLiteral("01"));
 
         p->GRID2_HeadClick(C::grpNombre); // names ascending
-        QCOMPARE(columna(p->Celdas2, C::grpNombre), QStringList({"99", "JOSE DIAZ", "MARIA PEREZ"}));
+        QCOMPARE(Mesa<C>::columna(p->Celdas2, C::grpNombre), QStringList({"99", "JOSE DIAZ", "MARIA PEREZ"}));
         p->GRID2_HeadClick(C::grpCuantos); // transactions descending
         p->GRID2_HeadClick(C::grpCuantos);
-        QCOMPARE(columna(p->Celdas2, C::grpCuantos), QStringList({"4", "2", "1"}));
+        QCOMPARE(Mesa<C>::columna(p->Celdas2, C::grpCuantos), QStringList({"4", "2", "1"}));
         // the grids of providers, banks and services keep the server's order
         emit p->GRID1->HeadClick(C::grpRecibido);
-        QCOMPARE(columna(p->Celdas1, C::grpCodigo).first(), QStringLiteral("0001"));
+        QCOMPARE(Mesa<C>::columna(p->Celdas1, C::grpCodigo).first(), QStringLiteral("0001"));
     }
 
     void resumen_del_ano()
     {
-        Tablero<Resumen_mensual> t("Resumen_mensual");
+        Mesa<Resumen_mensual> t(QString::fromUtf8(kDatos), "Resumen_mensual");
         Resumen_mensual* p = t.p;
         QVERIFY(p->Text1[C::txtAno]->isVisibleTo(p) && !p->Text1[C::txtMes]->isVisibleTo(p) &&
                 !p->Text1[C::txtBalance]->isVisibleTo(p));
@@ -413,7 +359,7 @@ private slots:
 
     void estadisticas_usdt()
     {
-        Tablero<CALCULOS01_USDT> t("CALCULOS01_USDT");
+        Mesa<CALCULOS01_USDT> t(QString::fromUtf8(kDatos), "CALCULOS01_USDT");
         CALCULOS01_USDT* p = t.p;
         QCOMPARE(opciones(p->Combo1), QStringList({"00 - TODOS", "50 - USDT BINANCE", "55 - PESOS COLOMBIA"}));
         t.cargar(QStringLiteral("2025"), QStringLiteral("03"));
@@ -448,7 +394,7 @@ private slots:
                            "operadora, tipo_servicio, g2) VALUES "
                            "(strftime('%Y%m01', 'now', 'localtime'), 1, 12, 80, 79, 2, '0134', '1', 50, 4), "
                            "(strftime('%Y%m01', 'now', 'localtime', '-13 months'), 1, 12, 70, 69, 2, '0134', '1', 50, 4);");
-        Tablero<RESUMEN_MENSUAL_USDT> t("RESUMEN_MENSUAL_USDT", filas);
+        Mesa<RESUMEN_MENSUAL_USDT> t(filas, "RESUMEN_MENSUAL_USDT");
         RESUMEN_MENSUAL_USDT* p = t.p;
         for (QLineEdit* e : p->Text1)
             QVERIFY(!e->isVisibleTo(p));
