@@ -81,7 +81,7 @@ bool Exportar_Rejilla(const Rejilla& rejilla)
     {
         RelojDeArena reloj;
         if (archivo.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive))
-            razon = Texto_Separado(*hojas.front().rejilla, archivo);
+            razon = Texto_Separado(hojas.front().rejilla ? *hojas.front().rejilla : rejilla, archivo);
         else
             razon = Libro(hojas, archivo);
     }

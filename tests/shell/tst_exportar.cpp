@@ -31,13 +31,17 @@ struct Fixture {
     Celdas c;
     Fixture()
     {
-        const std::vector<std::tuple<const char*, int, Alineacion>> columnas {
-            {"Código", 700, Alineacion::Izquierda}, {"Cliente", 2000, Alineacion::Izquierda},
-            {"Monto\r\nEnviado", 1300, Alineacion::Derecha}, {"Tasa", 900, Alineacion::Derecha},
-            {"Fecha", 1100, Alineacion::Centro}, {"Clave", 30, Alineacion::Izquierda},
-            {"Oculta", 900, Alineacion::Izquierda}, {"Cero", 800, Alineacion::Derecha},
-            {"Nota", 900, Alineacion::Izquierda}, {"Número", 900, Alineacion::General},
-            {"Código2", 900, Alineacion::Derecha}};
+        const std::vector<std::tuple<const char*, int, Alineacion>> columnas {{"Código", 700, Alineacion::Izquierda},
+                                                                              {"Cliente", 2000, Alineacion::Izquierda},
+                                                                              {"Monto\r\nEnviado", 1300, Alineacion::Derecha},
+                                                                              {"Tasa", 900, Alineacion::Derecha},
+                                                                              {"Fecha", 1100, Alineacion::Centro},
+                                                                              {"Clave", 30, Alineacion::Izquierda},
+                                                                              {"Oculta", 900, Alineacion::Izquierda},
+                                                                              {"Cero", 800, Alineacion::Derecha},
+                                                                              {"Nota", 900, Alineacion::Izquierda},
+                                                                              {"Número", 900, Alineacion::General},
+                                                                              {"Código2", 900, Alineacion::Derecha}};
         for (int k = 0; k < int(columnas.size()); ++k)
             g.Columns(k)
                 .setCaption(QString::fromUtf8(std::get<0>(columnas[size_t(k)])))
@@ -46,11 +50,11 @@ struct Fixture {
         g.Columns(6).setVisible(false);
         g.Columns(3).setOrder(1);
         c.ReDim(0, 1, 0, 10);
-        const std::vector<std::vector<Celda>> filas {
-            {"0007", QStringLiteral("Ana; \"la\" Pérez"), Celda::Cifra(kMonto, 1234.5), "1.234,5", "24/11/2026", "K1", "X",
-             Celda::Cifra(kMiles, 0), "-12,5", 94.3, "0007"},
-            {"0012", "Luis\tMora", Celda::Cifra(kMonto, -12.25), "36,25", "01/02/2026", "K2", "Y", Celda::Cifra(kMiles, 1500),
-             "00,5", 2, "12"}};
+        const std::vector<std::vector<Celda>> filas {{"0007", QStringLiteral("Ana; \"la\" Pérez"), Celda::Cifra(kMonto, 1234.5),
+                                                      "1.234,5", "24/11/2026", "K1", "X", Celda::Cifra(kMiles, 0), "-12,5", 94.3,
+                                                      "0007"},
+                                                     {"0012", "Luis\tMora", Celda::Cifra(kMonto, -12.25), "36,25", "01/02/2026",
+                                                      "K2", "Y", Celda::Cifra(kMiles, 1500), "00,5", 2, "12"}};
         for (int f = 0; f < 2; ++f)
             for (int k = 0; k <= 10; ++k)
                 c.Value(f, k) = filas[size_t(f)][size_t(k)];
@@ -197,7 +201,8 @@ private slots:
             << QStringList {"Consulta: 11/2026 [a]", "consulta- 11-2026 -a-", "¿Qué*?\\"}
             << QStringList {"Consulta- 11-2026 -a-", "consulta- 11-2026 -a- (2)", "¿Qué---"};
         QTest::newRow("largos, vacíos, apóstrofos")
-            << QStringList {"Un nombre de hoja mucho más largo que treinta y uno", "", "'Tasas'", "Un nombre de hoja mucho más largo"}
+            << QStringList {"Un nombre de hoja mucho más largo que treinta y uno", "", "'Tasas'",
+                            "Un nombre de hoja mucho más largo"}
             << QStringList {"Un nombre de hoja mucho más lar", "Hoja", "Tasas", "Un nombre de hoja mucho más (2)"};
     }
     void nombresDeHojas()
@@ -213,23 +218,39 @@ private slots:
         QTest::addColumn<QString>("celda");
         QTest::addColumn<QString>("esperado");
         const int serial = int(QDate(1899, 12, 30).daysTo(QDate(2026, 11, 24)));
-        QTest::newRow("título en negrita") << "A1" << "s Código negrita";
-        QTest::newRow("título de dos líneas") << "D1" << "s Monto Enviado negrita";
-        QTest::newRow("código") << "A2" << "s 0007";
-        QTest::newRow("número de texto agrupado") << "B2" << "n 1234.5 #,##0.0";
-        QTest::newRow("número de texto") << "B3" << "n 36.25 0.00";
-        QTest::newRow("texto") << "C2" << "s Ana; \"la\" Pérez";
-        QTest::newRow("importe en su patrón") << "D3" << "n -12.25 ###,##0.00";
+        QTest::newRow("título en negrita") << "A1"
+                                           << "s Código negrita";
+        QTest::newRow("título de dos líneas") << "D1"
+                                              << "s Monto Enviado negrita";
+        QTest::newRow("código") << "A2"
+                                << "s 0007";
+        QTest::newRow("número de texto agrupado") << "B2"
+                                                  << "n 1234.5 #,##0.0";
+        QTest::newRow("número de texto") << "B3"
+                                         << "n 36.25 0.00";
+        QTest::newRow("texto") << "C2"
+                               << "s Ana; \"la\" Pérez";
+        QTest::newRow("importe en su patrón") << "D3"
+                                              << "n -12.25 ###,##0.00";
         QTest::newRow("fecha") << "E2" << QStringLiteral("n %1 dd/mm/yyyy").arg(serial);
-        QTest::newRow("cero sin nada que mostrar") << "F2" << "n 0 ###,###";
-        QTest::newRow("número en columna a la izquierda") << "G2" << "s -12,5";
-        QTest::newRow("número de la celda") << "H2" << "n 94.3";
-        QTest::newRow("código a la derecha") << "I2" << "s 0007";
-        QTest::newRow("entero a la derecha") << "I3" << "n 12 0";
-        QTest::newRow("pie de texto") << "A4" << "s Total negrita";
-        QTest::newRow("pie de importe") << "D4" << "n 1222.25 #,##0.00 negrita";
-        QTest::newRow("pie de miles") << "F4" << "n 1500 #,##0 negrita";
-        QTest::newRow("nada más allá") << "J2" << "";
+        QTest::newRow("cero sin nada que mostrar") << "F2"
+                                                   << "n 0 ###,###";
+        QTest::newRow("número en columna a la izquierda") << "G2"
+                                                          << "s -12,5";
+        QTest::newRow("número de la celda") << "H2"
+                                            << "n 94.3";
+        QTest::newRow("código a la derecha") << "I2"
+                                             << "s 0007";
+        QTest::newRow("entero a la derecha") << "I3"
+                                             << "n 12 0";
+        QTest::newRow("pie de texto") << "A4"
+                                      << "s Total negrita";
+        QTest::newRow("pie de importe") << "D4"
+                                        << "n 1222.25 #,##0.00 negrita";
+        QTest::newRow("pie de miles") << "F4"
+                                      << "n 1500 #,##0 negrita";
+        QTest::newRow("nada más allá") << "J2"
+                                       << "";
     }
     void libro()
     {
@@ -271,11 +292,15 @@ private slots:
         QTest::addColumn<QByteArray>("comienzo");
         QTest::addColumn<QString>("mensaje");
         QTest::newRow("libro") << "a.xlsx" << QByteArray("PK") << QString();
-        QTest::newRow("texto") << "a.CSV" << QByteArray("\xEF\xBB\xBF" "Código;") << QString();
-        QTest::newRow("carpeta inexistente")
-            << "falta/a.xlsx" << QByteArray() << QStringLiteral("No se pudo guardar el archivo \"a.xlsx\": la carpeta no existe.");
+        QTest::newRow("texto") << "a.CSV"
+                               << QByteArray("\xEF\xBB\xBF"
+                                             "Código;")
+                               << QString();
+        QTest::newRow("carpeta inexistente") << "falta/a.xlsx" << QByteArray()
+                                             << QStringLiteral("No se pudo guardar el archivo \"a.xlsx\": la carpeta no existe.");
         QTest::newRow("libro en un disco lleno")
-            << "lleno.xlsx" << QByteArray() << QStringLiteral("No se pudo guardar el archivo \"lleno.xlsx\": el disco está lleno.");
+            << "lleno.xlsx" << QByteArray()
+            << QStringLiteral("No se pudo guardar el archivo \"lleno.xlsx\": el disco está lleno.");
         QTest::newRow("texto en un disco lleno")
             << "lleno.csv" << QByteArray() << QStringLiteral("No se pudo guardar el archivo \"lleno.csv\": el disco está lleno.");
     }
@@ -331,7 +356,8 @@ private slots:
         f.elegir({QRect(0, 0, 3, 1)});
         QApplication::clipboard()->clear();
         QTest::keyClick(f.g.vista(), Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("Código\tCliente\tMonto Enviado\n0007\tAna; \"la\" Pérez\t1.234,50\n"));
+        QCOMPARE(QApplication::clipboard()->text(),
+                 QStringLiteral("Código\tCliente\tMonto Enviado\n0007\tAna; \"la\" Pérez\t1.234,50\n"));
 
         int dialogos = 0;
         Exportar::Reemplazar([&](QWidget*, const QString&) {
