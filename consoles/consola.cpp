@@ -108,6 +108,13 @@ Consola::Consola(Module1& modulo, MDIForm1& p, const QString& nombre, const QStr
     GRID = new Rejilla(QStringLiteral("GRID"), this);
     GRID->setGeometry(8, 96, 1336, 488);
     GRID->vista()->installEventFilter(this);
+    // An export proposes the date range of the query: "consulta-2026-11-24",
+    // "consulta-2026-11-01-a-2026-11-24".
+    GRID->setExportacion([this] {
+        const QString desde = Fecha1->date().toString(QStringLiteral("yyyy-MM-dd"));
+        const QString hasta = Fecha2->date().toString(QStringLiteral("yyyy-MM-dd"));
+        return QStringLiteral("consulta-") + (desde == hasta ? desde : desde + QStringLiteral("-a-") + hasta);
+    });
 
     // ---- the day's work, bottom
     const int yb = 592;

@@ -50,6 +50,19 @@ public:
         return c;
     }
 
+    // An amount made by Cifra, as its value and its pattern (an export
+    // writes the number and shows it in the same pattern); for any other
+    // cell the pattern is nullptr.
+    struct Importe {
+        double valor = 0;
+        const FormatoNumero* patron = nullptr;
+    };
+    Importe importe() const
+    {
+        const Diferida* d = std::get_if<Diferida>(&v_);
+        return d ? Importe {d->valor, d->patron} : Importe {};
+    }
+
     Tipo tipo() const { return v_.index() == kDiferida ? Tipo::Texto : Tipo(v_.index()); }
     bool esVacia() const { return tipo() == Tipo::Vacia; }
     bool esTexto() const { return tipo() == Tipo::Texto; }

@@ -138,7 +138,9 @@ public:
 
     // ---- copy and export, on the grid's context menu
     // The menu of the cells (right button, the menu key or Shift+F10) holds
-    // "Copiar" (Ctrl+C) and, after a line, the actions the screen adds. Its
+    // "Copiar" (Ctrl+C), "Exportar a hoja de cálculo..." (Ctrl+E, the sheets
+    // of hojas() to a file, see exportar.h) and, after a line, the actions
+    // the screen adds. Its
     // actions act on this grid; the shortcuts of the added ones are the
     // screen's to give.
     void agregarAccion(QAction* accion);

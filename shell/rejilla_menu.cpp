@@ -1,5 +1,7 @@
-// The grid's context menu: copying the selected cells, and the actions that a
-// screen adds for its grids (exports, charts, reports).
+// The grid's context menu: copying the selected cells, exporting the grid's
+// sheets (exportar.h), and the actions that a screen adds for its grids
+// (charts, reports).
+#include "exportar.h"
 #include "pantalla.h"
 #include "rejilla.h"
 #include "rejilla_celdas.h"
@@ -30,9 +32,6 @@ const Pantalla* pantallaDe(const QWidget* w)
     return nullptr;
 }
 
-// A caption as one line: the break of a two-line head becomes a blank.
-QString tituloEnUnaLinea(const QString& titulo) { return tituloEnLineas(titulo).replace(QLatin1Char('\n'), QLatin1Char(' ')).trimmed(); }
-
 } // namespace
 
 void Rejilla::prepararMenu()
@@ -48,6 +47,14 @@ void Rejilla::prepararMenu()
     connect(copiar, &QAction::triggered, this, [this] { copiarSeleccion(); });
     vista_->addAction(copiar);
     menu_->addAction(copiar);
+    // The sheets the screen names, or this grid alone, to a file.
+    auto* exportar = new QAction(QStringLiteral("Exportar a hoja de cálculo..."), this);
+    exportar->setObjectName(QStringLiteral("exportar"));
+    exportar->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+    exportar->setShortcutContext(Qt::WidgetShortcut);
+    connect(exportar, &QAction::triggered, this, [this] { Exportar::Exportar_Rejilla(*this); });
+    vista_->addAction(exportar);
+    menu_->addAction(exportar);
 
     vista_->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(vista_, &QWidget::customContextMenuRequested, this, &Rejilla::mostrarMenu);
