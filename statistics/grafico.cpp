@@ -15,6 +15,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QHBoxLayout>
+#include <QLegendMarker>
 #include <QLineSeries>
 #include <QPainter>
 #include <QPdfWriter>
@@ -119,6 +120,7 @@ DatosGrafico datosDe(const CALCULOS01& p)
         punto.recibido = cifra(c, f, C::colRecibido);
         punto.directos = cifra(c, f, C::colDirectos);
         punto.ganancia = cifra(c, f, C::colTotG);
+        punto.conDatos = !texto(c, f, C::colRecibido).isEmpty() || !texto(c, f, C::colTotG).isEmpty();
         d.puntos.push_back(punto);
     }
     d.servicios = mayoresYOtros(porciones(p.Celdas5));
@@ -159,13 +161,19 @@ QChart* graficoPorDia(const DatosGrafico& d)
     ganancia->setPen(QPen(QColor(0x2a, 0x9d, 0x3a), 2.5));
     ganancia->setPointsVisible(true);
 
+    // The line ends on the last day with figures: the days still to come
+    // have no gain yet, not a gain of nothing.
+    size_t hasta = d.puntos.size();
+    while (hasta > 0 && !d.puntos[hasta - 1].conDatos)
+        --hasta;
     QStringList categorias;
     double menor = 0, mayor = 0, menorG = 0, mayorG = 0;
     for (size_t i = 0; i < d.puntos.size(); ++i) {
         const PuntoGrafico& p = d.puntos[i];
         *recibido << p.recibido;
         *directos << p.directos;
-        ganancia->append(double(i), p.ganancia);
+        if (i < hasta)
+            ganancia->append(double(i), p.ganancia);
         categorias << p.etiqueta;
         if (p.finDeSemana) {
             recibido->selectBar(int(i));
@@ -184,6 +192,7 @@ QChart* graficoPorDia(const DatosGrafico& d)
 
     auto* ejeX = new QBarCategoryAxis;
     ejeX->append(categorias);
+    ejeX->setGridLineVisible(false);
     if (!d.porMeses) {
         ejeX->setLabelsAngle(-90);
         ejeX->setTitleText(QStringLiteral("Día (sábados y domingos en color claro)"));
@@ -213,16 +222,20 @@ QChart* graficoDeTorta(const std::vector<PorcionGrafico>& porciones, const QStri
     g->setTitle(total > 0 ? titulo : titulo + QStringLiteral(" (sin movimientos)"));
     auto* torta = new QPieSeries;
     torta->setPieSize(0.62);
+    QStringList leyendas;
     for (const PorcionGrafico& p : porciones) {
-        const double parte = 100 * p.monto / total;
-        QPieSlice* s = torta->append(p.nombre + QStringLiteral(": ") + Format(p.monto, QStringLiteral("###,##0")) +
-                                         QStringLiteral(" (") + Format(parte, QStringLiteral("##0.0")) + QStringLiteral(" %)"),
-                                     p.monto);
-        // The legend names every slice; on the pie only the shares large
-        // enough to hold their words.
-        s->setLabelVisible(parte >= 4);
+        const QString parte = Format(100 * p.monto / total, QStringLiteral("##0.0")) + QStringLiteral(" %");
+        // On the pie the share of each slice wide enough to hold it; the
+        // legend names them all, with their money.
+        QPieSlice* s = torta->append(parte, p.monto);
+        s->setLabelVisible(100 * p.monto / total >= 2);
+        leyendas << p.nombre + QStringLiteral(": ") + Format(p.monto, QStringLiteral("###,##0")) + QStringLiteral(" (") + parte +
+                        QLatin1Char(')');
     }
     g->addSeries(torta);
+    const QList<QLegendMarker*> marcas = g->legend()->markers(torta);
+    for (int i = 0; i < marcas.size(); ++i)
+        marcas[i]->setLabel(leyendas[i]);
     g->legend()->setAlignment(Qt::AlignRight);
     return g;
 }
@@ -235,7 +248,14 @@ QImage imagenDe(QChart* grafico, QSize tamano)
     vista.resize(tamano);
     vista.show();
     QApplication::processEvents();
-    return vista.grab().toImage();
+    // Twice the pixels, so that it stays sharp on paper.
+    QImage imagen(tamano * 2, QImage::Format_RGB32);
+    imagen.fill(Qt::white);
+    QPainter pintor(&imagen);
+    pintor.setRenderHint(QPainter::Antialiasing);
+    vista.render(&pintor, QRectF(imagen.rect()), vista.viewport()->rect());
+    pintor.end();
+    return imagen;
 }
 
 // ---------------------------------------------------------------- the window

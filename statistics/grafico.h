@@ -23,6 +23,7 @@ class QTabWidget;
 struct PuntoGrafico {
     QString etiqueta; // "Sab 01", or "Mar 2025" on the summaries
     bool finDeSemana = false;
+    bool conDatos = false; // a day (a month) with figures, not one still to come
     double recibido = 0;
     double directos = 0;
     double ganancia = 0;

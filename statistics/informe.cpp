@@ -27,7 +27,7 @@ QString titulo(Rejilla* g, int col)
 
 // A grid as a table: its captions as the heading row (repeated on each page
 // the table reaches), its rows as shown, and its footers as the totals line.
-void tabla(QTextCursor& cursor, const QString& nombre, Rejilla* g)
+void tabla(QTextCursor& cursor, const QString& nombre, Rejilla* g, int ancho)
 {
     QTextCharFormat negrita;
     negrita.setFontWeight(QFont::Bold);
@@ -48,11 +48,10 @@ void tabla(QTextCursor& cursor, const QString& nombre, Rejilla* g)
 
     QTextTableFormat formato;
     formato.setHeaderRowCount(1);
-    formato.setCellPadding(2);
+    formato.setWidth(QTextLength(QTextLength::PercentageLength, ancho));
+    formato.setCellPadding(1);
     formato.setCellSpacing(0);
-    formato.setBorder(0.5);
-    formato.setBorderCollapse(true);
-    formato.setBorderBrush(Qt::gray);
+    formato.setBorder(0);
     QTextTable* t = cursor.insertTable(filas + 1 + (conPies ? 1 : 0), int(cols.size()), formato);
     QTextCharFormat cabeza = negrita;
     cabeza.setBackground(QColor(0xe4, 0xe8, 0xee));
@@ -68,9 +67,12 @@ void tabla(QTextCursor& cursor, const QString& nombre, Rejilla* g)
     };
     for (int k = 0; k < int(cols.size()); ++k)
         escribe(0, k, titulo(g, cols[size_t(k)]), cabeza);
+    // Every other row shaded, for the eye to follow a line across.
+    QTextCharFormat sombra;
+    sombra.setBackground(QColor(0xf2, 0xf4, 0xf7));
     for (int f = 0; f < filas; ++f)
         for (int k = 0; k < int(cols.size()); ++k)
-            escribe(f + 1, k, modelo->index(f, cols[size_t(k)]).data().toString(), QTextCharFormat());
+            escribe(f + 1, k, modelo->index(f, cols[size_t(k)]).data().toString(), f % 2 ? sombra : QTextCharFormat());
     if (conPies)
         for (int k = 0; k < int(cols.size()); ++k)
             escribe(filas + 1, k, g->Columns(cols[size_t(k)]).FooterText(), cabeza);
@@ -123,22 +125,21 @@ std::unique_ptr<QTextDocument> Documento(const CALCULOS01& p, const QString& tit
     cursor.insertText(QStringLiteral("Emitido el ") +
                       QDateTime::currentDateTime().toString(QStringLiteral("dd/MM/yyyy hh:mm")));
 
-    tabla(cursor, p.Por_Meses() ? QStringLiteral("Mes por mes") : QStringLiteral("Día por día"), p.GRID);
-
-    // The chart of the period, as wide as the text.
-    const QImage grafico = imagenDe(graficoPorDia(datosDe(p)), QSize(1100, 560));
+    // The chart of the period, nearly as wide as the text.
+    const QImage grafico = imagenDe(graficoPorDia(datosDe(p)), QSize(860, 460));
     doc->addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("grafico:dias")), grafico);
     cursor.insertBlock(centrado);
     QTextImageFormat imagen;
     imagen.setName(QStringLiteral("grafico:dias"));
-    imagen.setWidth(680);
-    imagen.setHeight(680.0 * grafico.height() / std::max(1, grafico.width()));
+    imagen.setWidth(620);
+    imagen.setHeight(620.0 * grafico.height() / std::max(1, grafico.width()));
     cursor.insertImage(imagen);
 
-    tabla(cursor, QStringLiteral("Proveedores"), p.GRID1);
-    tabla(cursor, QStringLiteral("Clientes"), p.GRID2);
-    tabla(cursor, QStringLiteral("Bancos"), p.GRID4);
-    tabla(cursor, QStringLiteral("Servicios"), p.GRID5);
+    tabla(cursor, p.Por_Meses() ? QStringLiteral("Mes por mes") : QStringLiteral("Día por día"), p.GRID, 75);
+    tabla(cursor, QStringLiteral("Proveedores"), p.GRID1, 70);
+    tabla(cursor, QStringLiteral("Clientes"), p.GRID2, 90);
+    tabla(cursor, QStringLiteral("Bancos"), p.GRID4, 70);
+    tabla(cursor, QStringLiteral("Servicios"), p.GRID5, 70);
     return doc;
 }
 
