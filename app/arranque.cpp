@@ -150,6 +150,7 @@ Despliegue Lee_Despliegue()
     d.carpetaRecibos = s.value(QStringLiteral("recibos/carpeta"), QDir::homePath() + QStringLiteral("/RECIBOS")).toString();
     d.impresora = s.value(QStringLiteral("recibos/impresora")).toString();
     d.web = s.value(QStringLiteral("recibos/web")).toString();
+    d.tituloInforme = s.value(QStringLiteral("informe/titulo")).toString();
     d.carpetaCopias = s.value(QStringLiteral("copias/carpeta")).toString();
     d.copiasGuardadas = s.value(QStringLiteral("copias/cuantas"), 30).toInt();
     return d;

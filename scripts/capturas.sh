@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The README's screenshots, taken again: the program on a new demo database
 # inside a virtual display of 1600x1000, each main screen drawn into
-# docs/capturas/, and the first page of a receipt's PDF. A screen that is not
+# docs/capturas/, the chart of the daily statistics, and the first pages of a
+# receipt's PDF and of the statistics report's. A screen that is not
 # part of this build is left out with a line.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -21,11 +22,16 @@ mkdir -p "$destino"
 env -u XDG_CONFIG_HOME -u XDG_DATA_HOME HOME="$trabajo" LANG=C.UTF-8 \
   xvfb-run -a -s "-screen 0 1600x1000x24" build/capturas "$destino" "$trabajo"
 
-if [ ! -f "$trabajo/recibo.pdf" ]; then
-  echo "OMITIDO: página del recibo (no se imprimió ningún recibo)"
-elif ! command -v pdftoppm > /dev/null; then
-  echo "OMITIDO: página del recibo (falta pdftoppm, paquete poppler-utils)"
-else
-  pdftoppm -png -r 60 -f 1 -l 1 -singlefile "$trabajo/recibo.pdf" "$destino/04-recibo"
-  echo "captura: $destino/04-recibo.png"
-fi
+# The first page of a PDF the program printed, as a picture.
+primera_pagina() { # <pdf> <picture without .png> <what it is> <dots per inch>
+  if [ ! -f "$1" ]; then
+    echo "OMITIDO: $3 (no se imprimió)"
+  elif ! command -v pdftoppm > /dev/null; then
+    echo "OMITIDO: $3 (falta pdftoppm, paquete poppler-utils)"
+  else
+    pdftoppm -png -r "$4" -f 1 -l 1 -singlefile "$1" "$2"
+    echo "captura: $2.png"
+  fi
+}
+primera_pagina "$trabajo/recibo.pdf" "$destino/04-recibo" "página del recibo" 60
+primera_pagina "$trabajo/informe.pdf" "$destino/08-informe" "página del informe de estadísticas" 90

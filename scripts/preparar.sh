@@ -8,7 +8,8 @@ cd "$(dirname "$0")/.."
 
 paquetes=(qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libqt6sql6-odbc cmake ninja-build g++
           tdsodbc unixodbc unixodbc-dev libsqlite3-dev xvfb xauth fonts-dejavu-core poppler-utils
-          qt6-translations-l10n fonts-dejavu-extra libxlsxwriter-dev qt6-charts-dev unzip)
+          qt6-translations-l10n fonts-dejavu-extra libxlsxwriter-dev qt6-charts-dev
+          libqt6opengl6-dev unzip)
 faltan=()
 for p in "${paquetes[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || faltan+=("$p")

@@ -124,6 +124,7 @@ CALCULOS01::CALCULOS01(Module1& modulo, MDIForm1& p, const QString& nombre) : Pa
     connect(SALIR, &QPushButton::clicked, this, [this] { Unload(); });
     connect(GRID, &Rejilla::HeadClick, this, [this](int col) { GRID_HeadClick(col); });
     connect(GRID2, &Rejilla::HeadClick, this, [this](int col) { GRID2_HeadClick(col); });
+    Prepara_Herramientas();
 }
 
 void CALCULOS01::Form_Load()
@@ -172,6 +173,7 @@ void CALCULOS01::Option3_Click(int indice)
     if (!Cargado)
         return;
     m.L = indice;
+    Servicio_Elegido = Option3[size_t(indice)]->text();
     Carga_Estadistica();
 }
 
@@ -180,6 +182,8 @@ void CALCULOS01::Combo1_Click()
     if (!Cargado)
         return;
     m.L = Combo1->currentText().left(2);
+    const QString texto = Combo1->currentText();
+    Servicio_Elegido = texto.startsWith(QLatin1String("00")) ? QStringLiteral("Todos") : texto.mid(5).trimmed();
     Carga_Estadistica();
 }
 

@@ -18,6 +18,7 @@
 #include <functional>
 #include <initializer_list>
 
+class QAction;
 class QComboBox;
 class QFrame;
 class QGroupBox;
@@ -100,6 +101,30 @@ public:
     void GRID_HeadClick(int col);
     void GRID2_HeadClick(int col);
 
+    // ---- what the chart, the printed report and the export read
+    // The rows of GRID are months (the summaries), and the money is USDT.
+    virtual bool Por_Meses() const { return false; }
+    virtual bool Es_Usdt() const { return false; }
+    // The period shown, in words ("Marzo 2025", "Año 2025") and for a
+    // file's name ("2025-03", "2025"); the daily screens take it from the
+    // boxes, the summaries from the months of GRID.
+    QString Periodo() const;
+    QString Periodo_Archivo() const;
+    // The filters of the figures shown: "Operadora: Todas — Servicio: Todos".
+    QString Filtros() const;
+    // The service last chosen, by a box of Option3 or by Combo1.
+    QString Servicio_Elegido = QStringLiteral("Todos");
+    // "Gráfico..." (Ctrl+G) and "Imprimir informe..." (Ctrl+P), on the
+    // context menu of the five grids.
+    QAction* Accion_Grafico = nullptr;
+    QAction* Accion_Informe = nullptr;
+    void Abre_Grafico();
+    void Abre_Informe();
+
+signals:
+    // A load has ended: the chart of the screen draws the figures again.
+    void Cargada();
+
 protected:
     // ---- what the other screens redefine
     virtual QString Procedimiento() const { return QStringLiteral("TRU_NewCalk_02_250320"); }
@@ -161,6 +186,8 @@ protected:
     static double Divide(double a, double b);
 
 private:
+    // The actions of the grids' context menu and the names of an export.
+    void Prepara_Herramientas();
     // The clients' names by code, taken from the cache once per load: a year
     // may list thousands of clients, and Nombre_Cliente searches the cache
     // from the top for each one. `completo` tells whether the index holds

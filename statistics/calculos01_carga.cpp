@@ -159,6 +159,7 @@ void CALCULOS01::Termina()
         grid->Array(*celdas);
     if (Con_Reloj())
         Reloj_De_Arena(false);
+    emit Cargada();
 }
 
 void CALCULOS01::Empieza()

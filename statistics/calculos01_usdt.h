@@ -13,6 +13,7 @@ public:
     CALCULOS01_USDT(Module1& m, MDIForm1& principal);
 
     void Form_Load() override;
+    bool Es_Usdt() const override { return true; }
 
     // What the two USDT screens change in the grids' columns and in Combo1;
     // anchoCliente is the width of GRID2's name column.
@@ -38,6 +39,7 @@ public:
     RESUMEN_MENSUAL_USDT(Module1& m, MDIForm1& principal);
 
     void Form_Load() override;
+    bool Es_Usdt() const override { return true; }
 
 protected:
     QString Procedimiento() const override { return QStringLiteral("TRU_NewCalk_03_USDT"); }

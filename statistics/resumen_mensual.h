@@ -14,6 +14,7 @@ public:
     Resumen_mensual(Module1& m, MDIForm1& principal, const QString& nombre = QStringLiteral("Resumen_mensual"));
 
     void Carga_Estadistica() override;
+    bool Por_Meses() const override { return true; }
     // The row of GRID whose key column holds the text, into Fila; with no
     // match Fila keeps the row found last. Counts with the shared Cuenta.
     void Busca_Fila(const QString& clave);

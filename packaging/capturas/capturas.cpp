@@ -5,8 +5,11 @@
 //
 //   capturas <folder of the pictures> <folder of the scratch database>
 #include "arranque.h"
+#include "calculos01.h"
 #include "consola.h"
 #include "embebido.h"
+#include "grafico.h"
+#include "informe.h"
 #include "login.h"
 #include "mdiform1.h"
 #include "mensajes.h"
@@ -21,6 +24,7 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPrinter>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
@@ -32,11 +36,14 @@ QString salida;
 
 void espera(int ms = 300) { QTest::qWait(ms); }
 
-// The main window as the operator sees it, in 256 colours to keep the file small.
-void guardar(MDIForm1& principal, const char* nombre)
+// The main window (or another) as the operator sees it, in 256 colours to
+// keep the file small; a chart in all its colours, for its faint grid lines.
+void guardar(QWidget& ventana, const char* nombre, bool todosLosColores = false)
 {
     espera();
-    const QImage imagen = principal.grab().toImage().convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither);
+    QImage imagen = ventana.grab().toImage();
+    if (!todosLosColores)
+        imagen = imagen.convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither);
     const QString archivo = QDir(salida).filePath(QLatin1String(nombre) + QStringLiteral(".png"));
     if (imagen.save(archivo))
         std::printf("captura: %s\n", qPrintable(archivo));
@@ -145,11 +152,26 @@ int main(int argc, char** argv)
         cerrar(consola);
     }
 
-    for (const auto& [pantalla, nombre] : {std::pair {"NEW_DOLAR", "05-tasas"}, std::pair {"CALCULOS01", "06-estadisticas"}}) {
-        if (Pantalla* p = abrir(principal, pantalla)) {
-            guardar(principal, nombre);
-            cerrar(p);
-        }
+    if (Pantalla* p = abrir(principal, "NEW_DOLAR")) {
+        guardar(principal, "05-tasas");
+        cerrar(p);
+    }
+    // The daily statistics of this month, their chart, and their report
+    // printed to a PDF file whose first page the script turns into a picture.
+    if (auto* p = static_cast<CALCULOS01*>(abrir(principal, "CALCULOS01"))) {
+        guardar(principal, "06-estadisticas");
+        Grafico* g = Grafico::Mostrar(*p);
+        g->resize(1200, 680);
+        guardar(*g, "07-grafico", true);
+        g->close();
+        QPrinter impresora(QPrinter::HighResolution);
+        impresora.setOutputFormat(QPrinter::PdfFormat);
+        impresora.setOutputFileName(QDir(trabajo).filePath(QStringLiteral("informe.pdf")));
+        impresora.setPageSize(QPageSize(QPageSize::A4));
+        impresora.setPageMargins(QMarginsF(15, 15, 15, 12), QPageLayout::Millimeter);
+        if (Informe::Imprimir(*Informe::Documento(*p, Informe::Titulo(m.despliegue)), impresora) > 0)
+            std::printf("informe: %s\n", qPrintable(impresora.outputFileName()));
+        cerrar(p);
     }
     Mensajes::Reemplazar({});
     return 0;

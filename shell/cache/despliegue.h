@@ -17,6 +17,7 @@ struct Despliegue {
     QString carpetaRecibos;   // folder of the receipt files
     QString impresora;        // receipt printer; empty: the built-in PDF printer
     QString web;              // web address printed in the second receipt head
+    QString tituloInforme;    // the business's name atop the printed reports; empty: the web address
     QString carpetaCopias;    // embedded server: folder of the daily copies; empty: 'copias' beside the file
     int copiasGuardadas = 30; // embedded server: how many daily copies are kept; 0 makes none
 };
