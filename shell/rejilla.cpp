@@ -3,6 +3,7 @@
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QScrollBar>
 
@@ -476,5 +477,14 @@ bool Rejilla::eventFilter(QObject* objeto, QEvent* evento)
     if ((objeto == vista_->viewport() || objeto == vista_) &&
         (evento->type() == QEvent::Resize || evento->type() == QEvent::Move))
         distribuir();
+    // The menu key and Shift+F10 open the cells' menu on any display, also
+    // where the system does not turn them into a context menu itself.
+    if (objeto == vista_ && evento->type() == QEvent::KeyPress) {
+        const auto* tecla = static_cast<const QKeyEvent*>(evento);
+        if (tecla->key() == Qt::Key_Menu || (tecla->key() == Qt::Key_F10 && tecla->modifiers() == Qt::ShiftModifier)) {
+            mostrarMenu(QPoint(-1, -1));
+            return true;
+        }
+    }
     return QWidget::eventFilter(objeto, evento);
 }

@@ -72,13 +72,16 @@ QMenu* Rejilla::menuContextual() { return menu_; }
 
 void Rejilla::mostrarMenu(const QPoint& punto)
 {
+    // The system may also turn the menu key into a context menu: one menu.
+    if (menu_->isVisible())
+        return;
     // Asked from the keyboard, with the mouse elsewhere, the menu opens on
-    // the current cell.
+    // the current cell, or at the top of the cells.
     QPoint donde = punto;
     const QModelIndex actual = vista_->currentIndex();
     const bool conRaton = vista_->viewport()->rect().contains(vista_->viewport()->mapFromGlobal(QCursor::pos()));
-    if (!conRaton && actual.isValid())
-        donde = vista_->visualRect(actual).center();
+    if (!conRaton || !vista_->viewport()->rect().contains(punto))
+        donde = actual.isValid() ? vista_->visualRect(actual).center() : QPoint(4, 4);
     menu_->popup(vista_->viewport()->mapToGlobal(donde));
 }
 

@@ -371,6 +371,21 @@ private slots:
         for (const QAction* a : f.g.menuContextual()->actions())
             textos << a->text();
         QCOMPARE(textos, (QStringList {"Copiar", "Exportar a hoja de cálculo..."}));
+
+        // The menu from the keyboard, its first entry chosen with the arrow
+        // and Enter; a second request while it is open opens no second one.
+        for (const QKeyCombination tecla : {QKeyCombination(Qt::Key_Menu), Qt::SHIFT | Qt::Key_F10}) {
+            QApplication::clipboard()->clear();
+            QTest::keyClick(f.g.vista(), tecla.key(), tecla.keyboardModifiers());
+            QTRY_VERIFY(f.g.menuContextual()->isVisible());
+            const QPoint donde = f.g.menuContextual()->pos();
+            QTest::keyClick(f.g.vista(), tecla.key(), tecla.keyboardModifiers());
+            QCOMPARE(f.g.menuContextual()->pos(), donde);
+            QTest::keyClick(f.g.menuContextual(), Qt::Key_Down);
+            QTest::keyClick(f.g.menuContextual(), Qt::Key_Return);
+            QTRY_VERIFY(!f.g.menuContextual()->isVisible());
+            QVERIFY(QApplication::clipboard()->text().startsWith(QStringLiteral("Código\tCliente")));
+        }
     }
 };
 

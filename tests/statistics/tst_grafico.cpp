@@ -301,7 +301,7 @@ private slots:
             QStringList entradas;
             for (const QAction* a : g->menuContextual()->actions())
                 entradas << (a->isSeparator() ? QStringLiteral("-") : a->text());
-            QCOMPARE(entradas, QStringList({"Copiar", "-", "Gráfico...", "Imprimir informe..."}));
+            QCOMPARE(entradas, QStringList({"Copiar", "Exportar a hoja de cálculo...", "-", "Gráfico...", "Imprimir informe..."}));
             QCOMPARE(g->nombreArchivo(), archivo);
             const std::vector<HojaExportada> hojas = g->hojas();
             QCOMPARE(hojas.size(), size_t(5));
