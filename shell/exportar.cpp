@@ -1,12 +1,12 @@
 #include "exportar.h"
 #include "celdas.h"
-#include "rejilla_celdas.h"
 
 #include <QDate>
 #include <QFileInfo>
 #include <QHash>
 #include <QHeaderView>
 #include <QLabel>
+#include <QTableView>
 
 #include <xlsxwriter.h>
 
@@ -202,10 +202,7 @@ public:
     int filas() const { return filas_; }
     bool conPies() const { return r_.ColumnFooters(); }
 
-    QString titulo(size_t i) const
-    {
-        return rejilla::tituloEnUnaLinea(r_.modelo()->headerData(columnas_[i], Qt::Horizontal).toString());
-    }
+    QString titulo(size_t i) const { return r_.tituloEnUnaLinea(columnas_[i]); }
     double ancho(size_t i) const { return r_.vista()->horizontalHeader()->sectionSize(columnas_[i]) / kPixelesPorCaracter; }
 
     Dato celda(int fila, size_t i, bool conTexto)

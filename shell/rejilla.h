@@ -149,6 +149,9 @@ public:
     // hidden ones and those too narrow to read (a search key kept in a
     // column a few twips wide).
     std::vector<int> columnasVistas() const;
+    // A column's caption as copies, exports and reports head it: on one
+    // line (a two-line head's break as a blank), without outer blanks.
+    QString tituloEnUnaLinea(int col) const;
     // The selected cells as a spreadsheet or a mail takes them: a line of
     // captions, then a line a row, a tab between cells, each cell as shown.
     // A cell left out of a selection of several blocks stays empty.

@@ -41,12 +41,6 @@ inline QString tituloEnLineas(QString t)
     return t;
 }
 
-// A caption as one line: the break of a two-line head becomes a blank.
-inline QString tituloEnUnaLinea(const QString& titulo)
-{
-    return tituloEnLineas(titulo).replace(QLatin1Char('\n'), QLatin1Char(' ')).trimmed();
-}
-
 } // namespace rejilla
 
 // The bound matrix seen as a table: model row r is matrix row r of the rows

@@ -97,6 +97,12 @@ std::vector<int> Rejilla::columnasVistas() const
     return cols;
 }
 
+QString Rejilla::tituloEnUnaLinea(int col) const
+{
+    const QString titulo = col >= 0 && size_t(col) < props_.size() ? props_[size_t(col)].titulo : QString();
+    return tituloEnLineas(titulo).replace(QLatin1Char('\n'), QLatin1Char(' ')).trimmed();
+}
+
 QString Rejilla::textoSeleccion() const
 {
     const QModelIndexList elegidas = vista_->selectionModel() ? vista_->selectionModel()->selectedIndexes() : QModelIndexList();
@@ -121,7 +127,7 @@ QString Rejilla::textoSeleccion() const
     };
     QStringList campos;
     for (int c : cols)
-        campos << tituloEnUnaLinea(props_[size_t(c)].titulo);
+        campos << tituloEnUnaLinea(c);
     linea(campos);
     for (int f : filas) {
         campos.clear();

@@ -19,12 +19,6 @@ namespace {
 
 Informe::Vista vistaReemplazada;
 
-// A grid's caption on one line: "Recibido " and "  %" without their blanks.
-QString titulo(Rejilla* g, int col)
-{
-    return g->Columns(col).Caption().replace(QLatin1String("\r\n"), QLatin1String(" ")).replace(QLatin1Char('\r'), QLatin1Char(' ')).trimmed();
-}
-
 // A grid as a table: its captions as the heading row (repeated on each page
 // the table reaches), its rows as shown, and its footers as the totals line.
 void tabla(QTextCursor& cursor, const QString& nombre, Rejilla* g, int ancho)
@@ -61,12 +55,14 @@ void tabla(QTextCursor& cursor, const QString& nombre, Rejilla* g, int ancho)
         QTextCursor c = celda.firstCursorPosition();
         QTextBlockFormat alineado;
         const Alineacion a = g->Columns(cols[size_t(k)]).Alignment();
-        alineado.setAlignment(a == Alineacion::Derecha ? Qt::AlignRight : a == Alineacion::Centro ? Qt::AlignHCenter : Qt::AlignLeft);
+        alineado.setAlignment(a == Alineacion::Derecha  ? Qt::AlignRight
+                              : a == Alineacion::Centro ? Qt::AlignHCenter
+                                                        : Qt::AlignLeft);
         c.setBlockFormat(alineado);
         c.insertText(texto, f);
     };
     for (int k = 0; k < int(cols.size()); ++k)
-        escribe(0, k, titulo(g, cols[size_t(k)]), cabeza);
+        escribe(0, k, g->tituloEnUnaLinea(cols[size_t(k)]), cabeza);
     // Every other row shaded, for the eye to follow a line across.
     QTextCharFormat sombra;
     sombra.setBackground(QColor(0xf2, 0xf4, 0xf7));
@@ -122,8 +118,7 @@ std::unique_ptr<QTextDocument> Documento(const CALCULOS01& p, const QString& tit
                           QStringLiteral(" — Balance: ") + p.Text1[CALCULOS01::txtBalance]->text());
     }
     cursor.insertBlock(centrado);
-    cursor.insertText(QStringLiteral("Emitido el ") +
-                      QDateTime::currentDateTime().toString(QStringLiteral("dd/MM/yyyy hh:mm")));
+    cursor.insertText(QStringLiteral("Emitido el ") + QDateTime::currentDateTime().toString(QStringLiteral("dd/MM/yyyy hh:mm")));
 
     // The chart of the period, nearly as wide as the text.
     const QImage grafico = imagenDe(graficoPorDia(datosDe(p)), QSize(860, 460));
